@@ -1,0 +1,21 @@
+# Warnings are errors in everything that is written here; sanitizers where asked for.
+add_library(loader_options INTERFACE)
+target_include_directories(loader_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(loader_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -finput-charset=UTF-8)
+if(LOADER_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(LOADER_FUZZ)
+  # The coverage hooks go into the code under test as well; the fuzz programs alone link the driver.
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# loader_layer(NAME SOURCES... LINK LAYERS...): one layer of the logic.
+function(loader_layer name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC loader_options ${ARG_LINK})
+endfunction()
