@@ -2,7 +2,9 @@
 add_library(loader_options INTERFACE)
 target_include_directories(loader_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(loader_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -finput-charset=UTF-8)
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+# GCC 12 warns of its own string concatenation (a false positive of -Wrestrict).
+target_compile_options(loader_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(LOADER_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
@@ -17,5 +19,6 @@ endif()
 function(loader_layer name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(${name} PUBLIC loader_options ${ARG_LINK})
 endfunction()

@@ -1,7 +1,7 @@
 // Texts and numbers at the edges: code page 932, number syntax, trims.
 //
-// Inside the program a text is UTF-16 (one unit = one character, which is how the 64-character records count);
-// bytes of code page 932 exist only in files, in telegrams and where a length is counted in bytes.
+// Inside the program a text is UTF-16 (one unit = one character, which is how the 64-character records
+// count); bytes of code page 932 exist only in files, in telegrams and where a length is counted in bytes.
 #pragma once
 
 #include <cstdint>

@@ -76,7 +76,9 @@ void Grid::Clear() {
   ++revision_;
 }
 
-const Cell& Grid::CellAt(int row, int col) const { return cells_[At(row, col)]; }
+const Cell& Grid::CellAt(int row, int col) const {
+  return cells_[At(row, col)];
+}
 
 void Grid::SetText(int row, int col, std::u16string_view text) {
   Cell& cell = cells_[At(row, col)];
@@ -170,7 +172,9 @@ void SelectPage(TabPages& pages, int page) {
   }
 }
 
-void RequestFocus(Control& control) { control.screen.focusRequest = &control; }
+void RequestFocus(Control& control) {
+  control.screen.focusRequest = &control;
+}
 
 void RequestFocusAndSelect(TextField& field, int start, int length) {
   RequestFocus(field);

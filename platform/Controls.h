@@ -1,12 +1,13 @@
 // Screens without widgets: a screen is a plain record of control records with handler functions.
 //
-// A control record holds what the logic needs of a control: its text, list, state, colours, and the requests that the
-// logic makes of it (focus, selection). It registers itself in its screen under its control name; element n of a
-// control array is named "cmbDI(n)". The binder of the user interface ties each record to a widget by that name; a
-// test drives the records alone.
+// A control record holds what the logic needs of a control: its text, list, state, colours, and the requests
+// that the logic makes of it (focus, selection). It registers itself in its screen under its control name;
+// element n of a control array is named "cmbDI(n)". The binder of the user interface ties each record to a
+// widget by that name; a test drives the records alone.
 //
-// Handlers run on what the user does. Three operations run the handler also when the program does it, because rules
-// of the screens depend on it: SelectRow of a list, SelectPage of the pages. Setting any other field runs nothing.
+// Handlers run on what the user does. Three operations run the handler also when the program does it, because
+// rules of the screens depend on it: SelectRow of a list, SelectPage of the pages. Setting any other field
+// runs nothing.
 #pragma once
 
 #include <cstdint>
@@ -52,8 +53,8 @@ struct Control {
   Handler onGotFocus;
 };
 
-// An edit field. `onChange` runs on each edit of the user; `onLostFocus` when the focus goes to another control of
-// the program (never for a message box, a popup or another window).
+// An edit field. `onChange` runs on each edit of the user; `onLostFocus` when the focus goes to another
+// control of the program (never for a message box, a popup or another window).
 struct TextField : Control {
   TextField(Screen& owner, std::string controlName);
   std::u16string text;
@@ -140,8 +141,8 @@ struct Cell {
   bool operator==(const Cell&) const = default;
 };
 
-// A table of cells with fixed rows (headings) above and fixed columns at the left. Row and column indexes count from
-// 0 and include the fixed ones. An index outside the table is a RunTimeFailure.
+// A table of cells with fixed rows (headings) above and fixed columns at the left. Row and column indexes
+// count from 0 and include the fixed ones. An index outside the table is a RunTimeFailure.
 struct Grid : Control {
   Grid(Screen& owner, std::string controlName);
 

@@ -1,5 +1,5 @@
-// The three ways to the recorder, as the link layer sees them: a serial port, a TCP socket, the recorder's USB device.
-// One implementation drives the real devices, one is scripted for tests.
+// The three ways to the recorder, as the link layer sees them: a serial port, a TCP socket, the recorder's
+// USB device. One implementation drives the real devices, one is scripted for tests.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace loader {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A serial port. The plain fields are set before the port is opened. Any operation may throw RunTimeFailure (no such
-// port, a device that was unplugged).
+// A serial port. The plain fields are set before the port is opened. Any operation may throw RunTimeFailure
+// (no such port, a device that was unplugged).
 struct SerialControl {
   std::int16_t CommPort = 1;            // 1 to 16: COM1 up
   std::string Settings = "19200,O,8,1"; // baud, parity (N, O, E), data bits, stop bits
@@ -39,7 +39,8 @@ struct SocketControl {
   virtual ~SocketControl() = default;
   [[nodiscard]] virtual int State() const = 0;
   virtual void Close() = 0;
-  // Starts connecting and returns; onConnect runs from the event loop. A refused connection is told by nothing.
+  // Starts connecting and returns; onConnect runs from the event loop. A refused connection is told by
+  // nothing.
   virtual void Connect() = 0;
   virtual void SendData(std::span<const std::uint8_t> bytes) = 0;
   [[nodiscard]] virtual int BytesReceived() const = 0;
@@ -47,16 +48,16 @@ struct SocketControl {
   [[nodiscard]] virtual Bytes GetData() = 0;
 };
 
-// The recorder's USB device: it is opened and closed for each exchange, and takes a frame as 32-bit words, one byte
-// of the frame in each.
+// The recorder's USB device: it is opened and closed for each exchange, and takes a frame as 32-bit words,
+// one byte of the frame in each.
 struct UsbControl {
   virtual ~UsbControl() = default;
   // The handle, or -1.
   [[nodiscard]] virtual std::int32_t Open(std::int32_t windowProperty) = 0;
   virtual void Close(std::int32_t handle) = 0;
   // Up to `count` bytes into `words` within `timeoutMs`; returns how many came.
-  [[nodiscard]] virtual std::int32_t Read(std::int32_t& handle, std::span<std::int32_t> words, std::int32_t count,
-                                          std::int32_t timeoutMs) = 0;
+  [[nodiscard]] virtual std::int32_t Read(std::int32_t& handle, std::span<std::int32_t> words,
+                                          std::int32_t count, std::int32_t timeoutMs) = 0;
   // Non-zero after success.
   [[nodiscard]] virtual std::int32_t Write(std::int32_t& handle, std::span<const std::int32_t> words,
                                            std::int32_t count, std::int32_t timeoutMs) = 0;

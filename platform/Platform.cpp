@@ -15,7 +15,9 @@ Platform& ThePlatform() {
   return *platformInForce;
 }
 
-void SetPlatform(Platform* platform) { platformInForce = platform; }
+void SetPlatform(Platform* platform) {
+  platformInForce = platform;
+}
 
 void ShowMessage(std::u16string_view text, BoxIcon icon) {
   ThePlatform().boxes.Show(text, BoxButtons::Ok, icon, {});
@@ -25,7 +27,9 @@ bool AskOkCancel(std::u16string_view text, std::u16string_view title) {
   return ThePlatform().boxes.Show(text, BoxButtons::OkCancel, BoxIcon::None, title) == BoxAnswer::Ok;
 }
 
-void DoEvents() { ThePlatform().eventLoop.DoEvents(); }
+void DoEvents() {
+  ThePlatform().eventLoop.DoEvents();
+}
 
 void StartTimer(Timer& timer, int milliseconds) {
   timer.Interval = milliseconds;

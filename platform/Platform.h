@@ -1,7 +1,8 @@
-// What the logic needs of the world, as small interfaces with one implementation in Qt and one scripted for tests.
+// What the logic needs of the world, as small interfaces with one implementation in Qt and one scripted for
+// tests.
 //
-// One Platform record, set once by the program or by a test before anything else runs. Everything here is called on
-// the one user interface thread.
+// One Platform record, set once by the program or by a test before anything else runs. Everything here is
+// called on the one user interface thread.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +23,12 @@ enum class BoxAnswer { Ok, Cancel };
 struct MessageBoxes {
   virtual ~MessageBoxes() = default;
   // Modal; the event loop runs while it is shown. An empty title is the application's default title.
-  virtual BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon, std::u16string_view title) = 0;
+  virtual BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon,
+                         std::u16string_view title) = 0;
 };
 
-// The state of a file dialog. ShowOpen and ShowSave return 0 with FileName (the whole path) and FileTitle (its last
-// part) set, or FileDialogCancelled with nothing changed.
+// The state of a file dialog. ShowOpen and ShowSave return 0 with FileName (the whole path) and FileTitle
+// (its last part) set, or FileDialogCancelled with nothing changed.
 constexpr long FileDialogCancelled = 32755;
 constexpr int AskBeforeOverwrite = 2; // a value of Flags
 
@@ -68,7 +70,8 @@ struct Timer {
 
 struct Timers {
   virtual ~Timers() = default;
-  // The timer's Interval or Enabled has changed; the interval starts anew. Also called before a timer goes away.
+  // The timer's Interval or Enabled has changed; the interval starts anew. Also called before a timer goes
+  // away.
   virtual void Changed(Timer& timer) = 0;
 };
 

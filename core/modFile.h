@@ -1,0 +1,48 @@
+// Model selection and the initial settings file, which shapes the parameter store.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/modMain.h"
+
+namespace loader {
+
+// The models as LOADER.INI's TYPE counts them: 0 KOV, anything else RUG.
+void TakeKovProfile();
+void TakeRugProfile();
+
+// Takes the model from LOADER.INI, creating the file or its TYPE where they are missing. A TYPE that is no
+// signed 16-bit number is a RunTimeFailure.
+void SelectModel();
+
+// Selects the model and rebuilds ParamStore from <program folder>/InitSet.Ini, with every value at its
+// default. False when the file cannot be opened or is not well formed; the store is then as it was before the
+// call.
+[[nodiscard]] bool gFLoadInitSetteiData();
+
+// The same for a caller that ends the program on failure: text 11005, then the end. False after a failure.
+[[nodiscard]] bool RebuildStoreOrEnd();
+
+// One line of the initial settings file: the row's fields 0 to 8.
+using InitRow = std::vector<std::u16string>;
+// The rows of the block of `versionTag`. Header row: {"2", tag, ModeCheckOff}. Throws RunTimeFailure on a row
+// of more than nine fields before the end of the block.
+[[nodiscard]] std::vector<InitRow> ReadInitBlock(std::u16string_view fileText,
+                                                 std::u16string_view versionTag);
+// The store that the rows describe, item 0 copied to all items; the defaults that depend on the item are not
+// in it yet. `modeCheckOff` is set by a header row and left alone without one.
+[[nodiscard]] ParamStoreTable BuildStore(const std::vector<InitRow>& rows, std::int32_t& modeCheckOff);
+// The defaults that depend on the item number (colours, tags, group names), in ParamStore, for the profile in
+// force.
+void ApplyItemDefaults();
+
+// The whole file as bytes; RunTimeFailure when it cannot be read.
+[[nodiscard]] std::string ReadWholeFile(const std::filesystem::path& file);
+// Lines of a text file, without their line ends: CR LF, or LF alone. A line end at the end of the text opens
+// no line.
+[[nodiscard]] std::vector<std::u16string_view> SplitLines(std::u16string_view text);
+
+} // namespace loader
