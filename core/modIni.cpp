@@ -267,6 +267,12 @@ void Place(Catalogue& catalogue, std::size_t index, std::u16string_view text) {
 
 void gFInitCatalogues() {
   for (const TextPiece& piece : TextPieces) {
+    piece.catalogue->clear();
+  }
+  for (const NumberPiece& piece : NumberPieces) {
+    piece.catalogue->clear();
+  }
+  for (const TextPiece& piece : TextPieces) {
     for (int i = 0; i < piece.count; ++i) {
       Place(*piece.catalogue, piece.at + static_cast<std::size_t>(i), LoadText(TextId::At(piece.first + i)));
     }
