@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -37,6 +38,11 @@ struct Expected {
   std::u16string_view first;
   std::u16string_view last;
 };
+
+// Test lists show what is tested in place of raw bytes.
+void PrintTo(const Expected& expected, std::ostream* out) {
+  *out << expected.size << " entries";
+}
 
 class EveryCatalogue : public testing::TestWithParam<Expected> {
 protected:

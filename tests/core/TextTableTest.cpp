@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -84,6 +85,11 @@ struct CountedRange {
   int rows;
 };
 
+// Test lists show what is tested in place of raw bytes.
+void PrintTo(const CountedRange& range, std::ostream* out) {
+  *out << range.rows << " rows";
+}
+
 class TextRange : public testing::TestWithParam<CountedRange> {};
 
 TEST_P(TextRange, HasItsCount) {
@@ -114,6 +120,10 @@ struct NamedText {
   int id;
   const char* text;
 };
+
+void PrintTo(const NamedText& named, std::ostream* out) {
+  *out << named.text;
+}
 
 class NamedTexts : public testing::TestWithParam<NamedText> {};
 
@@ -425,6 +435,10 @@ struct GridRun {
   int first;
   std::vector<const char*> texts;
 };
+
+void PrintTo(const GridRun& run, std::ostream* out) {
+  *out << run.texts.size() << " texts";
+}
 
 class GridTexts : public testing::TestWithParam<GridRun> {};
 
