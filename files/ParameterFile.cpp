@@ -1,0 +1,307 @@
+#include "files/ParameterFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <limits>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "core/ModelProfile.h"
+#include "core/Text.h"
+#include "core/TextTable.h"
+#include "core/UserUnits.h"
+#include "core/modFile.h"
+#include "core/modMain.h"
+#include "platform/Platform.h"
+
+namespace loader {
+
+namespace {
+
+constexpr std::string_view HeadKey = "LOADER";
+constexpr std::string_view HeadLine = "LOADER ,V210\r\n";
+
+// --- The writer
+
+std::string LineOf(const ParamSection& section, int item, std::string_view tag, std::u16string_view value) {
+  return std::string(Trim(std::string_view(section.Code))) + Narrow(PaddedDecimal(item, 2)) +
+         std::string(tag) + "," + ToCodePage(value) + "\r\n";
+}
+
+void WriteItem(std::ostream& out, const ParamSection& section, int number) {
+  const ParamItem& item = section.Items[static_cast<std::size_t>(number)];
+  for (const ParamTextRecord& record : item.TextRecords) {
+    out << LineOf(section, number, record.Tag, TrimRight(record.Value));
+  }
+  for (const ParamNumRecord& record : item.NumRecords) {
+    out << LineOf(section, number, record.Tag, DecimalText(record.Value));
+  }
+}
+
+// --- The reader
+
+// Cuts the first line off `rest`: CR LF, CR or LF ends it. A line end at the end of the file opens no line.
+std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = rest.find_first_of("\r\n");
+  if (end == std::string_view::npos) {
+    return std::exchange(rest, {});
+  }
+  const std::string_view line = rest.substr(0, end);
+  rest.remove_prefix(end + (rest.substr(end, 2) == "\r\n" ? 2 : 1));
+  return line;
+}
+
+std::string_view WithoutTrailingBlanks(std::string_view text) {
+  const std::size_t last = text.find_last_not_of(' ');
+  return last == std::string_view::npos ? std::string_view{} : text.substr(0, last + 1);
+}
+
+struct KeyAndValue {
+  std::string_view key;
+  std::string_view value;
+};
+
+// Split as bytes: neither the comma nor the blank can be half of a full-width character.
+KeyAndValue SplitLine(std::string_view line) {
+  const std::size_t comma = line.find(',');
+  if (comma == std::string_view::npos) {
+    throw RunTimeFailure("a line of a parameter file has no comma");
+  }
+  return {WithoutTrailingBlanks(line.substr(0, comma)), WithoutTrailingBlanks(line.substr(comma + 1))};
+}
+
+struct ParameterLine {
+  std::string_view section;
+  std::int16_t item = 0;
+  std::string_view tag; // trimmed
+  std::u16string value;
+};
+
+ParameterLine ParseLine(const KeyAndValue& line) {
+  constexpr std::size_t ItemColumn = 1; // from 0
+  constexpr std::size_t TagColumn = 3;
+  const auto columns = [&](std::size_t first, std::size_t count) {
+    return line.key.substr(std::min(first, line.key.size()), count);
+  };
+  return {columns(0, ItemColumn), RequireInt16(Widen(columns(ItemColumn, TagColumn - ItemColumn))),
+          Trim(columns(TagColumn, TagWidth)), FromCodePage(line.value)};
+}
+
+// Older files keep a time of day as hours and minutes, each in a line of its own; the hours come first.
+struct HourMemory {
+  std::int16_t start = 0;
+  std::int16_t stop = 0;
+};
+
+std::int16_t Checked16(std::int32_t number) {
+  if (number < std::numeric_limits<std::int16_t>::min() ||
+      number > std::numeric_limits<std::int16_t>::max()) {
+    throw RunTimeFailure("a time of a parameter file is out of range");
+  }
+  return static_cast<std::int16_t>(number);
+}
+
+std::u16string Minutes(std::int16_t hours, std::u16string_view minutes) {
+  constexpr std::int32_t MinutesPerHour = 60;
+  const std::int16_t ofHours = Checked16(hours * MinutesPerHour);
+  return DecimalText(Checked16(ofHours + RequireInt16(minutes)));
+}
+
+// A comma empties the text, deliberately, although the writer writes it as it is.
+void EmptyIfComma(ParameterLine& line, HourMemory&) {
+  if (line.value.find(u',') != std::u16string::npos) {
+    line.value.clear();
+  }
+}
+
+// Input kinds of older files.
+void RenumberKind(ParameterLine& line, HourMemory&) {
+  struct Renumbering {
+    std::u16string_view old;
+    std::u16string_view present;
+  };
+  constexpr std::array<Renumbering, 6> renumberings{
+      {{u"13", u"20"}, {u"14", u"21"}, {u"15", u"30"}, {u"16", u"31"}, {u"17", u"32"}, {u"18", u"33"}}};
+  const auto found = std::ranges::find(renumberings, line.value, &Renumbering::old);
+  if (found != renumberings.end()) {
+    line.value = found->present;
+  }
+}
+
+void RememberStart(ParameterLine& line, HourMemory& hours) {
+  hours.start = RequireInt16(line.value);
+}
+void RememberStop(ParameterLine& line, HourMemory& hours) {
+  hours.stop = RequireInt16(line.value);
+}
+void StartInMinutes(ParameterLine& line, HourMemory& hours) {
+  line.value = Minutes(hours.start, line.value);
+}
+void StopInMinutes(ParameterLine& line, HourMemory& hours) {
+  line.value = Minutes(hours.stop, line.value);
+}
+
+// Older files switch the report cycle with the totalizer kind. The rule holds for present files too,
+// deliberately: the kind is 1 after every open, and the cycle that a present file holds stands behind this
+// line.
+void TotalKindToCycle(ParameterLine& line, HourMemory&) {
+  constexpr std::u16string_view NoReport = u"15";
+  constexpr std::u16string_view Daily = u"0";
+  // A store without report cycles has nothing to set.
+  static_cast<void>(gFParamValue(line.section, line.item, "STYP",
+                                 RequireInt16(line.value) == 0 ? NoReport : Daily, SlotValue));
+  line.value = u"1";
+}
+
+// What becomes of a line whose tag is `tag`: first its new tag and section, where it has one, then its value.
+struct KeyRule {
+  std::string_view tag;
+  std::string_view newTag;
+  std::string_view newSection;
+  void (*onValue)(ParameterLine&, HourMemory&) = nullptr;
+};
+constexpr KeyRule KeyRules[] = {
+    {"TPVM", "BPVM", "B"},
+    {"BMEM", "TMEM", "T"},
+    {"TAG", {}, {}, EmptyIfComma},
+    {"TAG2", {}, {}, EmptyIfComma},
+    {"GNEM", {}, {}, EmptyIfComma},
+    {"MESS", {}, {}, EmptyIfComma},
+    {"UNIT", {}, {}, EmptyIfComma},
+    {"TYPE", {}, {}, RenumberKind},
+    {"TTSH", {}, {}, RememberStart},
+    {"TTSM", "TSTR", {}, StartInMinutes},
+    {"TTEH", {}, {}, RememberStop},
+    {"TTEM", "TSTO", {}, StopInMinutes},
+    {"TOTA", {}, "Z"},
+    {"TSTM", {}, "Z"},
+    {"TSIG", {}, "Z"},
+    {"SEKI", {}, {}, TotalKindToCycle},
+};
+
+// One look-up is enough for a line: no rule leads to the tag of another.
+static_assert(std::ranges::none_of(KeyRules, [](const KeyRule& rule) {
+  return std::ranges::find(KeyRules, rule.newTag, &KeyRule::tag) != std::ranges::end(KeyRules);
+}));
+
+void ApplyRule(ParameterLine& line, HourMemory& hours) {
+  const auto rule = std::ranges::find(KeyRules, line.tag, &KeyRule::tag);
+  if (rule == std::ranges::end(KeyRules)) {
+    return;
+  }
+  line.tag = rule->newTag.empty() ? line.tag : rule->newTag;
+  line.section = rule->newSection.empty() ? line.section : rule->newSection;
+  if (rule->onValue != nullptr) {
+    rule->onValue(line, hours);
+  }
+}
+
+// False at the first parameter that the store does not have.
+bool LayLines(std::string_view bytes) {
+  HourMemory hours;
+  while (!bytes.empty()) {
+    const KeyAndValue parts = SplitLine(TakeLine(bytes));
+    // The head is skipped wherever it stands and whatever version it names: there is no version gate.
+    if (parts.key == HeadKey) {
+      continue;
+    }
+    ParameterLine line = ParseLine(parts);
+    ApplyRule(line, hours);
+    if (!gFParamValue(line.section, line.item, line.tag, line.value, SlotValue)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// --- The flows
+
+CommonDialog FileDialogOfModel(TextId title) {
+  CommonDialog dialog;
+  dialog.Flags = AskBeforeOverwrite;
+  dialog.CancelError = true;
+  if (ModelCode == "KOV") {
+    dialog.Filter = LoadText(10703);
+  } else if (ModelCode == "RUG") {
+    dialog.Filter = LoadText(10704);
+  }
+  dialog.DialogTitle = LoadText(title);
+  return dialog;
+}
+
+std::filesystem::path PathOf(std::u16string_view fileName) {
+  const std::string utf8 = ToUtf8(fileName);
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+} // namespace
+
+bool gFSaveParamFile(const std::filesystem::path& path) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out << HeadLine << std::flush; // flushed, so that its failure is seen
+  if (!out) {
+    return false;
+  }
+  for (const ParamSection& section : ParamStore) {
+    for (int item = 0; item < static_cast<int>(section.Items.size()); ++item) {
+      WriteItem(out, section, item);
+    }
+  }
+  return true;
+}
+
+bool LoadParamBytes(std::string_view bytes) {
+  try {
+    // Every line is split before the first one is laid: a file that is no parameter file changes nothing.
+    for (std::string_view rest = bytes; !rest.empty();) {
+      SplitLine(TakeLine(rest));
+    }
+    return LayLines(bytes);
+  } catch (const RunTimeFailure&) {
+    return false;
+  }
+}
+
+bool gFLoadParamFile(const std::filesystem::path& path) {
+  try {
+    return LoadParamBytes(ReadWholeFile(path));
+  } catch (const RunTimeFailure&) {
+    return false;
+  } catch (const std::bad_alloc&) {
+    return false; // a file larger than the memory is no parameter file
+  }
+}
+
+void OpenParameterFile(const std::function<void()>& refresh) {
+  CommonDialog dialog = FileDialogOfModel(10015);
+  if (ThePlatform().fileDialogs.ShowOpen(dialog) != 0) {
+    return; // cancelled
+  }
+  if (!RebuildStoreOrEnd()) {
+    return;
+  }
+  if (gFLoadParamFile(PathOf(dialog.FileName))) {
+    UpdateUserUnitNames();
+  } else {
+    ShowMessage(LoadText(11003));
+    if (!RebuildStoreOrEnd()) {
+      return;
+    }
+  }
+  refresh();
+}
+
+void SaveParameterFile() {
+  CommonDialog dialog = FileDialogOfModel(10016);
+  if (ThePlatform().fileDialogs.ShowSave(dialog) != 0) {
+    return; // cancelled
+  }
+  if (!gFSaveParamFile(PathOf(dialog.FileName))) {
+    ShowMessage(LoadText(11002));
+  }
+}
+
+} // namespace loader
