@@ -1,0 +1,73 @@
+// Value rules: how a stored number becomes the text of a field and back, and the checks of a field that is
+// left.
+//
+// Every numeric parameter is a signed 16-bit integer with a decimal point position beside it: the shown value
+// is the stored value / 10^position. Limits are stored integers in the same position as their value. These
+// functions are the only way between a field and a stored number. A point is always ".", whatever the locale.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/TextTable.h"
+#include "platform/Controls.h"
+#include "platform/Platform.h"
+
+namespace loader {
+
+// 10^position for positions 1 to 4, otherwise 1: positions above 4 do not exist and scale nothing.
+[[nodiscard]] std::int16_t ValuePow10(int position);
+// `count` characters "0"; empty for a count of 0 or less.
+[[nodiscard]] std::u16string ZeroText(int count);
+// "." and `position` zeros; empty for a position of 0 or less.
+[[nodiscard]] std::u16string DecimalMask(int position);
+
+// The general numeric test: blanks, a sign, digits with an optional point among or around them, an exponent
+// ("e" or "E", a sign, digits), blanks. Empty when the text fails it. A number beyond the range of double is
+// an infinity.
+[[nodiscard]] std::optional<double> NumericText(std::u16string_view text);
+
+// The canonical field text: at least one digit before the point, exactly `position` digits behind it, no
+// point at position 0. Empty for a value outside the limits (both inclusive), which is shown as a blank
+// field.
+[[nodiscard]] std::u16string StoredToText(std::int32_t value, int position, int minimum, int maximum);
+
+// The typed text as a stored value. Digits behind the position are cut off, never rounded, and with them
+// whatever stands there; `text` keeps the cut form. On failure `stored` is unchanged, and a message (text
+// 62200 or 62201) has been shown with one exception: a number that cannot be computed (what is left after the
+// cut is none, or the product does not fit 32 bits) fails without a word.
+[[nodiscard]] bool TextToStored(std::u16string& text, std::int16_t& stored, int minimum, int maximum,
+                                int position);
+
+// The whole check of a number field that is left. A failed field has shown its message, takes the focus back
+// and has its text selected; a good one shows the canonical text, except the field `txtYear`, which keeps
+// what was typed. While WaitTimer2 runs nothing is checked and the result is false. The caller answers a
+// false result with WaitChk.
+[[nodiscard]] bool CheckValueField(int position, int minimum, int maximum, TextField& field);
+
+// The re-entry guard of the field checks: a failed check moves the focus, so other fields are left in turn;
+// for 100 milliseconds none of them reports as well. The timer is a one-shot.
+extern Timer WaitTimer2;
+// Counts the firings of WaitTimer2 since WaitChk: 0 while the guard is on, 2 after its one firing.
+extern int WaitTimer2Count;
+void WaitChk();
+
+// The text of a channel with a logarithmic scale: "3.16E2". `value` and the measuring limits are stored
+// integers of one position; the exponents are whole numbers. Exponents are clamped to -9 to 9.
+[[nodiscard]] std::u16string LogValueText(std::int32_t value, std::int32_t measuringMinimum,
+                                          std::int32_t measuringMaximum, std::int32_t exponentMinimum,
+                                          std::int32_t exponentMaximum);
+
+// The check of a tag field that is left: at most `byteLimit` bytes in code page 932, no comma (it separates
+// the fields of the parameter file). On failure the message `tooLong` or `forbidden` has been shown, the
+// field takes the focus back and has its text, or the comma, selected. The limit is the ByteLength of the
+// tag's record.
+[[nodiscard]] bool CheckTagField(TextField& field, int byteLimit, TextId tooLong, TextId forbidden);
+
+// The channel number typed into the field, 1 to channelCount. Empty after a message (62102, 62103): the
+// channel shown stays. Only a number out of range asks for the focus.
+[[nodiscard]] std::optional<int> CheckChannelNumber(TextField& field, int channelCount);
+
+} // namespace loader

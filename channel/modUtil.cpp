@@ -1,0 +1,245 @@
+#include "channel/modUtil.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <system_error>
+#include <utility>
+
+#include "core/Text.h"
+
+namespace loader {
+
+namespace {
+
+// Runs once for each WaitChk.
+void OnWaitTimer2() {
+  WaitTimer2Count = 2;
+  StopTimer(WaitTimer2);
+}
+
+// The picture of a stored value, without a look at limits.
+std::u16string ValuePicture(std::int32_t value, int position) {
+  const std::int64_t magnitude = value < 0 ? -std::int64_t{value} : std::int64_t{value};
+  const std::int64_t scale = ValuePow10(position);
+  std::u16string text = value < 0 ? u"-" : u"";
+  text += DecimalText(magnitude / scale);
+  if (position > 0) {
+    text += u'.';
+    text += PaddedDecimal(magnitude % scale, position);
+  }
+  return text;
+}
+
+constexpr bool IsDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+std::size_t DigitsAt(std::string_view text, std::size_t at) {
+  std::size_t end = at;
+  while (end < text.size() && IsDigit(text[end])) {
+    ++end;
+  }
+  return end - at;
+}
+
+// Digits, point, digits, exponent; a digit before the exponent and one in it are required.
+bool IsUnsignedNumber(std::string_view text) {
+  std::size_t at = DigitsAt(text, 0);
+  std::size_t digits = at;
+  if (at < text.size() && text[at] == '.') {
+    const std::size_t behind = DigitsAt(text, at + 1);
+    digits += behind;
+    at += 1 + behind;
+  }
+  if (digits == 0) {
+    return false;
+  }
+  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+    ++at;
+    if (at < text.size() && (text[at] == '+' || text[at] == '-')) {
+      ++at;
+    }
+    const std::size_t exponentDigits = DigitsAt(text, at);
+    if (exponentDigits == 0) {
+      return false;
+    }
+    at += exponentDigits;
+  }
+  return at == text.size();
+}
+
+// Whether an unsigned number that double cannot hold is too large (and not too small).
+bool IsTooLarge(std::string_view number) {
+  const std::size_t exponentAt = std::min(number.find_first_of("eE"), number.size());
+  const std::string_view mantissa = number.substr(0, exponentAt);
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const std::size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
+  // The power of ten of the first digit that counts, within one; the number itself is hundreds away from 1.
+  const std::int64_t magnitude = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+
+  std::string_view exponentText = number.substr(std::min(exponentAt + 1, number.size()));
+  if (exponentText.starts_with('+')) {
+    exponentText.remove_prefix(1);
+  }
+  constexpr std::int64_t Bound = std::int64_t{1} << 60; // more than any text has digits
+  std::int64_t exponent = 0;
+  const std::from_chars_result read =
+      std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+  if (read.ec == std::errc::result_out_of_range) {
+    exponent = exponentText.starts_with('-') ? -Bound : Bound;
+  }
+  return magnitude + std::clamp(exponent, -Bound, Bound) > 0;
+}
+
+// 10^fraction x 100, whole part. The fraction lies from 0 below 1, so the result lies from 100 to 999; the
+// clamp takes what the rounding of pow leaves beside it.
+int Mantissa(double fraction) {
+  return std::clamp(static_cast<int>(std::pow(10.0, fraction) * 100.0), 100, 999);
+}
+
+} // namespace
+
+Timer WaitTimer2{0, false, OnWaitTimer2};
+int WaitTimer2Count = 0;
+
+std::int16_t ValuePow10(int position) {
+  constexpr std::array<std::int16_t, 5> Powers{1, 10, 100, 1000, 10000};
+  return position >= 1 && position <= 4 ? Powers[static_cast<std::size_t>(position)] : std::int16_t{1};
+}
+
+std::u16string ZeroText(int count) {
+  return count > 0 ? std::u16string(static_cast<std::size_t>(count), u'0') : std::u16string{};
+}
+
+std::u16string DecimalMask(int position) {
+  return position > 0 ? u"." + ZeroText(position) : std::u16string{};
+}
+
+std::optional<double> NumericText(std::u16string_view text) {
+  const std::string ascii = Narrow(Trim(text));
+  std::string_view number = ascii;
+  const bool negative = number.starts_with('-');
+  if (negative || number.starts_with('+')) {
+    number.remove_prefix(1);
+  }
+  if (!IsUnsignedNumber(number)) {
+    return std::nullopt;
+  }
+  double value = 0.0;
+  const std::from_chars_result read = std::from_chars(number.data(), number.data() + number.size(), value);
+  if (read.ec == std::errc::result_out_of_range) {
+    value = IsTooLarge(number) ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return negative ? -value : value;
+}
+
+std::u16string StoredToText(std::int32_t value, int position, int minimum, int maximum) {
+  if (value < minimum || value > maximum) {
+    return {};
+  }
+  return ValuePicture(value, position);
+}
+
+bool TextToStored(std::u16string& text, std::int16_t& stored, int minimum, int maximum, int position) {
+  if (!NumericText(text)) {
+    ShowMessage(LoadText(62200));
+    return false;
+  }
+  if (const std::size_t point = text.find(u'.'); point != std::u16string::npos) {
+    // The cut is blind on purpose: an exponent behind the last digit goes with it, wholly or in part.
+    text.resize(std::min(text.size(), point + DecimalMask(position).size()));
+  }
+  const std::optional<double> number = NumericText(text);
+  if (!number) {
+    return false; // nothing, a lone sign or half an exponent is left: no message of its own
+  }
+  const double product = std::nearbyint(*number * ValuePow10(position)); // ties to even
+  constexpr double Smallest = std::numeric_limits<std::int32_t>::min();
+  constexpr double Largest = std::numeric_limits<std::int32_t>::max();
+  if (!(product >= Smallest && product <= Largest)) {
+    return false; // does not fit 32 bits: no message of its own
+  }
+  const auto rounded = static_cast<std::int32_t>(product);
+  if (rounded < minimum || rounded > maximum) {
+    ShowMessage(Replace(Replace(LoadText(62201), u"@FORMIN@", ValuePicture(minimum, position)), u"@FORMAX@",
+                        ValuePicture(maximum, position)));
+    return false;
+  }
+  if (rounded < std::numeric_limits<std::int16_t>::min() ||
+      rounded > std::numeric_limits<std::int16_t>::max()) {
+    return false; // limits wider than a stored value
+  }
+  stored = static_cast<std::int16_t>(rounded);
+  return true;
+}
+
+bool CheckValueField(int position, int minimum, int maximum, TextField& field) {
+  if (WaitTimer2.Enabled) {
+    return false;
+  }
+  std::u16string text = field.text;
+  std::int16_t stored = 0;
+  if (!TextToStored(text, stored, minimum, maximum, position)) {
+    RequestFocusAndSelectAll(field);
+    return false;
+  }
+  // Deliberate: the year alone keeps the text as it was typed.
+  if (field.name != "txtYear") {
+    field.text = StoredToText(stored, position, minimum, maximum);
+  }
+  return true;
+}
+
+void WaitChk() {
+  WaitTimer2Count = 0;
+  StartTimer(WaitTimer2, 100);
+}
+
+std::u16string LogValueText(std::int32_t value, std::int32_t measuringMinimum, std::int32_t measuringMaximum,
+                            std::int32_t exponentMinimum, std::int32_t exponentMaximum) {
+  const std::int64_t span = std::int64_t{measuringMaximum} - measuringMinimum;
+  const std::int64_t part = std::int64_t{value} - measuringMinimum;
+  const std::int64_t exponents = std::int64_t{exponentMaximum} - exponentMinimum;
+  double exponent = exponentMinimum;
+  if (span != 0) {
+    exponent += static_cast<double>(part) * static_cast<double>(exponents) / static_cast<double>(span);
+  }
+  exponent = std::clamp(exponent, -9.0, 9.0);
+  const double whole = std::floor(exponent);
+  const std::u16string digits = DecimalText(Mantissa(exponent - whole));
+  return digits.substr(0, 1) + u"." + digits.substr(1) + u"E" + DecimalText(static_cast<std::int64_t>(whole));
+}
+
+bool CheckTagField(TextField& field, int byteLimit, TextId tooLong, TextId forbidden) {
+  if (std::cmp_greater(CodePageLength(field.text), byteLimit)) {
+    ShowMessage(Replace(LoadText(tooLong), u"@LEN@", DecimalText(byteLimit)));
+    RequestFocusAndSelectAll(field);
+    return false;
+  }
+  if (const std::size_t comma = field.text.find(u','); comma != std::u16string::npos) {
+    ShowMessage(Replace(LoadText(forbidden), u"@MID@", u","));
+    RequestFocusAndSelect(field, static_cast<int>(comma), 1);
+    return false;
+  }
+  return true;
+}
+
+std::optional<int> CheckChannelNumber(TextField& field, int channelCount) {
+  const std::optional<double> number = NumericText(field.text);
+  if (!number) {
+    ShowMessage(LoadText(62102));
+    return std::nullopt;
+  }
+  if (*number < 1.0 || *number > channelCount) {
+    ShowMessage(Replace(LoadText(62103), u"@CHASU@", DecimalText(channelCount)));
+    RequestFocusAndSelectAll(field);
+    return std::nullopt;
+  }
+  return static_cast<int>(std::nearbyint(*number));
+}
+
+} // namespace loader
