@@ -1,7 +1,6 @@
 #include "channel/InputTypeRules.h"
 
-#include <algorithm>
-#include <array>
+#include <cstdint>
 
 #include "channel/modUtil.h"
 #include "core/ModelProfile.h"
@@ -17,22 +16,24 @@ struct Span {
   int first = 1;
   int last = 0;
 };
-// Up to two ranges.
-using Spans = std::array<Span, 2>;
+struct Spans {
+  Span one;
+  Span other = {};
+};
 
-constexpr bool Holds(Span span, int number) {
+constexpr bool Holds(Span span, std::int64_t number) {
   return number >= span.first && number <= span.last;
 }
 
-bool AnyHolds(const Spans& spans, int number) {
-  return std::ranges::any_of(spans, [&](Span span) { return Holds(span, number); });
+constexpr bool Holds(const Spans& spans, int number) {
+  return Holds(spans.one, number) || Holds(spans.other, number);
 }
 
-constexpr bool IsOdd(int number) {
+constexpr bool IsOdd(std::int64_t number) {
   return number % 2 != 0;
 }
 
-// The first of each pair within the runs of paired channels, counted from 1.
+// Runs of paired channels, numbered from 1; in each either the odd or the even numbers lead their pair.
 struct PairRun {
   Span numbers;
   bool leaderIsOdd;
@@ -52,9 +53,11 @@ struct OfferRow {
   Spans offered;
 };
 constexpr OfferRow OfferRows[] = {
-    {{{{0, 0}, {40, 40}}}, {{{1, 39}}}}, {{{{1, 12}, {30, 30}}}, {{{1, 12}, {30, 30}}}},
-    {{{{20, 21}}}, {{{20, 21}}}},        {{{{31, 31}}}, {{{31, 31}}}},
-    {{{{32, 33}}}, {{{32, 33}}}},
+    {{{0, 0}, {40, 40}}, {{1, 39}}},            // everything
+    {{{1, 12}, {30, 30}}, {{1, 12}, {30, 30}}}, // thermocouples, 50 mV
+    {{{20, 21}}, {{20, 21}}},                   // resistance thermometers
+    {{{31, 31}}, {{31, 31}}},                   // 500 mV
+    {{{32, 33}}, {{32, 33}}},                   // volts
 };
 
 void AppendNamed(std::vector<int>& kinds, Span span) {
@@ -75,10 +78,10 @@ struct LeaderRow {
 };
 constexpr int ChosenKind = -1;
 constexpr LeaderRow LeaderRows[] = {
-    {{{{1, 19}, {30, 30}}}, {{{1, 19}, {30, 30}}}, 1, 62105},
-    {{{{20, 29}}}, {{{20, 29}}}, 20, 62106},
-    {{{{31, 31}}}, {{{31, 31}}}, ChosenKind, 62106},
-    {{{{32, 34}}}, {{{32, 34}}}, ChosenKind, 62106},
+    {{{1, 19}, {30, 30}}, {{1, 19}, {30, 30}}, 1, 62105},
+    {{{20, 29}}, {{20, 29}}, 20, 62106},
+    {{{31, 31}}, {{31, 31}}, ChosenKind, 62106},
+    {{{32, 34}}, {{32, 34}}, ChosenKind, 62106},
 };
 
 // The range values that follow a kind, in the order of the channel dialog. PVKA is no range value: it is a
@@ -158,8 +161,8 @@ int ChannelPairKind(int channelIndex) {
     return number == 4 ? PairLeader : number == 5 ? PairDependent : PairIndependent;
   }
   for (const PairRun& run : PairRuns) {
-    if (number >= run.numbers.first && number <= run.numbers.last) {
-      return IsOdd(static_cast<int>(number)) == run.leaderIsOdd ? PairLeader : PairDependent;
+    if (Holds(run.numbers, number)) {
+      return IsOdd(number) == run.leaderIsOdd ? PairLeader : PairDependent;
     }
   }
   return PairIndependent;
@@ -173,10 +176,9 @@ std::vector<int> OfferedInputTypes(int pairKind, int previousType) {
   }
   kinds.push_back(KindSkip);
   for (const OfferRow& row : OfferRows) {
-    if (AnyHolds(row.previous, previousType)) {
-      for (const Span offered : row.offered) {
-        AppendNamed(kinds, offered);
-      }
+    if (Holds(row.previous, previousType)) {
+      AppendNamed(kinds, row.offered.one);
+      AppendNamed(kinds, row.offered.other);
     }
   }
   kinds.push_back(KindOtherChannel);
@@ -198,8 +200,8 @@ std::optional<LeaderConflict> FindLeaderConflict(int chosenType, int nextType) {
     return std::nullopt;
   }
   for (const LeaderRow& row : LeaderRows) {
-    if (AnyHolds(row.chosen, chosenType)) {
-      if (AnyHolds(row.kept, nextType)) {
+    if (Holds(row.chosen, chosenType)) {
+      if (Holds(row.kept, nextType)) {
         return std::nullopt;
       }
       return LeaderConflict{row.newKind == ChosenKind ? chosenType : row.newKind, row.message};
@@ -237,7 +239,7 @@ void ChannelInit(int channelIndex, int kind) {
   InputRangeLookup(kind, celsius.UnitNo, range);
   if (ParamNumRecord* point = FindNumRecord("C", channelIndex, "POIN")) {
     // Deliberate: only the volt kinds bring their own position.
-    const bool fromTable = Holds({32, 34}, kind);
+    const bool fromTable = Holds(Span{32, 34}, kind);
     SetNumber(*point, fromTable ? static_cast<std::int16_t>(range.Point) : point->DefaultValue, SlotValue);
   }
   for (const InitStep& row : InitSteps) {
@@ -259,7 +261,7 @@ ChannelState StoredChannelState(int channelIndex) {
 }
 
 bool KindLimited(int kind, bool scalingOn) {
-  return kind != KindOtherChannel && (Holds({1, 29}, kind) || !scalingOn);
+  return kind != KindOtherChannel && (Holds(Span{1, 29}, kind) || !scalingOn);
 }
 
 Limits KindLimits(int kind, int unit) {
