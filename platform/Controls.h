@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <span>
 #include <string>
@@ -222,5 +223,25 @@ void RequestFocusAndSelectAll(TextField& field);
 
 // "cmbDI(3)".
 [[nodiscard]] std::string ElementName(std::string_view array, int element);
+
+// A control array: elements `first` up, each registered under its own name.
+template <typename ControlType> class ControlArray {
+public:
+  ControlArray(Screen& owner, std::string_view name, int count, int first = 0) : first_(first) {
+    for (int n = first; n < first + count; ++n) {
+      elements_.emplace_back(owner, ElementName(name, n));
+    }
+  }
+  [[nodiscard]] ControlType& operator()(int element) {
+    return elements_.at(static_cast<std::size_t>(element - first_));
+  }
+  [[nodiscard]] int Count() const { return static_cast<int>(elements_.size()); }
+  auto begin() { return elements_.begin(); }
+  auto end() { return elements_.end(); }
+
+private:
+  int first_;
+  std::deque<ControlType> elements_; // elements never move: the screen holds their addresses
+};
 
 } // namespace loader

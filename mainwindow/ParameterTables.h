@@ -1,0 +1,34 @@
+// The tables of the main window: BuildTables lays them out for the model, RefreshAll fills everything from
+// the store.
+//
+// All of this works on the window that is open (frmParamLoader). A fill shows no message: a value outside its
+// list leaves the cell as it was, a number outside its limits leaves it blank.
+#pragma once
+
+#include <string_view>
+
+namespace loader {
+
+// Model-dependent visibility, table layout, all fixed lists. Writes no values.
+void BuildTables();
+// Fills every table and page from ParamStore.
+void RefreshAll();
+
+// One row of fgrCh; the channel number counts from 1.
+void FillChannelRow(int channelNumber);
+// One row of fgrOperationChSet; the channel number counts on behind the measuring channels.
+void FillOperationRow(int channelNumber);
+void FillConstantRow(int number);
+void FillMessageRow(int number);
+void FillUnitRow(int number);
+void FillGroupTable();
+void FillMailTriggerTable();
+
+// All rows of a table, with its drawing off meanwhile.
+void FillChannelTable();
+void FillOperationTable();
+
+// The width of a text in the font of the tables, in twips.
+[[nodiscard]] double MeasureTextWidth(std::u16string_view text);
+
+} // namespace loader

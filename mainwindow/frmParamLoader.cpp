@@ -1,0 +1,316 @@
+#include "mainwindow/frmParamLoader.h"
+
+#include <array>
+#include <stdexcept>
+#include <vector>
+
+#include "comm/BulkRead.h"
+#include "core/ModelProfile.h"
+#include "core/Text.h"
+#include "core/TextTable.h"
+#include "core/modFile.h"
+#include "core/modIniReadWrite.h"
+#include "files/ParameterFile.h"
+#include "mainwindow/ParameterTables.h"
+#include "mainwindow/SettingsPages.h"
+#include "mainwindow/frmAbout.h"
+
+namespace loader {
+
+std::unique_ptr<ParamLoaderScreen> frmParamLoader;
+
+namespace {
+
+constexpr int StartWidth = 800;
+constexpr int StartHeight = 650;
+constexpr std::string_view LoaderSection = "LOADER";
+
+// Text ids of the pages' captions, in page order.
+constexpr std::array<TextId, PageCount> PageCaptions{18094, 18157, 18095, 18096, 18097, 18098};
+
+void SetCaptions(ParamLoaderScreen& window) {
+  window.caption = LoadText(10000);
+  struct MenuCaption {
+    MenuEntry& entry;
+    TextId text;
+  };
+  const MenuCaption menus[] = {
+      {window.menuFile, 10500},
+      {window.smenuOpen, 10501},
+      {window.smenuOverWrite, 10502},
+      {window.smenuTextWrite, 10503},
+      {window.menuLine, 10504},
+      {window.smenuEnd, 10505},
+      {window.menuEdit, 10506},
+      {window.smenuCopy, 10507},
+      {window.smenuPaste, 10508},
+      {window.menuRS, 10509},
+      {window.menuRScomunication, 10510},
+      {window.menuRScomunicationf(0), 10511},
+      {window.menuRScomunicationf(1), 10512},
+      {window.menuRScomunicationf(2), 10513},
+      {window.menuRSipaddr, 10514},
+      {window.smenuTermset, 10515},
+      {window.smenuCOM(0), 10516},
+      {window.smenuCOM(1), 10517},
+      {window.smenuCOM(2), 10518},
+      {window.smenuCOM(3), 10519},
+      {window.smenuCOM(4), 10520},
+      {window.menuHelp, 10521},
+      {window.menuVersion, 10522},
+  };
+  for (const MenuCaption& menu : menus) {
+    menu.entry.caption = LoadText(menu.text);
+  }
+  constexpr TextId FirstToolTip = 10600;
+  for (int button = 1; button <= window.V.Count(); ++button) {
+    window.V(button).toolTip = LoadText(FirstToolTip + (button - 1));
+  }
+  window.lblCommStatus.caption = LoadText(18093);
+  window.btnRegRead.caption = LoadText(19623);
+  window.btnRegWrite.caption = LoadText(19624);
+  window.cmdFIX.caption = LoadText(19625);
+  window.cmdTime.caption = LoadText(19626);
+}
+
+void AddPages(ParamLoaderScreen& window) {
+  window.tbsParameter.pages.clear();
+  for (const TextId caption : PageCaptions) {
+    window.tbsParameter.pages.push_back({std::u16string(LoadText(caption))});
+  }
+}
+
+// Checks the entry of the index and no other; an index outside the array checks none.
+void CheckOnly(ControlArray<MenuEntry>& entries, int index) {
+  for (int n = 0; n < entries.Count(); ++n) {
+    entries(n).checked = n == index;
+  }
+}
+
+void ShowCommSettings(ParamLoaderScreen& window) {
+  CheckOnly(window.menuRScomunicationf, Settings.ConfiguredLink);
+  CheckOnly(window.smenuCOM, Settings.ComPortIndex);
+}
+
+void ChangePage(ParamLoaderScreen& window) {
+  const int page = window.tbsParameter.current;
+  window.CopySourceRow = 0;
+  window.CopyKind = page == ChannelPage     ? CopyKinds::Channels
+                    : page == OperationPage ? CopyKinds::OperationChannels
+                                            : CopyKinds::None;
+  const bool tables = page == ChannelPage || page == OperationPage || page == DisplayPage;
+  window.smenuCopy.enabled = tables;
+  window.smenuPaste.enabled = tables;
+  constexpr int CopyButton = 2;
+  constexpr int PasteButton = 3;
+  for (int button = 1; button <= window.V.Count(); ++button) {
+    window.V(button).enabled = tables || (button != CopyButton && button != PasteButton);
+  }
+  if (!tables) {
+    // On all three pages alike, deliberately, although the field lies on the recorder's page.
+    RequestFocus(ListNamed(window, "cmbMainSample"));
+  }
+  if (page == ChannelPage) {
+    FillChannelTable();
+  } else if (page == OperationPage) {
+    FillOperationTable();
+  }
+}
+
+void TakeCopyFocus(ParamLoaderScreen& window, CopyKinds kind) {
+  if (window.CopyKind != kind) {
+    window.CopyKind = kind;
+    window.CopySourceRow = 0;
+  }
+}
+
+// The file commands are not offered during an exchange: an open would pull the store from under it.
+void OpenFile(ParamLoaderScreen& window) {
+  if (!ExchangeUnderWay(window)) {
+    OpenParameterFile(RefreshAll);
+  }
+}
+
+void SaveFile(ParamLoaderScreen& window) {
+  if (!ExchangeUnderWay(window)) {
+    SaveParameterFile();
+  }
+}
+
+void ChangeModel(ParamLoaderScreen& window) {
+  const int picked = window.cmbType.index;
+  const std::optional<std::int16_t> saved = ParseInt16(GetIniValue(LoaderSection, "TYPE", LoaderIniPath()));
+  if (saved && picked == *saved) {
+    return;
+  }
+  if (!AskOkCancel(LoadText(11016))) {
+    if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
+      window.cmbType.index = *saved;
+    }
+    return;
+  }
+  SaveCommSettings();
+  window.CopySourceRow = 0;
+  SetIniValue(LoaderSection, "TYPE", DecimalText(picked), LoaderIniPath());
+  ParamStoreBackup = ParamStore;
+  if (!RebuildStoreOrEnd()) {
+    return;
+  }
+  BuildTables();
+  RefreshAll();
+}
+
+// False keeps the window open.
+bool MayClose(ParamLoaderScreen& window) {
+  if (ExchangeUnderWay(window)) {
+    ShowMessage(LoadText(20102));
+    return false;
+  }
+  if (!AskOkCancel(LoadText(20100))) {
+    return false;
+  }
+  SerialControl& port = ThePlatform().MSComm1;
+  if (port.PortOpen()) {
+    try {
+      port.SetPortOpen(false);
+    } catch (const RunTimeFailure&) {
+      // A device that was unplugged is closed as far as the program is concerned.
+    }
+  }
+  SaveCommSettings();
+  return true;
+}
+
+void TieMenus(ParamLoaderScreen& window) {
+  window.smenuOpen.onClick = window.V(1).onClick = [&window] { OpenFile(window); };
+  window.smenuOverWrite.onClick = [&window] { SaveFile(window); };
+  window.smenuEnd.onClick = [&window] { ThePlatform().screens.Close(window); };
+  window.menuVersion.onClick = window.V(4).onClick = [] { ShowAbout(); };
+  for (int link = 0; link < window.menuRScomunicationf.Count(); ++link) {
+    window.menuRScomunicationf(link).onClick = [&window, link] {
+      Settings.ConfiguredLink = static_cast<std::int16_t>(link);
+      ShowCommSettings(window);
+    };
+  }
+  for (int port = 0; port < window.smenuCOM.Count(); ++port) {
+    window.smenuCOM(port).onClick = [&window, port] {
+      Settings.ComPortIndex = static_cast<std::int16_t>(port);
+      ShowCommSettings(window);
+    };
+  }
+}
+
+void TieTables(ParamLoaderScreen& window) {
+  struct TableKind {
+    Grid& grid;
+    CopyKinds kind;
+  };
+  const TableKind tables[] = {
+      {window.fgrCh, CopyKinds::Channels},   {window.fgrOperationChSet, CopyKinds::OperationChannels},
+      {window.fgrMess, CopyKinds::Messages}, {window.fgrUnit, CopyKinds::Units},
+      {window.fgrGroup, CopyKinds::Groups},  {window.fgrConst, CopyKinds::Constants},
+  };
+  for (const TableKind& table : tables) {
+    table.grid.onGotFocus = [&window, kind = table.kind] { TakeCopyFocus(window, kind); };
+  }
+  // Headings of two rows.
+  window.fgrCh.FixedRows = 2;
+  window.fgrOperationChSet.FixedRows = 2;
+}
+
+void TieCommunication(ParamLoaderScreen& window) {
+  window.btnRegRead.onClick = [&window] { ReadFromRecorder(CallbacksOf(window, Flow::ReadOrWrite)); };
+  window.LampTimer.onTimer = [&window] {
+    constexpr Colour LampOn = 0x800000; // dark red
+    constexpr Colour LampOff = 0x000000;
+    window.picCommStatus(0).colour = window.lampLit ? LampOn : LampOff;
+    window.lampLit = !window.lampLit;
+  };
+}
+
+template <typename Kind> Kind& Named(const Screen& screen, std::string_view name, ControlKind kind) {
+  Control* control = screen.Find(name);
+  if (control == nullptr || control->kind != kind) {
+    throw std::logic_error("no such control on " + screen.name + ": " + std::string(name));
+  }
+  return static_cast<Kind&>(*control);
+}
+
+} // namespace
+
+ParamLoaderScreen::ParamLoaderScreen() : Screen("frmParamLoader") {
+  MakeSettingsControls(*this);
+  TieMenus(*this);
+  TieTables(*this);
+  TieCommunication(*this);
+  cmbType.onChange = [this] { ChangeModel(*this); };
+  tbsParameter.onChange = [this] { ChangePage(*this); };
+  onCloseQuery = [this] { return MayClose(*this); };
+}
+
+ParamLoaderScreen::~ParamLoaderScreen() {
+  if (LampTimer.Enabled) {
+    StopTimer(LampTimer);
+  }
+}
+
+void OpenMainWindow() {
+  frmParamLoader = std::make_unique<ParamLoaderScreen>();
+  ParamLoaderScreen& window = *frmParamLoader;
+  // A value that cannot be read keeps its start value; the window opens all the same.
+  LoadCommSettings();
+  ShowCommSettings(window);
+  window.widthPixels = StartWidth;
+  window.heightPixels = StartHeight;
+  SetCaptions(window);
+  AddPages(window);
+  BuildTables();
+  RefreshAll();
+  SelectPage(window.tbsParameter, ChannelPage);
+  window.CopySourceRow = 0;
+  window.CopyKind = CopyKinds::Channels;
+  ThePlatform().screens.Show(window);
+}
+
+bool ExchangeUnderWay(const ParamLoaderScreen& window) {
+  return !window.btnRegRead.enabled || !window.btnRegWrite.enabled;
+}
+
+FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow) {
+  std::vector<Control*> controls{&window.btnRegRead, &window.btnRegWrite, &window.cmdFIX};
+  if (flow != Flow::SetClock) {
+    controls.push_back(&window.cmdTime);
+  }
+  if (flow == Flow::ReadOrWrite) {
+    controls.push_back(&window.cmbType);
+  }
+  constexpr int LampMilliseconds = 50;
+  FlowCallbacks callbacks;
+  callbacks.setControlsEnabled = [controls](bool enabled) {
+    for (Control* control : controls) {
+      control->enabled = enabled;
+    }
+  };
+  // Stopping the lamp leaves its last colour standing.
+  callbacks.setLamp = [&window](bool on) {
+    if (on) {
+      StartTimer(window.LampTimer, LampMilliseconds);
+    } else {
+      StopTimer(window.LampTimer);
+    }
+  };
+  callbacks.refresh = RefreshAll;
+  return callbacks;
+}
+
+ListBox& ListNamed(const Screen& screen, std::string_view name) {
+  return Named<ListBox>(screen, name, ControlKind::ListBox);
+}
+TextField& FieldNamed(const Screen& screen, std::string_view name) {
+  return Named<TextField>(screen, name, ControlKind::TextField);
+}
+Label& LabelNamed(const Screen& screen, std::string_view name) {
+  return Named<Label>(screen, name, ControlKind::Label);
+}
+
+} // namespace loader

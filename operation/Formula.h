@@ -1,0 +1,52 @@
+// The formulas of an operation channel: how a term is packed in the store, its working form, and its text.
+//
+// Section "O" holds nine numbers for each of the four formulas of a channel, three for each of its three
+// terms: OPft (function, rule), S1ft (kind and number of input 1), S2ft (kind and number of input 2), the
+// first in the high byte, the second in the low byte.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace loader {
+
+constexpr int FormulaCount = 4;
+constexpr int TermCount = 3;
+
+struct FormulaTerm {
+  std::int16_t Rule = 0;       // row of OperatorList: 0 none, then + - * /
+  std::int16_t Func = 0;       // row of FunctionList
+  std::int16_t Input1No = 0;   // from 0
+  std::int16_t Input1Kind = 0; // row of TermPrefixList
+  std::int16_t Input2No = 0;
+  std::int16_t Input2Kind = 0;
+  std::int16_t TextLen = 0; // length of the term's text with its rule sign; 0: the term is empty
+  bool operator==(const FormulaTerm&) const = default;
+};
+
+using FormulaTable = std::array<std::array<FormulaTerm, TermCount>, FormulaCount>;
+// The formulas in work: reloaded from the store for each channel.
+extern FormulaTable FormulaWork;
+
+// high x 256 + low, as the signed 16-bit number that the store holds.
+[[nodiscard]] std::int16_t FormulaCompose(int high, int low);
+struct FormulaBytes {
+  std::int16_t high;
+  std::int16_t low;
+  bool operator==(const FormulaBytes&) const = default;
+};
+[[nodiscard]] FormulaBytes FormulaSplit(std::int16_t value);
+
+// Fills TextLen of the term.
+void FormulaTermLength(FormulaTerm& term);
+
+constexpr int FormulaModeDialog = 1; // one blank behind a text of fewer than three terms
+constexpr int FormulaModeWork = 2;   // what stands in FormulaWork
+constexpr int FormulaModeStore = 3;  // reloads the formula from the store first
+
+// The text of formula `formula` (1 to 4) of operation channel `channel` (from 0: its item in section "O").
+// Printing stops at the first empty term.
+[[nodiscard]] std::u16string FormulaText(int channel, int mode, int formula);
+
+} // namespace loader

@@ -1,0 +1,105 @@
+#include "operation/Formula.h"
+
+#include <gtest/gtest.h>
+
+#include "core/Text.h"
+#include "core/modMain.h"
+#include "tests/support/ScriptedPlatform.h"
+
+namespace loader {
+namespace {
+
+class Formula : public ::testing::Test {
+protected:
+  void SetUp() override { test::StartWithModel(platform, "KOV"); }
+  void Store(const std::string& tag, int high, int low, int channel = 0) {
+    ASSERT_NE(nullptr, FindNumRecord("O", channel, tag));
+    FindNumRecord("O", channel, tag)->Value = FormulaCompose(high, low);
+  }
+  static std::string Text(int formula, int mode = FormulaModeStore, int channel = 0) {
+    return ToUtf8(FormulaText(channel, mode, formula));
+  }
+  test::ScriptedPlatform platform;
+};
+
+TEST_F(Formula, ComposesAndSplitsBytes) {
+  EXPECT_EQ(513, FormulaCompose(2, 1));
+  EXPECT_EQ((FormulaBytes{2, 1}), FormulaSplit(513));
+  EXPECT_EQ((FormulaBytes{0, 255}), FormulaSplit(255));
+  EXPECT_EQ((FormulaBytes{255, 254}), FormulaSplit(-2));
+}
+
+TEST_F(Formula, EmptyTermsPrintAsEmptyText) {
+  EXPECT_EQ("", Text(1));
+  EXPECT_EQ("", Text(1, FormulaModeDialog));
+}
+
+TEST_F(Formula, APlainFirstInputCountsOnlyByItsRule) {
+  Store("OP11", 0, 1);
+  EXPECT_EQ("C01", Text(1));
+  Store("OP11", 0, 0);
+  EXPECT_EQ("", Text(1));
+}
+
+TEST_F(Formula, TermsAreJoinedByTheirRulesAndTheFirstRuleIsNotPrinted) {
+  Store("OP21", 0, 3); // a plain input with rule "*"
+  Store("S121", 0, 0);
+  Store("OP22", 1, 1); // + ABS
+  Store("S122", 1, 1);
+  Store("OP23", 8, 3); // * MAX
+  Store("S123", 0, 2);
+  Store("S223", 4, 0);
+  EXPECT_EQ("C01+ABS(T02)*MAX(C03,K01)", Text(2));
+  EXPECT_EQ("C01+ABS(T02)*MAX(C03,K01)", Text(2, FormulaModeDialog));
+}
+
+TEST_F(Formula, DialogModeAddsOneBlankWhileTermsAreFree) {
+  Store("OP11", 0, 1);
+  EXPECT_EQ("C01", Text(1));
+  EXPECT_EQ("C01 ", Text(1, FormulaModeDialog));
+  EXPECT_EQ("C01", Text(1, FormulaModeWork));
+}
+
+TEST_F(Formula, InputsAreNamedByLetterAndTwoDigits) {
+  Store("OP11", 0, 1);
+  Store("S111", 4, 11);
+  EXPECT_EQ("K12", Text(1));
+  Store("S111", 5, 2);
+  EXPECT_EQ("B03", Text(1));
+}
+
+TEST_F(Formula, AFunctionOutsideTheListPrintsNothingAndARuleAboveFourNoSign) {
+  Store("OP11", 14, 1);
+  Store("OP12", 0, 9);
+  Store("S112", 0, 4);
+  EXPECT_EQ("C05", Text(1));
+}
+
+TEST_F(Formula, PrintingStopsAtAHole) {
+  Store("OP11", 0, 1);
+  Store("OP13", 1, 1);
+  EXPECT_EQ("C01", Text(1));
+}
+
+TEST_F(Formula, TermLengthsFollowTheFunctionsAndTheRule) {
+  const int lengths[] = {3, 8, 12, 8, 8, 7, 8, 11, 12, 12, 8, 8, 8, 12};
+  for (std::int16_t function = 0; function < 14; ++function) {
+    FormulaTerm term;
+    term.Func = function;
+    term.Input1No = 1;
+    FormulaTermLength(term);
+    EXPECT_EQ(lengths[function], term.TextLen) << function;
+    term.Rule = 2;
+    FormulaTermLength(term);
+    EXPECT_EQ(lengths[function] + 1, term.TextLen) << function;
+  }
+}
+
+TEST_F(Formula, AChannelOrFormulaThatDoesNotExistPrintsNothing) {
+  EXPECT_EQ("", Text(1, FormulaModeStore, 99));
+  EXPECT_EQ("", Text(5));
+  EXPECT_EQ("", Text(0));
+}
+
+} // namespace
+} // namespace loader
