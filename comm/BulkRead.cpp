@@ -1,0 +1,224 @@
+#include "comm/BulkRead.h"
+
+#include <algorithm>
+
+#include "comm/GenerationLayout.h"
+#include "comm/ParameterTelegram.h"
+#include "comm/ReadLayouts.h"
+#include "comm/RecorderCheck.h"
+#include "comm/modComunication.h"
+#include "core/Text.h"
+#include "core/TextTable.h"
+#include "core/UserUnits.h"
+
+namespace loader {
+
+namespace {
+
+using SectionReader = bool (*)(std::string_view sectionCode);
+
+struct ReadOrder {
+  int generation;
+  SectionReader reader;
+  std::string_view sections; // one letter each
+};
+constexpr std::string_view OrderOfKov = "CAGTBHMUDENOJKXLY";
+// Without L and Y, which this model does not have.
+constexpr std::string_view OrderOfRug = "CAGTBEONHMUDJKX";
+constexpr std::array<ReadOrder, 8> ReadOrders{{
+    {0, gFReadSectionG0, OrderOfKov},
+    {1, gFReadSectionG1, OrderOfKov},
+    {2, gFReadSectionG2, OrderOfKov},
+    {3, gFReadSectionG3, OrderOfKov},
+    {4, gFReadSectionPlain, OrderOfKov},
+    {5, gFReadSectionPlain, OrderOfKov},
+    {20, gFReadSectionPlain, OrderOfRug},
+    {21, gFReadSectionPlain, OrderOfRug},
+}};
+
+void TakeDefault(ParamNumRecord& record) {
+  SetNumber(record, record.DefaultValue, SlotBoth);
+}
+void TakeDefault(ParamTextRecord& record) {
+  SetText(record, record.DefaultValue, SlotBoth);
+}
+
+void TakeDefaults(ParamItem& item) {
+  std::for_each(item.TextRecords.begin(), item.TextRecords.end(), [](auto& record) { TakeDefault(record); });
+  std::for_each(item.NumRecords.begin(), item.NumRecords.end(), [](auto& record) { TakeDefault(record); });
+}
+
+TagRead RuleOf(const SectionRead& layout, std::string_view tag, ReadRule otherwise) {
+  const auto rule = std::find_if(layout.tags.begin(), layout.tags.end(),
+                                 [&](const TagRead& entry) { return entry.tag == Trim(tag); });
+  return rule == layout.tags.end() ? TagRead{tag, otherwise} : *rule;
+}
+
+// An older recorder's number of an input kind as today's.
+std::int16_t InputKindToday(std::int16_t value, std::size_t kinds) {
+  const int index = value - FirstOldInputKind;
+  return index >= 0 && static_cast<std::size_t>(index) < kinds
+             ? InputKindOfOld[static_cast<std::size_t>(index)]
+             : value;
+}
+
+// One item under one layout, from BlockBuf into the store.
+struct ItemReader {
+  std::string_view section;
+  int index;
+  std::int32_t start; // byte of BlockBuf
+  ParamItem& item;
+  const SectionRead& layout;
+
+  void Read() const {
+    for (ParamTextRecord& record : item.TextRecords) {
+      ReadText(record);
+    }
+    for (ParamNumRecord& record : item.NumRecords) {
+      ReadNumber(record);
+    }
+    if (layout.oldTotalizer) {
+      ReadOldTotalizer();
+    }
+  }
+
+  void ReadText(ParamTextRecord& record) const {
+    if (RuleOf(layout, record.Tag, layout.texts).rule == ReadRule::Default) {
+      TakeDefault(record);
+    } else {
+      StoreRead(section, index, record.Tag, gFBlockGetText(start + 2 * record.WordOffset, record.ByteLength));
+    }
+  }
+
+  void ReadNumber(ParamNumRecord& record) const {
+    const TagRead entry = RuleOf(layout, record.Tag, layout.numbers);
+    const auto own = [&] { return gFBlockGetWord(start + 2 * record.WordOffset); };
+    const auto fixed = [&] { return gFBlockGetWord(start + entry.byte); };
+    switch (entry.rule) {
+    case ReadRule::Plain:
+      StoreRead(section, index, record.Tag, own());
+      break;
+    case ReadRule::Default:
+      TakeDefault(record);
+      break;
+    case ReadRule::AtByte:
+      StoreRead(section, index, record.Tag, fixed());
+      break;
+    case ReadRule::TotalKind:
+      StoreRead(section, index, record.Tag, 1); // deliberately whatever the word is
+      StoreRead(section, index, "STYP", fixed() == 1 ? 0 : 15);
+      break;
+    case ReadRule::SetByOther:
+      break;
+    case ReadRule::InputKind:
+      StoreRead(section, index, record.Tag, InputKindToday(own(), InputKindOfOld.size()));
+      break;
+    case ReadRule::InputKind0:
+      StoreRead(section, index, record.Tag, InputKindToday(own(), OldestInputKinds));
+      break;
+    }
+  }
+
+  void ReadOldTotalizer() const {
+    for (const OldTotalizerWord& word : OldTotalizerWords) {
+      StoreRead("Z", index, word.tagOfZ, gFBlockGetWord(start + word.byte));
+    }
+    for (const OldTime& time : OldTimes) {
+      const std::int32_t minutes =
+          MinutesOfHour * gFBlockGetWord(start + time.hourByte) + gFBlockGetWord(start + time.minuteByte);
+      // Deliberately the value alone: the read value keeps the default.
+      gFParamValue(section, index, time.tag, DecimalText(minutes), SlotValue);
+    }
+  }
+};
+
+// The whole block is read first, also when none of it is used.
+void StoreSection(ParamSection& section, const SectionRead& layout) {
+  for (std::size_t i = 0; i < section.Items.size(); ++i) {
+    const int index = static_cast<int>(i);
+    if (index < layout.items) {
+      ItemReader{layout.section, index, ItemByteStart(section, index), section.Items[i], layout}.Read();
+    } else if (layout.beyond == ItemsBeyond::Default) {
+      TakeDefaults(section.Items[i]);
+    }
+  }
+}
+
+SectionRead LayoutOf(const GenerationRead& generation, std::string_view sectionCode) {
+  const auto found =
+      std::find_if(generation.sections.begin(), generation.sections.end(),
+                   [&](const SectionRead& layout) { return layout.section == Trim(sectionCode); });
+  SectionRead layout = found == generation.sections.end() ? generation.others : *found;
+  layout.section = sectionCode;
+  return layout;
+}
+
+// The one reader. A run-time failure, also that of a section which the store does not hold, is a failed read.
+bool ReadSection(const GenerationRead& generation, std::string_view sectionCode) {
+  try {
+    const StoreIndex section = gFFindSection(sectionCode);
+    if (!gFReadBlock(section, RegisterOffset(Trim(sectionCode), generation.generation))) {
+      return false;
+    }
+    StoreSection(ParamStore[section], LayoutOf(generation, sectionCode));
+    return true;
+  } catch (const RunTimeFailure&) {
+    return false;
+  }
+}
+
+} // namespace
+
+bool gFReadSectionG0(std::string_view sectionCode) {
+  return ReadSection(ReadLayoutG0, sectionCode);
+}
+bool gFReadSectionG1(std::string_view sectionCode) {
+  return ReadSection(ReadLayoutG1, sectionCode);
+}
+bool gFReadSectionG2(std::string_view sectionCode) {
+  return ReadSection(ReadLayoutG2, sectionCode);
+}
+bool gFReadSectionG3(std::string_view sectionCode) {
+  return ReadSection(ReadLayoutG3, sectionCode);
+}
+bool gFReadSectionPlain(std::string_view sectionCode) {
+  return ReadSection(ReadLayoutPlain, sectionCode);
+}
+
+bool gFReadAll() {
+  if (!gFCheckRecorder()) {
+    return false;
+  }
+  const auto order = std::find_if(ReadOrders.begin(), ReadOrders.end(), [](const ReadOrder& candidate) {
+    return candidate.generation == RecorderGeneration;
+  });
+  if (order == ReadOrders.end()) {
+    return true;
+  }
+  for (std::size_t i = 0; i < order->sections.size(); ++i) {
+    if (!order->reader(order->sections.substr(i, 1))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void ReadFromRecorder(const FlowCallbacks& window) {
+  if (!AskOkCancel(LoadText(20104)) || !gFLinkOpen()) {
+    return;
+  }
+  FlowFrame frame(window);
+  if (!gFReadAll()) {
+    ShowMessage(LoadText(11013));
+  }
+  frame.CloseLink();
+  frame.StopLamp();
+  // Whatever the result: the sections that came through are in the store.
+  UpdateUserUnitNames();
+  if (window.refresh) {
+    window.refresh();
+  }
+  frame.EnableControls();
+}
+
+} // namespace loader

@@ -1,0 +1,29 @@
+// The bulk read: the recorder's whole set-up into the store.
+//
+// The register layout has changed with the recorder's firmware. Each reader takes the values that its
+// firmware has and gives every other parameter its default value, so that the store is complete after any
+// read. What the layouts differ in is told by the tables in comm/ReadLayouts.h.
+#pragma once
+
+#include <string_view>
+
+#include "comm/FlowCallbacks.h"
+
+namespace loader {
+
+// The flow of btnRegRead: asks, opens the link, reads, closes, takes over the user units and refreshes. A
+// read that failed is told by text 11013 and is not rolled back: the sections before the failure stay.
+void ReadFromRecorder(const FlowCallbacks& window);
+
+// Checks the recorder and reads the sections of its generation in their order. False at the first failure.
+[[nodiscard]] bool gFReadAll();
+
+// One section by the layout of a generation. False when a request failed or the section cannot be read at
+// all; what was stored until then stays.
+[[nodiscard]] bool gFReadSectionG0(std::string_view sectionCode);
+[[nodiscard]] bool gFReadSectionG1(std::string_view sectionCode);
+[[nodiscard]] bool gFReadSectionG2(std::string_view sectionCode);
+[[nodiscard]] bool gFReadSectionG3(std::string_view sectionCode);
+[[nodiscard]] bool gFReadSectionPlain(std::string_view sectionCode); // generations 4, 5, 20, 21
+
+} // namespace loader
