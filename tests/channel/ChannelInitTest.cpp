@@ -94,17 +94,19 @@ TEST_F(ChannelInitialised, TheMeasuringRangeFallsBackToTheKindsDefaults) {
 }
 
 TEST_F(ChannelInitialised, TheOtherRangesFallBackToTheLimitOfTheirRecordEvenIfTheKindRefusesIt) {
-  // T thermocouple: -230.0 to 430.0.
-  for (const char* tag : {"SMIN", "SMAX", "RMIN", "RMAX"}) {
-    Record("C", tag).DefaultValue = 5000;
-    Record("C", tag).MinValue = -32000;
-    Record("C", tag).MaxValue = 32000;
+  // T thermocouple: -230.0 to 430.0. The limit is the same on whichever side the default lies.
+  for (const std::int16_t defaultValue : {std::int16_t{5000}, std::int16_t{-2301}}) {
+    for (const char* tag : {"SMIN", "SMAX", "RMIN", "RMAX"}) {
+      Record("C", tag).DefaultValue = defaultValue;
+      Record("C", tag).MinValue = -32000;
+      Record("C", tag).MaxValue = 32000;
+    }
+    ChannelInit(Channel, 4);
+    EXPECT_EQ(-32000, Of("SMIN"));
+    EXPECT_EQ(32000, Of("SMAX"));
+    EXPECT_EQ(-32000, Of("RMIN"));
+    EXPECT_EQ(32000, Of("RMAX"));
   }
-  ChannelInit(Channel, 4);
-  EXPECT_EQ(-32000, Of("SMIN"));
-  EXPECT_EQ(32000, Of("SMAX"));
-  EXPECT_EQ(-32000, Of("RMIN"));
-  EXPECT_EQ(32000, Of("RMAX"));
 }
 
 TEST_F(ChannelInitialised, SingleValuesFallBackToTheLimitOnTheSideOfTheirDefault) {
