@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <link.h>
 #include <map>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -27,8 +26,12 @@ struct Source {
   std::vector<std::string> systemIncludes; // <QWidget>
 };
 
+// The header's name, from `start` to the closing mark.
+std::string BetweenMarks(const std::string& line, std::size_t start) {
+  return line.substr(start, line.find_first_of("\">", start) - start);
+}
+
 std::vector<Source> AllSources() {
-  static const std::regex Include(R"re(^\s*#\s*include\s*([<"])([^">]+)[>"])re");
   std::vector<Source> sources;
   const std::array<std::string, 15> folders{"app",        "core", "files",     "comm",     "channel",
                                             "operation",  "qt",   "mainwindow", "dialogs", "conversion",
@@ -45,9 +48,10 @@ std::vector<Source> AllSources() {
       Source source{fs::relative(entry.path(), Root), {}, {}, {}};
       std::ifstream in(entry.path());
       for (std::string line; std::getline(in, line);) {
-        std::smatch match;
-        if (line.find("include") != std::string::npos && std::regex_search(line, match, Include)) {
-          (match[1] == "\"" ? source.ownIncludes : source.systemIncludes).push_back(match[2]);
+        if (line.starts_with("#include \"")) {
+          source.ownIncludes.push_back(BetweenMarks(line, 10));
+        } else if (line.starts_with("#include <")) {
+          source.systemIncludes.push_back(BetweenMarks(line, 10));
         }
         source.lines.push_back(std::move(line));
       }
