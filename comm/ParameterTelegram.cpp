@@ -28,13 +28,6 @@ std::int32_t RegistersOf(const ParamSection& section) {
   return static_cast<std::int32_t>(total);
 }
 
-std::int32_t RegisterNumber(std::int64_t number) {
-  if (!std::in_range<std::int32_t>(number)) {
-    throw RunTimeFailure("no such register: " + std::to_string(number));
-  }
-  return static_cast<std::int32_t>(number);
-}
-
 // `byteLength` bytes of BlockBuf.
 std::span<std::uint8_t> Field(std::int32_t bytePosition, std::int32_t byteLength) {
   const auto size = static_cast<std::int32_t>(CommLink.BlockBuf.size());
@@ -77,6 +70,13 @@ bool TransferBlock(Transfer transfer, StoreIndex sectionIndex, std::int16_t regi
 }
 
 } // namespace
+
+std::int32_t RegisterNumber(std::int64_t number) {
+  if (!std::in_range<std::int32_t>(number)) {
+    throw RunTimeFailure("no such register: " + std::to_string(number));
+  }
+  return static_cast<std::int32_t>(number);
+}
 
 bool gFReadBlock(StoreIndex sectionIndex, std::int16_t registerOffset) {
   return TransferBlock(Transfer::Read, sectionIndex, registerOffset);

@@ -32,6 +32,9 @@ void gFBlockPutWord(std::int16_t value, std::int32_t bytePosition);
 // Cut at byteLength bytes, which can halve a full-width character, or filled up with NULs.
 void gFBlockPutText(std::u16string_view text, std::int32_t bytePosition, std::int32_t byteLength);
 
+// A register number that was computed; RunTimeFailure when it does not fit RegAddress.
+[[nodiscard]] std::int32_t RegisterNumber(std::int64_t number);
+
 // The byte of BlockBuf where an item starts.
 [[nodiscard]] std::int32_t ItemByteStart(const ParamSection& section, int itemIndex);
 

@@ -128,7 +128,7 @@ inline constexpr std::array<TagRead, 10> ReadTagsE2{{
     {"TCYC", ReadRule::AtByte, 4},
 }};
 // The older recorders have five digital inputs; the others keep what they held.
-inline constexpr SectionRead ReadSectionD{.section = "D", .items = 5, .beyond = ItemsBeyond::Keep};
+inline constexpr SectionRead ReadInputs{.section = "D", .items = 5, .beyond = ItemsBeyond::Keep};
 inline constexpr std::array<SectionRead, 10> ReadSectionsG2{{
     {.section = "A"},
     {.section = "G"},
@@ -137,7 +137,7 @@ inline constexpr std::array<SectionRead, 10> ReadSectionsG2{{
     {.section = "M"},
     {.section = "U"},
     {.section = "H", .tags = ReadTagsH12},
-    ReadSectionD,
+    ReadInputs,
     {.section = "C", .tags = ReadTagsC2},
     {.section = "E", .tags = ReadTagsE2, .oldTotalizer = true},
 }};
@@ -171,7 +171,7 @@ inline constexpr std::array<SectionRead, 9> ReadSectionsG1{{
     {.section = "M"},
     {.section = "U"},
     {.section = "H", .tags = ReadTagsH12},
-    ReadSectionD,
+    ReadInputs,
     {.section = "A", .items = OldChannels},
     {.section = "C", .items = OldChannels, .tags = ReadTagsC1},
 }};
@@ -214,7 +214,7 @@ inline constexpr std::array<TagRead, 16> ReadTagsC0{{
 inline constexpr std::array<SectionRead, 9> ReadSectionsG0{{
     {.section = "M"},
     {.section = "U"},
-    ReadSectionD,
+    ReadInputs,
     {.section = "H", .tags = ReadTagsH0},
     {.section = "B", .items = 1, .tags = ReadTagsB0},
     {.section = "T", .items = 1, .tags = ReadTagsT0},

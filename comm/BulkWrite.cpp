@@ -1,0 +1,248 @@
+#include "comm/BulkWrite.h"
+
+#include <algorithm>
+
+#include "comm/GenerationLayout.h"
+#include "comm/ParameterTelegram.h"
+#include "comm/RecorderCheck.h"
+#include "comm/WriteLayouts.h"
+#include "comm/modComunication.h"
+#include "core/Text.h"
+#include "core/TextTable.h"
+
+namespace loader {
+
+namespace {
+
+using SectionWriter = bool (*)(std::string_view sectionCode);
+
+struct WriteOrder {
+  int generation;
+  SectionWriter writer;
+  std::string_view sections; // one letter each
+};
+// Deliberately not the order of the read in generation 5: O goes before N.
+constexpr std::array<WriteOrder, 8> WriteOrders{{
+    {0, gFWriteSectionG0, "CAGTBHMUD"},
+    {1, gFWriteSectionG1, "CAGTBHMUD"},
+    {2, gFWriteSectionG2, "CAGTBHMUDE"},
+    {3, gFWriteSectionG3, "CAGTBHMUDE"},
+    {4, gFWriteSectionG4, "CAGTBHMUDEJKXLY"},
+    {5, gFWriteSectionPlain, "CAGTBHMUDEONJKXLY"},
+    {20, gFWriteSectionG20, "CAGTBEONHMUDJKX"},
+    {21, gFWriteSectionPlain, "CAGTBEONHMUDJKX"},
+}};
+
+TagWrite RuleOf(const SectionWrite& layout, std::string_view tag, const TagWrite& otherwise) {
+  const auto rule = std::find_if(layout.tags.begin(), layout.tags.end(),
+                                 [&](const TagWrite& entry) { return entry.tag == Trim(tag); });
+  return rule == layout.tags.end() ? otherwise : *rule;
+}
+
+std::int16_t ZeroFrom(std::int16_t value, std::int16_t limit) {
+  return value >= limit ? std::int16_t{0} : value;
+}
+
+std::int16_t InputKindOfRecorder(std::int16_t kind, std::int16_t OldInputKind::*number) {
+  const auto found = std::find_if(OldInputKinds.begin(), OldInputKinds.end(),
+                                  [&](const OldInputKind& entry) { return entry.kind == kind; });
+  return found == OldInputKinds.end() ? kind : (*found).*number;
+}
+
+std::int16_t TriggerChannel(std::int16_t timing, std::int16_t value, const TriggerLimit& limit) {
+  switch (timing) {
+  case 1:
+  case 2:
+    return limit.inputs == NoLimit ? value : ZeroFrom(value, limit.inputs);
+  case 3:
+  case 4:
+    return ZeroFrom(value, limit.alarms);
+  default:
+    return value;
+  }
+}
+
+// One item under one layout, from the store into BlockBuf.
+struct ItemWriter {
+  int index;
+  std::int32_t start; // byte of BlockBuf
+  const ParamItem& item;
+  const SectionWrite& layout;
+
+  void Write() const {
+    for (const ParamTextRecord& record : item.TextRecords) {
+      WriteText(record);
+    }
+    for (std::size_t i = 0; i < item.NumRecords.size(); ++i) {
+      WriteNumber(i);
+    }
+    if (layout.oldTotalizer) {
+      WriteOldTotalizer();
+    }
+  }
+
+  void WriteText(const ParamTextRecord& record) const {
+    if (RuleOf(layout, record.Tag, {{}, layout.texts}).rule == WriteRule::Value) {
+      // Blanks at the right end fill the record, they are not written: the field ends in NULs.
+      gFBlockPutText(TrimRight(record.Value), start + 2 * record.WordOffset, record.ByteLength);
+    }
+  }
+
+  void WriteNumber(std::size_t position) const {
+    const ParamNumRecord& record = item.NumRecords[position];
+    const TagWrite entry = RuleOf(layout, record.Tag, layout.numbers);
+    const auto put = [&](std::int16_t value) { gFBlockPutWord(value, start + 2 * record.WordOffset); };
+    const auto putAt = [&](std::int16_t value) { gFBlockPutWord(value, start + entry.argument); };
+    switch (entry.rule) {
+    case WriteRule::Untouched:
+      break;
+    case WriteRule::Value:
+      put(record.Value);
+      break;
+    case WriteRule::Zero:
+      put(0);
+      break;
+    case WriteRule::Default:
+      put(record.DefaultValue);
+      break;
+    case WriteRule::ZeroFrom:
+      put(ZeroFrom(record.Value, entry.argument));
+      break;
+    case WriteRule::AtByte:
+      putAt(record.Value);
+      break;
+    case WriteRule::InputKind:
+      put(InputKindOfRecorder(record.Value, &OldInputKind::old));
+      break;
+    case WriteRule::InputKind0:
+      put(InputKindOfRecorder(record.Value, &OldInputKind::oldest));
+      break;
+    case WriteRule::TotalKind:
+      putAt(record.Value == 1 && ValueInItem("STYP") == 0 ? 1 : 0);
+      break;
+    case WriteRule::TriggerChannel:
+      put(TriggerChannel(ValueBefore(position), record.Value,
+                         TriggerLimits.at(static_cast<std::size_t>(entry.argument))));
+      break;
+    case WriteRule::HoursThenMinutes:
+      putAt(static_cast<std::int16_t>(record.Value / MinutesOfHour));
+      gFBlockPutWord(static_cast<std::int16_t>(record.Value % MinutesOfHour), start + entry.argument + 2);
+      break;
+    }
+  }
+
+  // The value of the record in front of it in the table; 0 for the first.
+  [[nodiscard]] std::int16_t ValueBefore(std::size_t position) const {
+    return position == 0 ? std::int16_t{0} : item.NumRecords[position - 1].Value;
+  }
+
+  // Another number of the same item; -1 where there is none.
+  [[nodiscard]] int ValueInItem(std::string_view tag) const {
+    const auto found = std::find_if(item.NumRecords.begin(), item.NumRecords.end(),
+                                    [&](const ParamNumRecord& record) { return Trim(record.Tag) == tag; });
+    return found == item.NumRecords.end() ? -1 : found->Value;
+  }
+
+  void WriteOldTotalizer() const {
+    for (const OldTotalizerWord& word : OldTotalizerWords) {
+      if (const ParamNumRecord* record = FindNumRecord("Z", index, word.tagOfZ)) {
+        gFBlockPutWord(record->Value, start + word.byte);
+      }
+    }
+  }
+};
+
+void LaySectionOver(const ParamSection& section, const SectionWrite& layout) {
+  for (std::size_t i = 0; i < section.Items.size(); ++i) {
+    const int index = static_cast<int>(i);
+    if (index < layout.items) {
+      ItemWriter{index, ItemByteStart(section, index), section.Items[i], layout}.Write();
+    }
+  }
+}
+
+const SectionWrite& LayoutOf(const GenerationWrite& generation, std::string_view sectionCode) {
+  const auto found =
+      std::find_if(generation.sections.begin(), generation.sections.end(),
+                   [&](const SectionWrite& layout) { return layout.section == Trim(sectionCode); });
+  return found == generation.sections.end() ? generation.others : *found;
+}
+
+// The one writer. A run-time failure, also that of a section which the store does not hold, is a failed
+// write.
+bool WriteSection(const GenerationWrite& generation, std::string_view sectionCode) {
+  try {
+    const StoreIndex section = gFFindSection(sectionCode);
+    const std::int16_t offset = RegisterOffset(Trim(sectionCode), generation.generation);
+    if (!gFReadBlock(section, offset)) {
+      return false;
+    }
+    LaySectionOver(ParamStore[section], LayoutOf(generation, sectionCode));
+    return gFWriteBlock(section, offset);
+  } catch (const RunTimeFailure&) {
+    return false;
+  }
+}
+
+} // namespace
+
+bool gFWriteSectionG0(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutG0, sectionCode);
+}
+bool gFWriteSectionG1(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutG1, sectionCode);
+}
+bool gFWriteSectionG2(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutG2, sectionCode);
+}
+bool gFWriteSectionG3(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutG3, sectionCode);
+}
+bool gFWriteSectionG4(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutG4, sectionCode);
+}
+bool gFWriteSectionPlain(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutPlain, sectionCode);
+}
+bool gFWriteSectionG20(std::string_view sectionCode) {
+  return WriteSection(WriteLayoutG20, sectionCode);
+}
+
+bool gFWriteAll() {
+  if (!gFCheckRecorder()) {
+    return false;
+  }
+  CommLink.BlockBuf.fill(0);
+  const auto order = std::find_if(WriteOrders.begin(), WriteOrders.end(), [](const WriteOrder& candidate) {
+    return candidate.generation == RecorderGeneration;
+  });
+  const std::string_view sections = order == WriteOrders.end() ? std::string_view{} : order->sections;
+  for (std::size_t i = 0; i < sections.size(); ++i) {
+    if (!order->writer(sections.substr(i, 1))) {
+      return false;
+    }
+  }
+  // Deliberately also for a generation that has no sections.
+  ShowMessage(LoadText(62701));
+  return true;
+}
+
+void WriteToRecorder(const FlowCallbacks& window) {
+  if (!AskOkCancel(LoadText(20106)) || !gFLinkOpen()) {
+    return;
+  }
+  FlowFrame frame(window);
+  const std::int16_t status = gFRecorderBusy();
+  if (status == RecorderFree) {
+    // Deliberately no message of its own for a failure: the link has spoken.
+    static_cast<void>(gFWriteAll());
+  }
+  frame.CloseLink();
+  frame.StopLamp();
+  if (status == RecorderBusy) {
+    ShowMessage(LoadText(20107));
+  }
+  frame.EnableControls();
+}
+
+} // namespace loader

@@ -1,0 +1,33 @@
+// The bulk write: the store into the recorder's working memory.
+//
+// A section is never written blind: its whole block is read first, the parameters that the firmware knows are
+// laid over it, and the whole block is written back, so that every other register keeps what the recorder
+// had. Older firmware needs translated values, fixed places and lower limits; they are told by the tables in
+// comm/WriteLayouts.h.
+#pragma once
+
+#include <string_view>
+
+#include "comm/FlowCallbacks.h"
+
+namespace loader {
+
+// The flow of btnRegWrite: asks, opens the link, refuses a busy recorder (text 20107), writes, closes. A
+// write that failed has no message of its own and is not rolled back.
+void WriteToRecorder(const FlowCallbacks& window);
+
+// Checks the recorder, writes the sections of its generation in their order and tells the end by text 62701.
+// False at the first failure, without that message.
+[[nodiscard]] bool gFWriteAll();
+
+// One section by the layout of a generation. False when a request failed or the section cannot be written at
+// all; the recorder may then hold part of it.
+[[nodiscard]] bool gFWriteSectionG0(std::string_view sectionCode);
+[[nodiscard]] bool gFWriteSectionG1(std::string_view sectionCode);
+[[nodiscard]] bool gFWriteSectionG2(std::string_view sectionCode);
+[[nodiscard]] bool gFWriteSectionG3(std::string_view sectionCode);
+[[nodiscard]] bool gFWriteSectionG4(std::string_view sectionCode);
+[[nodiscard]] bool gFWriteSectionPlain(std::string_view sectionCode); // generations 5 and 21
+[[nodiscard]] bool gFWriteSectionG20(std::string_view sectionCode);
+
+} // namespace loader

@@ -1,0 +1,97 @@
+#include "comm/frmIPSetting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "channel/modUtil.h"
+#include "core/ModelProfile.h"
+#include "core/Text.h"
+#include "core/TextTable.h"
+#include "platform/Platform.h"
+
+namespace loader {
+
+namespace {
+
+constexpr int Lowest = 0; // of an address part and of a station number
+constexpr int Highest = 255;
+
+std::optional<std::int16_t> InRange(std::optional<double> number) {
+  if (!number) {
+    return std::nullopt;
+  }
+  const double rounded = std::nearbyint(*number);
+  return rounded >= Lowest && rounded <= Highest ? std::optional(static_cast<std::int16_t>(rounded))
+                                                 : std::nullopt;
+}
+
+bool AddressPartIsGood(std::u16string_view text) {
+  const bool digits =
+      std::all_of(text.begin(), text.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; });
+  return digits && InRange(NumericText(text));
+}
+
+std::optional<std::int16_t> StationOf(std::u16string_view text) {
+  return text.find_first_of(u",.") == std::u16string_view::npos ? InRange(NumericText(text)) : std::nullopt;
+}
+
+void Refuse(TextField& field) {
+  ShowMessage(
+      Replace(Replace(LoadText(20115), u"@FORMIN@", DecimalText(Lowest)), u"@FORMAX@", DecimalText(Highest)));
+  RequestFocusAndSelectAll(field);
+}
+
+void ShowAddress(IpSettingScreen& screen, std::u16string_view address) {
+  for (TextField& part : screen.txtIP) {
+    const std::size_t dot = std::min(address.find(u'.'), address.size());
+    part.text = address.substr(0, dot);
+    address.remove_prefix(std::min(dot + 1, address.size()));
+  }
+}
+
+// Takes the fields as they stand; each was checked when it was left.
+void TakeSettings(IpSettingScreen& screen) {
+  std::u16string address = screen.txtIP(0).text;
+  for (int part = 1; part < screen.txtIP.Count(); ++part) {
+    address += u"." + screen.txtIP(part).text;
+  }
+  Settings.RecorderIpAddress = address;
+  Settings.StationSetting = StationOf(screen.txtStationNo.text).value_or(Settings.StationSetting);
+}
+
+} // namespace
+
+IpSettingScreen::IpSettingScreen() : Screen("frmIPSetting") {
+  caption = LoadText(10019);
+  Label1.caption = LoadText(18080);
+  lblStationNo.caption = LoadText(18081);
+  cmdOK.caption = LoadText(19621);
+
+  ShowAddress(*this, Settings.RecorderIpAddress);
+  txtStationNo.text = DecimalText(Settings.StationSetting);
+
+  for (TextField& part : txtIP) {
+    part.onLostFocus = [&part] {
+      if (!AddressPartIsGood(part.text)) {
+        Refuse(part);
+      }
+    };
+  }
+  txtStationNo.onLostFocus = [this] {
+    if (!StationOf(txtStationNo.text)) {
+      Refuse(txtStationNo);
+    }
+  };
+  cmdOK.onClick = [this] {
+    TakeSettings(*this);
+    ThePlatform().screens.Close(*this);
+  };
+}
+
+void ShowIpSetting() {
+  IpSettingScreen screen;
+  ThePlatform().screens.ShowModal(screen);
+}
+
+} // namespace loader
