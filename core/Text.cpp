@@ -80,6 +80,23 @@ constexpr std::array<PairOverride, 7> PairOverrides{{
     {0x81CA, 0xFFE2}, // full-width not
 }};
 
+// Bytes that no standard assigns and that the platform of this code page keeps through a round trip all the
+// same.
+constexpr std::array<PairOverride, 5> SingleOverrides{
+    {{0x80, 0x0080}, {0xA0, 0xF8F0}, {0xFD, 0xF8F1}, {0xFE, 0xF8F2}, {0xFF, 0xF8F3}}};
+
+// What input methods of other systems produce for the characters above: encoded like these, never decoded to.
+constexpr std::array<PairOverride, 8> EncodedAlike{{
+    {0x815C, 0x2014}, // em dash
+    {0x8160, 0x301C}, // wave dash
+    {0x8161, 0x2016}, // double vertical line
+    {0x817C, 0x2212}, // minus sign
+    {0x8191, 0x00A2}, // cent
+    {0x8192, 0x00A3}, // pound
+    {0x81CA, 0x00AC}, // not
+    {0xFA55, 0x00A6}, // broken bar
+}};
+
 std::unique_ptr<const CodePageTables> BuildTables() {
   auto tables = std::make_unique<CodePageTables>();
   const iconv_t decode = iconv_open("UTF-16LE", "CP932");
@@ -100,6 +117,9 @@ std::unique_ptr<const CodePageTables> BuildTables() {
       tables->pair[lead * 256 + trail] = trail == 0x7F ? NoCharacter : DecodeOne(decode, bytes.data(), 2);
     }
   }
+  for (const PairOverride& entry : SingleOverrides) {
+    tables->single[entry.code] = entry.character;
+  }
   for (const PairOverride& entry : PairOverrides) {
     tables->pair[entry.code] = entry.character;
   }
@@ -114,6 +134,11 @@ std::unique_ptr<const CodePageTables> BuildTables() {
     const bool agrees =
         preferred < 256 ? tables->single[preferred] == character : tables->pair[preferred] == character;
     tables->back[character] = preferred != 0 && agrees ? preferred : static_cast<std::uint16_t>(code);
+  }
+  for (const PairOverride& entry : EncodedAlike) {
+    if (tables->back[entry.character] == 0) {
+      tables->back[entry.character] = entry.code;
+    }
   }
   iconv_close(decode);
   iconv_close(encode);

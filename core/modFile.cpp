@@ -185,7 +185,8 @@ void TakeRugProfile() {
 
 void SelectModel() {
   const std::filesystem::path file = LoaderIniPath();
-  if (!std::filesystem::exists(file)) {
+  std::error_code error; // a path that cannot be looked at counts as missing
+  if (!std::filesystem::exists(file, error)) {
     TakeKovProfile();
     for (const FileDefault& entry : NewLoaderIni) {
       SetIniValue(LoaderSection, entry.key, entry.value, file);

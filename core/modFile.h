@@ -41,8 +41,8 @@ void ApplyItemDefaults();
 
 // The whole file as bytes; RunTimeFailure when it cannot be read.
 [[nodiscard]] std::string ReadWholeFile(const std::filesystem::path& file);
-// Lines of a text file, without their line ends: CR LF, or LF alone. A line end at the end of the text opens
-// no line.
+// Lines of a text file, without their line ends: CR LF, CR or LF. A line end at the end of the text opens no
+// line.
 [[nodiscard]] std::vector<std::u16string_view> SplitLines(std::u16string_view text);
 
 } // namespace loader

@@ -27,7 +27,8 @@ bool SetIniValue(std::string_view section, std::string_view key, std::u16string_
 bool LoadCommSettings() {
   Settings = CommSettings{};
   const std::filesystem::path file = LoaderIniPath();
-  if (!std::filesystem::exists(file)) {
+  std::error_code error; // a path that cannot be looked at counts as missing
+  if (!std::filesystem::exists(file, error)) {
     return true;
   }
   try {
