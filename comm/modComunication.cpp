@@ -229,12 +229,13 @@ void RunEventLoopOnce() {
 void PauseAfterBadReply() {
   constexpr float Pause = 0.1F;
   constexpr float Midnight = 86400.0F;
+  constexpr float ClockStep = 1.0F / 128; // what single precision tells apart late in the day
   Clock& clock = ThePlatform().clock;
   Timer wake{1, false, [] {}};
   float start = clock.SecondsSinceMidnight();
   for (float now = start; now < start + Pause;) {
-    // Awake at the end of the pause, and at midnight, where the clock starts anew.
-    const float left = std::min(start + Pause, Midnight) - now;
+    // Awake at the end of the pause and, so that it is noticed, at midnight, where the clock starts anew.
+    const float left = std::min(start + Pause, Midnight - ClockStep) - now;
     const ArmedTimer armed(wake, std::clamp(static_cast<int>(std::ceil(left * 1000.0F)), 1, 100));
     DoEvents();
     now = clock.SecondsSinceMidnight();
