@@ -1,26 +1,40 @@
 // The options of recorder-sim.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
-#include <string_view>
+#include <vector>
 
+#include "simulator/Faults.h"
 #include "simulator/Firmware.h"
+#include "simulator/ReplyPlan.h"
 #include "simulator/Sockets.h"
 
 namespace loader::simulator {
 
 struct Options {
   bool help = false;
-  Model model = Model::Kov;
-  std::optional<std::string> firmware; // the newest of the model when none is given
-  std::optional<TcpAddress> tcp;
+  // Model and firmware of the memory file when they are not given; KOV and the newest firmware without one.
+  std::optional<Model> model;
+  std::optional<std::string> firmware;
+  std::optional<int> station;
   bool recording = false;
   bool computing = false;
-  std::optional<std::string> dump;
+
+  std::vector<TcpAddress> tcp;
+  std::vector<std::string> rtu; // names of the links
+  Timing timing;
+
+  std::optional<std::string> load, save, dump;
   std::string shape; // empty: InitSet.Ini beside the program
+  std::optional<std::uint16_t> pattern;
+
+  bool trace = false;
+  std::vector<FaultRule> faults;
+  std::uint64_t seed = 1;
 };
 
 // A wrong option: the message says which, and what was expected.
@@ -28,8 +42,9 @@ struct CommandLineError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// The arguments behind the program's name. `--option VALUE` and `--option=VALUE` mean the same.
+// The arguments behind the program's name. `--option VALUE` and `--option=VALUE` mean the same. Without a
+// line the recorder serves TCP at its standard address.
 [[nodiscard]] Options ParseCommandLine(std::span<const std::string> arguments);
-[[nodiscard]] std::string_view HelpText();
+[[nodiscard]] std::string HelpText();
 
 } // namespace loader::simulator

@@ -170,19 +170,25 @@ int ValueFor(const ParamStoreTable& setup, const Firmware& firmware, const MapFi
 
 } // namespace
 
+void PutIdentity(const Firmware& firmware, const RegisterMap& map, RegisterMemory& memory) {
+  if (const MapField* model = map.Find("P", 0, "PILC")) {
+    PutText(memory, *model, Widen(std::string(ModelName(firmware.model)) + "-100"));
+  }
+  if (const MapField* tag = map.Find("P", 0, "PVER")) {
+    PutText(memory, *tag, Widen(firmware.tag));
+  }
+}
+
 void Commission(const ParamStoreTable& setup, const Firmware& firmware, const RegisterMap& map,
                 RegisterMemory& memory) {
   for (const MapField& field : map.fields) {
-    if (!field.IsText()) {
-      memory.At(field.address) = static_cast<std::uint16_t>(ValueFor(setup, firmware, field));
-    } else if (field.section == "P" && field.tag == "PILC") {
-      PutText(memory, field, Widen(std::string(ModelName(firmware.model)) + "-100"));
-    } else if (field.section == "P" && field.tag == "PVER") {
-      PutText(memory, field, Widen(firmware.tag));
-    } else {
+    if (field.IsText()) {
       PutText(memory, field, TextOf(setup, field));
+    } else {
+      memory.At(field.address) = static_cast<std::uint16_t>(ValueFor(setup, firmware, field));
     }
   }
+  PutIdentity(firmware, map, memory);
 }
 
 void FillUnused(const RegisterMap& map, std::uint16_t pattern, RegisterMemory& memory) {

@@ -10,6 +10,9 @@
 
 namespace loader::simulator {
 
+// Model and firmware tag, section P.
+void PutIdentity(const Firmware& firmware, const RegisterMap& map, RegisterMemory& memory);
+
 // Writes every value of the map, taken from `Value` of the set-up, and the identity of the recorder.
 void Commission(const ParamStoreTable& setup, const Firmware& firmware, const RegisterMap& map,
                 RegisterMemory& memory);

@@ -1,5 +1,7 @@
 #include "simulator/Firmware.h"
 
+#include <algorithm>
+
 namespace loader::simulator {
 
 namespace {
@@ -34,6 +36,12 @@ std::string_view BlockTag(Model model) {
 
 std::string_view NewestTag(Model model) {
   return model == Model::Kov ? "V40A" : "V12W";
+}
+
+bool IsTag(std::string_view tag) {
+  return !tag.empty() && tag.size() <= LongestTag && std::all_of(tag.begin(), tag.end(), [](char character) {
+    return character > ' ' && character <= '~';
+  });
 }
 
 Firmware FirmwareOf(Model model, std::string_view tag) {

@@ -26,6 +26,9 @@ struct Firmware {
   [[nodiscard]] bool IsKov() const { return model == Model::Kov; }
 };
 
+// A tag that a recorder can report: printing characters without blanks, at most LongestTag of them.
+[[nodiscard]] bool IsTag(std::string_view tag);
+
 [[nodiscard]] Firmware FirmwareOf(Model model, std::string_view tag);
 
 } // namespace loader::simulator

@@ -1,5 +1,7 @@
 #include "simulator/Framer.h"
 
+#include <utility>
+
 namespace loader::simulator {
 
 namespace {
@@ -10,8 +12,8 @@ constexpr std::size_t LongestBody = 254; // station and the 253 bytes of a reque
 
 } // namespace
 
-std::optional<std::size_t> Framer::Length() {
-  if (line_ == Line::Rtu || waiting_.size() < HeaderLength) {
+std::optional<std::size_t> Framer::TcpLength() {
+  if (waiting_.size() < HeaderLength) {
     return std::nullopt;
   }
   const auto body = static_cast<std::size_t>(waiting_[4] * 256 + waiting_[5]);
@@ -23,7 +25,7 @@ std::optional<std::size_t> Framer::Length() {
 }
 
 std::optional<Bytes> Framer::Next() {
-  const std::optional<std::size_t> length = Length();
+  const std::optional<std::size_t> length = line_ == Line::Tcp ? TcpLength() : RtuRequestLength(waiting_);
   if (!length || waiting_.size() < *length) {
     return std::nullopt;
   }
@@ -31,6 +33,10 @@ std::optional<Bytes> Framer::Next() {
   Bytes frame(waiting_.begin(), end);
   waiting_.erase(waiting_.begin(), end);
   return frame;
+}
+
+Bytes Framer::TakeRest() {
+  return std::exchange(waiting_, {});
 }
 
 } // namespace loader::simulator

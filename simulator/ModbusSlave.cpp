@@ -10,12 +10,15 @@
 #include <cstring>
 
 #include "platform/RunTimeFailure.h"
+#include "simulator/CheckValue.h"
 
 namespace loader::simulator {
 
 namespace {
 
-constexpr std::size_t TcpHeader = 6; // the bytes in front of the station
+constexpr std::size_t TcpHeader = 6;   // the bytes in front of the station
+constexpr std::size_t CheckLength = 2; // of an RTU frame
+constexpr int Broadcast = 0;           // the station number that all obey and none answers
 constexpr int ReadHolding = 3, ReadInput = 4, WriteSingle = 6, WriteMultiple = 16;
 // Nothing can follow a whole request on the socket pair: waits of libmodbus end at once.
 constexpr std::uint32_t ShortWait = 1000; // microseconds
@@ -51,6 +54,34 @@ Request ParseRequest(Line line, std::span<const std::uint8_t> frame) {
   return request;
 }
 
+// How long a request is, as libmodbus's receiver knows it: bytes in front of the data, and where the length
+// of the data stands.
+struct FunctionLength {
+  int first, last; // functions
+  std::size_t fixed;
+  std::size_t countAt; // 0: no data of its own
+};
+constexpr FunctionLength FunctionLengths[] = {{1, 6, 6, 0},   {7, 7, 2, 0},   {15, 16, 7, 6},
+                                              {17, 17, 2, 0}, {22, 22, 8, 0}, {23, 23, 11, 10}};
+
+std::optional<std::size_t> RtuRequestLength(std::span<const std::uint8_t> bytes) {
+  if (bytes.size() < 2) {
+    return std::nullopt;
+  }
+  for (const FunctionLength& row : FunctionLengths) {
+    if (bytes[1] < row.first || bytes[1] > row.last) {
+      continue;
+    }
+    if (row.countAt == 0) {
+      return row.fixed + CheckLength;
+    }
+    if (bytes.size() > row.countAt) {
+      return row.fixed + bytes[row.countAt] + CheckLength;
+    }
+  }
+  return std::nullopt;
+}
+
 struct ModbusSlave::Context {
   modbus_t* modbus = nullptr;
   int inner = -1; // libmodbus's end of the pair
@@ -81,7 +112,8 @@ struct ModbusSlave::Context {
   }
 };
 
-ModbusSlave::ModbusSlave(Line line, int station) : line_(line), context_(std::make_unique<Context>()) {
+ModbusSlave::ModbusSlave(Line line, int station)
+    : line_(line), station_(station), context_(std::make_unique<Context>()) {
   std::array<int, 2> ends{};
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
     throw RunTimeFailure(std::string("no socket pair: ") + std::strerror(errno));
@@ -110,16 +142,42 @@ ModbusAnswer ModbusSlave::Refuse(std::span<const std::uint8_t> frame) {
   return Run(frame, nullptr);
 }
 
-ModbusAnswer ModbusSlave::Run(std::span<const std::uint8_t> frame, RegisterMemory* memory) {
-  ModbusAnswer answer;
-  std::array<std::uint8_t, MODBUS_MAX_ADU_LENGTH> request{};
+int ModbusSlave::Receive(std::span<const std::uint8_t> frame, Bytes& request) {
+  if (line_ == Line::Rtu) {
+    if (frame.size() < 2 + CheckLength || CheckValue(frame) != 0) {
+      errno = EMBBADCRC;
+      return -1;
+    }
+    // libmodbus expects the reply of the other station next on the line and would swallow the next request:
+    // there is no other station on this line.
+    if (frame[0] != station_ && frame[0] != Broadcast) {
+      return 0;
+    }
+    if (!RtuRequestLength(frame)) {
+      // A function whose length libmodbus does not know either: its frame is all that came before the
+      // silence.
+      request.assign(frame.begin(), frame.end());
+      return static_cast<int>(frame.size());
+    }
+  }
   if (::send(context_->outer, frame.data(), frame.size(), MSG_NOSIGNAL) !=
       static_cast<ssize_t>(frame.size())) {
     throw RunTimeFailure(std::string("socket pair: ") + std::strerror(errno));
   }
+  request.resize(MODBUS_MAX_ADU_LENGTH);
   const int received = modbus_receive(context_->modbus, request.data());
+  const int error = errno;
   Context::Drain(context_->inner); // what a damaged request leaves behind
+  errno = error;
+  return received;
+}
+
+ModbusAnswer ModbusSlave::Run(std::span<const std::uint8_t> frame, RegisterMemory* memory) {
+  ModbusAnswer answer;
+  Bytes request;
+  const int received = Receive(frame, request);
   if (received <= 0) {
+    answer.damaged = received < 0;
     answer.silence = received == 0 ? "it is for another station" : modbus_strerror(errno);
     return answer;
   }
@@ -141,6 +199,7 @@ ModbusAnswer ModbusSlave::Run(std::span<const std::uint8_t> frame, RegisterMemor
     answer.exception = answer.reply[function + 1];
   }
   if (answer.reply.empty()) {
+    answer.broadcast = true;
     answer.silence = "it is a broadcast";
   }
   return answer;

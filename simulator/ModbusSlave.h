@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -30,10 +31,16 @@ struct Request {
 };
 [[nodiscard]] Request ParseRequest(Line line, std::span<const std::uint8_t> frame);
 
+// Bytes of the RTU request that starts there, check value included. Nothing while they do not tell it: too
+// few of them, or a function of unknown length, which ends with the silence behind it.
+[[nodiscard]] std::optional<std::size_t> RtuRequestLength(std::span<const std::uint8_t> bytes);
+
 struct ModbusAnswer {
-  Bytes reply;         // empty: no reply
-  int exception = 0;   // the exception code of the reply, 0 for none
-  std::string silence; // why there is no reply
+  Bytes reply;            // empty: no reply
+  int exception = 0;      // the exception code of the reply, 0 for none
+  std::string silence;    // why there is no reply
+  bool damaged = false;   // the request was
+  bool broadcast = false; // carried out without a reply
 };
 
 class ModbusSlave {
@@ -52,8 +59,11 @@ public:
 
 private:
   struct Context;
+  // Takes the request from the socket, as libmodbus sees it; 0 bytes: not for this station, below: damaged.
+  [[nodiscard]] int Receive(std::span<const std::uint8_t> frame, Bytes& request);
   [[nodiscard]] ModbusAnswer Run(std::span<const std::uint8_t> frame, RegisterMemory* memory);
   Line line_;
+  int station_;
   std::unique_ptr<Context> context_;
 };
 

@@ -8,8 +8,13 @@ namespace {
 
 constexpr int LastStation = 247;
 
-bool Touches(const MapField* field, int address, int count) {
-  return field != nullptr && field->address >= address && field->address < address + count;
+bool Touches(int command, int address, int count) {
+  return command != 0 && command >= address && command < address + count;
+}
+
+int AddressOf(const RegisterMap& map, std::string_view section, std::string_view tag) {
+  const MapField* field = map.Find(section, 0, tag);
+  return field == nullptr ? 0 : field->address;
 }
 
 int DaysOf(int year, int month) {
@@ -45,7 +50,9 @@ void SetClock(Recorder& recorder, WriteEffects& effects) {
 
 Recorder SwitchOn(const Firmware& firmware, const RegisterMap& map, const RegisterMemory& start,
                   const Status& status) {
-  Recorder recorder{firmware, map, start, start, {}, 1};
+  Recorder recorder{firmware, map, start, start};
+  recorder.storeCommand = AddressOf(map, "F", "FIX");
+  recorder.clockCommand = AddressOf(map, "H", "TIMS");
   PutStatus(status, map, recorder.memory);
   if (const MapField* station = map.Find("H", 0, "COMS")) {
     const int value = start.At(station->address);
@@ -58,14 +65,12 @@ Recorder SwitchOn(const Firmware& firmware, const RegisterMap& map, const Regist
 
 WriteEffects AfterWrite(Recorder& recorder, int address, int count) {
   WriteEffects effects;
-  const MapField* fix = recorder.map.Find("F", 0, "FIX");
-  if (Touches(fix, address, count) && recorder.memory.At(fix->address) != 0) {
+  if (Touches(recorder.storeCommand, address, count) && recorder.memory.At(recorder.storeCommand) != 0) {
     recorder.kept = recorder.memory;
-    recorder.kept.At(fix->address) = 0; // the command is no setting
+    recorder.kept.At(recorder.storeCommand) = 0; // the command is no setting
     effects.stored = true;
   }
-  const MapField* set = recorder.map.Find("H", 0, "TIMS");
-  if (Touches(set, address, count) && recorder.memory.At(set->address) == 1) {
+  if (Touches(recorder.clockCommand, address, count) && recorder.memory.At(recorder.clockCommand) == 1) {
     SetClock(recorder, effects);
   }
   return effects;

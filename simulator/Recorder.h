@@ -21,8 +21,11 @@ struct Recorder {
   RegisterMap map;
   RegisterMemory memory; // working memory: what is read and written
   RegisterMemory kept;   // non-volatile memory: what a restart begins with
-  std::optional<ClockSetting> clock;
+  std::optional<ClockSetting> clock{};
   int station = 1;
+  // Registers whose writing is a command; 0: this firmware has none.
+  int storeCommand = 0; // FIX
+  int clockCommand = 0; // TIMS
 };
 
 // A recorder that has just been switched on with `start` in its non-volatile memory.

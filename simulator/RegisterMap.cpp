@@ -17,15 +17,30 @@ struct SectionHistory {
   std::string_view section;
   int sinceKov, sinceRug;
 };
-constexpr SectionHistory Sections[] =
-    {
-        {"C", 0, 20}, {"A", 0, 20},    {"G", 0, 20},    {"T", 0, 20}, {"B", 0, 20},
-        {"H", 0, 20}, {"M", 0, 20},    {"U", 0, 20},    {"D", 0, 20}, {"P", 0, 20},
-        {"F", 0, 20}, {"S", 0, 20},    {"E", 2, 20}, // the totalizer came with generation 2, with a layout of
-                                                     // its own
-        {"Z", 3, 20}, {"N", 3, 20},    {"O", 3, 20}, // constants and operation channels
-        {"J", 4, 20}, {"K", 4, 20},    {"X", 4, 20}, // network, users, mail
-        {"I", 4, 20}, {"L", 4, Never}, {"Y", 4, Never}, // RUG was never a serial master
+constexpr SectionHistory Sections[] = {
+    {"C", 0, 20},
+    {"A", 0, 20},
+    {"G", 0, 20},
+    {"T", 0, 20},
+    {"B", 0, 20},
+    {"H", 0, 20},
+    {"M", 0, 20},
+    {"U", 0, 20},
+    {"D", 0, 20},
+    {"P", 0, 20},
+    {"F", 0, 20},
+    {"S", 0, 20},
+    {"E", 2, 20}, // the totalizer came with generation 2, with a layout of
+                  // its own
+    {"Z", 3, 20},
+    {"N", 3, 20},
+    {"O", 3, 20}, // constants and operation channels
+    {"J", 4, 20},
+    {"K", 4, 20},
+    {"X", 4, 20}, // network, users, mail
+    {"I", 4, 20},
+    {"L", 4, Never},
+    {"Y", 4, Never}, // RUG was never a serial master
 };
 
 // Values that came later than their section.

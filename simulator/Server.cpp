@@ -1,6 +1,7 @@
 #include "simulator/Server.h"
 
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -10,17 +11,21 @@
 #include <cstring>
 
 #include "platform/RunTimeFailure.h"
+#include "simulator/CheckValue.h"
 
 namespace loader::simulator {
 
 namespace {
 
-constexpr std::size_t MostConnections = 64;
+using Clock = std::chrono::steady_clock;
 
-timespec WaitUntil(std::chrono::steady_clock::time_point due) {
-  const auto left =
-      std::max(std::chrono::nanoseconds{0},
-               std::chrono::duration_cast<std::chrono::nanoseconds>(due - std::chrono::steady_clock::now()));
+constexpr std::size_t MostConnections = 64;
+// Descriptors in front of the connections' in the list of what is waited for; a connection has two: its line,
+// and the news of its terminal.
+constexpr std::size_t OwnWaits = 1, WaitsOfConnection = 2;
+
+timespec Until(Clock::time_point due) {
+  const auto left = std::max(Nanoseconds{0}, std::chrono::duration_cast<Nanoseconds>(due - Clock::now()));
   return {static_cast<time_t>(left.count() / 1'000'000'000), static_cast<long>(left.count() % 1'000'000'000)};
 }
 
@@ -31,104 +36,164 @@ std::string Server::ListenOnTcp(const TcpAddress& address) {
   return listeners_.back().name;
 }
 
+std::string Server::ListenOnRtu(const std::filesystem::path& link) {
+  auto terminal = std::make_unique<Terminal>(link);
+  std::string name = terminal->Name();
+  connections_.push_back({Line::Rtu, Descriptor(), std::move(terminal), name});
+  return name;
+}
+
+std::vector<pollfd> Server::Waits(int stopDescriptor) const {
+  std::vector<pollfd> waits{{stopDescriptor, POLLIN, 0}};
+  const bool room = connections_.size() < MostConnections;
+  for (const TcpListener& listener : listeners_) {
+    waits.push_back({room ? listener.socket.Number() : -1, POLLIN, 0});
+  }
+  for (const Connection& connection : connections_) {
+    waits.push_back(
+        {connection.Number(), static_cast<short>(POLLIN | (connection.blocked ? POLLOUT : 0)), 0});
+    waits.push_back({connection.terminal ? connection.terminal->Watch() : -1, POLLIN, 0});
+  }
+  return waits;
+}
+
 std::optional<Server::Time> Server::NextDue() const {
   std::optional<Time> next;
+  const auto take = [&](Time due) { next = next ? std::min(*next, due) : due; };
   for (const Connection& connection : connections_) {
-    if (!connection.queue.empty() && !connection.blocked && (!next || connection.queue.front().due < *next)) {
-      next = connection.queue.front().due;
+    if (!connection.queue.empty() && !connection.blocked) {
+      take(connection.queue.front().due);
+    }
+    if (connection.silentAt) {
+      take(*connection.silentAt);
     }
   }
   return next;
 }
 
 void Server::Run(int stopDescriptor) {
+  ::prctl(PR_SET_TIMERSLACK, 1UL); // nanoseconds: the pace of a line is kept to the character
   for (;;) {
-    std::vector<pollfd> waits{{stopDescriptor, POLLIN, 0}};
-    for (const TcpListener& listener : listeners_) {
-      const bool room = connections_.size() < MostConnections;
-      waits.push_back({listener.socket.Number(), static_cast<short>(room ? POLLIN : 0), 0});
-    }
-    for (const Connection& connection : connections_) {
-      const int events = POLLIN | (connection.blocked ? POLLOUT : 0);
-      waits.push_back({connection.descriptor.Number(), static_cast<short>(events), 0});
-    }
+    std::vector<pollfd> waits = Waits(stopDescriptor);
     const std::optional<Time> due = NextDue();
-    const timespec timeout = due ? WaitUntil(*due) : timespec{};
+    const timespec timeout = due ? Until(*due) : timespec{};
     if (::ppoll(waits.data(), waits.size(), due ? &timeout : nullptr, nullptr) < 0 && errno != EINTR) {
       throw RunTimeFailure(std::string("poll: ") + std::strerror(errno));
     }
     if (waits.front().revents != 0) {
       return;
     }
-    auto wait = waits.begin() + 1 + static_cast<std::ptrdiff_t>(listeners_.size());
+    auto wait = waits.begin() + static_cast<std::ptrdiff_t>(OwnWaits + listeners_.size());
     for (Connection& connection : connections_) {
-      const short events = (wait++)->revents;
-      if ((events & POLLOUT) != 0) {
-        connection.blocked = false;
-      }
-      if ((events & (POLLIN | POLLHUP | POLLERR)) != 0) {
-        Receive(connection);
-      }
-    }
-    wait = waits.begin() + 1;
-    for (const TcpListener& listener : listeners_) {
-      if (((wait++)->revents & POLLIN) != 0) {
-        TcpClient client = Accept(listener);
-        if (client.socket.IsOpen()) {
-          connections_.push_back(
-              {Line::Tcp, std::move(client.socket), client.name, Framer(Line::Tcp), {}, {}, false});
+      if (wait->revents != 0) {
+        connection.blocked = connection.blocked && (wait->revents & POLLOUT) == 0;
+        if ((wait->revents & ~POLLOUT) != 0) {
+          Receive(connection);
         }
+      } else if ((wait + 1)->revents != 0) {
+        TakeClosing(connection);
       }
+      wait += WaitsOfConnection;
     }
-    const Time now = std::chrono::steady_clock::now();
+    Accept(waits);
+    const Time now = Clock::now();
     for (Connection& connection : connections_) {
+      EndSilence(connection, now);
       Send(connection, now);
     }
-    connections_.remove_if([](const Connection& connection) { return !connection.descriptor.IsOpen(); });
+    connections_.remove_if([](const Connection& connection) { return !connection.IsOpen(); });
+  }
+}
+
+void Server::Accept(const std::vector<pollfd>& waits) {
+  auto wait = waits.begin() + OwnWaits;
+  for (const TcpListener& listener : listeners_) {
+    if (((wait++)->revents & POLLIN) == 0) {
+      continue;
+    }
+    TcpClient client = simulator::Accept(listener);
+    if (client.socket.IsOpen()) {
+      connections_.push_back({Line::Tcp, std::move(client.socket), nullptr, client.name});
+    }
+  }
+}
+
+void Server::TakeClosing(Connection& connection) {
+  if (connection.terminal && connection.terminal->TakeClosing()) {
+    connection.framer = Framer(Line::Rtu);
+    connection.silentAt.reset();
+    connection.queue.clear();
+    connection.blocked = false;
   }
 }
 
 void Server::Receive(Connection& connection) {
   std::array<std::uint8_t, 4096> part{};
-  const ssize_t got = ::read(connection.descriptor.Number(), part.data(), part.size());
+  const ssize_t got = ::read(connection.Number(), part.data(), part.size());
+  // Asked after the bytes were taken: a client that opened the line and wrote has not got its reply yet, so
+  // what is dropped here is its predecessor's.
+  TakeClosing(connection);
   if (got < 0 && (errno == EAGAIN || errno == EINTR)) {
     return;
   }
   if (got <= 0) {
-    connection.descriptor.Close();
+    End(connection, Ending::Close);
     return;
   }
+  const Time now = Clock::now();
   if (!connection.framer.Waits()) {
-    connection.firstByte = std::chrono::steady_clock::now();
+    connection.firstByte = now;
   }
   connection.framer.Feed({part.data(), static_cast<std::size_t>(got)});
-  Answer(connection);
+  AnswerAll(connection);
+  connection.silentAt.reset();
+  if (connection.line == Line::Rtu && connection.framer.Waits()) {
+    connection.silentAt = now + LineSilence;
+  }
 }
 
-void Server::Answer(Connection& connection) {
+void Server::AnswerAll(Connection& connection) {
   while (const std::optional<Bytes> request = connection.framer.Next()) {
-    for (ReplyStep& step : handler_(connection.line, connection.name, *request)) {
-      connection.queue.push_back({connection.firstByte + step.after, std::move(step.bytes), step.ending});
+    Answer(connection, *request);
+    connection.firstByte = Clock::now();
+    if (connection.line == Line::Rtu && CheckValue(*request) != 0) {
+      (void)connection.framer.TakeRest(); // behind a damaged request nobody knows where the next one starts
     }
-    connection.firstByte = std::chrono::steady_clock::now();
   }
   if (connection.framer.Lost()) {
-    connection.descriptor.Close();
+    End(connection, Ending::Close);
+  }
+}
+
+void Server::Answer(Connection& connection, std::span<const std::uint8_t> request) {
+  // A recorder works off one request after the other: a late reply holds up those behind it.
+  Time earliest = connection.queue.empty() ? connection.firstByte : connection.queue.back().due;
+  for (ReplyStep& step : handler_(connection.line, connection.name, request)) {
+    earliest = std::max(earliest, connection.firstByte + step.after);
+    connection.queue.push_back({earliest, std::move(step.bytes), step.ending});
+  }
+}
+
+void Server::EndSilence(Connection& connection, Time now) {
+  if (connection.silentAt && *connection.silentAt <= now) {
+    connection.silentAt.reset();
+    Answer(connection, connection.framer.TakeRest());
   }
 }
 
 void Server::Send(Connection& connection, Time now) {
-  while (connection.descriptor.IsOpen() && !connection.blocked && !connection.queue.empty() &&
+  while (connection.IsOpen() && !connection.blocked && !connection.queue.empty() &&
          connection.queue.front().due <= now) {
     Outgoing& next = connection.queue.front();
     if (!next.bytes.empty()) {
-      const ssize_t sent = ::send(connection.descriptor.Number(), next.bytes.data(), next.bytes.size(),
-                                  MSG_NOSIGNAL | MSG_DONTWAIT);
+      const ssize_t sent =
+          connection.terminal
+              ? ::write(connection.Number(), next.bytes.data(), next.bytes.size())
+              : ::send(connection.Number(), next.bytes.data(), next.bytes.size(), MSG_NOSIGNAL);
       if (sent < 0) {
-        if (errno == EAGAIN) {
-          connection.blocked = true;
-        } else if (errno != EINTR) {
-          connection.descriptor.Close();
+        connection.blocked = errno == EAGAIN;
+        if (errno != EAGAIN && errno != EINTR) {
+          End(connection, Ending::Close);
         }
         return;
       }
@@ -139,11 +204,24 @@ void Server::Send(Connection& connection, Time now) {
     }
     const Ending ending = next.ending;
     connection.queue.pop_front();
-    if (ending == Ending::Close) {
-      connection.descriptor.Close();
-    } else if (ending == Ending::Reset) {
-      CloseWithReset(connection.descriptor);
-    }
+    End(connection, ending);
+  }
+}
+
+void Server::End(Connection& connection, Ending ending) {
+  if (ending == Ending::None) {
+    return;
+  }
+  if (connection.terminal) {
+    connection.terminal->Replug();
+    connection.framer = Framer(Line::Rtu);
+    connection.silentAt.reset();
+    connection.queue.clear();
+    connection.blocked = false;
+  } else if (ending == Ending::Reset) {
+    CloseWithReset(connection.socket);
+  } else {
+    connection.socket.Close();
   }
 }
 

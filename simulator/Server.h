@@ -3,27 +3,32 @@
 #pragma once
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <list>
+#include <memory>
 #include <optional>
 
 #include "simulator/Framer.h"
-#include "simulator/Recorder.h"
 #include "simulator/ReplyPlan.h"
 #include "simulator/Sockets.h"
+#include "simulator/Terminal.h"
+
+struct pollfd;
 
 namespace loader::simulator {
 
 // A request is answered by a plan; an empty plan is silence.
 using RequestHandler =
-    std::function<ReplyPlan(Line line, const std::string& client, std::span<const std::uint8_t>)>;
+    std::function<ReplyPlan(Line line, const std::string& client, std::span<const std::uint8_t> request)>;
 
 class Server {
 public:
   explicit Server(RequestHandler handler) : handler_(std::move(handler)) {}
 
-  // The name of the line, as the user may write it.
+  // Open a line. The result is its name, as a client may use it. RunTimeFailure when it cannot be opened.
   std::string ListenOnTcp(const TcpAddress& address);
+  std::string ListenOnRtu(const std::filesystem::path& link);
 
   // Serves until `stopDescriptor` can be read.
   void Run(int stopDescriptor);
@@ -37,18 +42,30 @@ private:
   };
   struct Connection {
     Line line;
-    Descriptor descriptor;
+    Descriptor socket;                  // of a TCP client
+    std::unique_ptr<Terminal> terminal; // of an RTU line
     std::string name;
-    Framer framer;
-    Time firstByte{};           // of the request that is arriving
-    std::deque<Outgoing> queue; // in the order in which it leaves
-    bool blocked = false;       // the peer takes nothing at present
+    Framer framer{line};
+    Time firstByte{};               // of the request that is arriving
+    std::optional<Time> silentAt{}; // when the RTU line has been silent long enough
+    std::deque<Outgoing> queue{};   // in the order in which it leaves
+    bool blocked = false;           // the client takes nothing at present
+
+    [[nodiscard]] int Number() const { return terminal ? terminal->Master() : socket.Number(); }
+    [[nodiscard]] bool IsOpen() const { return terminal || socket.IsOpen(); }
   };
 
-  void Receive(Connection& connection);
-  void Answer(Connection& connection);
-  void Send(Connection& connection, Time now);
+  [[nodiscard]] std::vector<pollfd> Waits(int stopDescriptor) const;
   [[nodiscard]] std::optional<Time> NextDue() const;
+  void Accept(const std::vector<pollfd>& waits);
+  void Receive(Connection& connection);
+  void Answer(Connection& connection, std::span<const std::uint8_t> request);
+  void AnswerAll(Connection& connection);
+  void EndSilence(Connection& connection, Time now);
+  void Send(Connection& connection, Time now);
+  // What the last client of a terminal left behind is dropped.
+  static void TakeClosing(Connection& connection);
+  static void End(Connection& connection, Ending ending);
 
   RequestHandler handler_;
   std::list<TcpListener> listeners_;

@@ -6,15 +6,16 @@
 #include <filesystem>
 #include <iostream>
 
+#include "core/modFile.h"
 #include "simulator/CommandLine.h"
 #include "simulator/MemoryFile.h"
-#include "simulator/ModbusSlave.h"
 #include "simulator/Plant.h"
-#include "simulator/Recorder.h"
 #include "simulator/Server.h"
+#include "simulator/Simulator.h"
 
 namespace {
 
+using namespace loader;
 using namespace loader::simulator;
 
 constexpr int EndedWell = 0, CouldNotRun = 1, WrongOptions = 2;
@@ -23,10 +24,11 @@ constexpr int EndedWell = 0, CouldNotRun = 1, WrongOptions = 2;
 Descriptor StopSignals() {
   sigset_t signals;
   sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  sigaddset(&signals, SIGHUP);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    sigaddset(&signals, signal);
+  }
   sigprocmask(SIG_BLOCK, &signals, nullptr);
+  signal(SIGPIPE, SIG_IGN); // nobody reads the trace any more: no reason to end
   return Descriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
@@ -38,30 +40,86 @@ std::string ShapeFile(const Options& options) {
   return (std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "InitSet.Ini").string();
 }
 
+// The memory file says what recorder it is of; the options must not say otherwise.
+Firmware ChosenFirmware(const Options& options, const MemoryHead& head) {
+  const Model model = options.model.value_or(head.model.value_or(Model::Kov));
+  if (head.model && *head.model != model) {
+    throw RunTimeFailure(*options.load + " is the memory of a " + std::string(ModelName(*head.model)));
+  }
+  const std::string tag = options.firmware.value_or(head.firmware.value_or(std::string(NewestTag(model))));
+  if (head.firmware && *head.firmware != tag) {
+    throw RunTimeFailure(*options.load + " is the memory of firmware " + *head.firmware);
+  }
+  return FirmwareOf(model, tag);
+}
+
+Recorder StartRecorder(const Options& options) {
+  const std::string memoryText = options.load ? ReadWholeFile(*options.load) : std::string();
+  try {
+    const Firmware firmware = ChosenFirmware(options, ReadMemoryHead(memoryText));
+    if (!firmware.regularTag) {
+      std::cerr << "recorder-sim: " << firmware.tag << " is no tag of a " << ModelName(firmware.model)
+                << ": its register layout is the newest\n";
+    }
+    const ParamStoreTable shape = LoadShape(ShapeFile(options), firmware.model);
+    const RegisterMap map = MapOf(shape, firmware);
+    RegisterMemory start;
+    if (options.pattern) {
+      FillUnused(map, *options.pattern, start);
+    }
+    if (options.load) {
+      PutIdentity(firmware, map, start);
+      ReadMemoryText(memoryText, map, start);
+    } else {
+      Commission(PlantSetup(shape, firmware.model), firmware, map, start);
+    }
+    Recorder recorder = SwitchOn(firmware, map, start, {options.recording, options.computing});
+    recorder.station = options.station.value_or(recorder.station);
+    return recorder;
+  } catch (const MemoryFileError& error) {
+    throw RunTimeFailure(*options.load + ", " + error.what());
+  }
+}
+
+void SaveKept(const Options& options, const Recorder& recorder) {
+  if (options.save) {
+    WriteWholeFile(*options.save, MemoryText(recorder.firmware, recorder.map, recorder.kept));
+  }
+}
+
+SimulatorSettings SettingsOf(const Options& options) {
+  SimulatorSettings settings{options.faults, options.seed, options.timing, {}, {}};
+  if (options.trace) {
+    settings.trace = [](const std::string& line) { std::cerr << line + "\n" << std::flush; };
+  }
+  settings.whenStored = [&options](const Recorder& recorder) {
+    try {
+      SaveKept(options, recorder);
+    } catch (const RunTimeFailure& failure) {
+      std::cerr << "recorder-sim: " << failure.what() << '\n'; // the line must not fall silent over it
+    }
+  };
+  return settings;
+}
+
 void Serve(const Options& options) {
   const Descriptor stop = StopSignals();
-  const Firmware firmware =
-      FirmwareOf(options.model, options.firmware.value_or(std::string(NewestTag(options.model))));
-  const auto shape = LoadShape(ShapeFile(options), options.model);
-  const RegisterMap map = MapOf(shape, firmware);
-  RegisterMemory start;
-  Commission(PlantSetup(shape, options.model), firmware, map, start);
-  Recorder recorder = SwitchOn(firmware, map, start, {options.recording, options.computing});
-
-  ModbusSlave tcp(Line::Tcp, recorder.station);
-  Server server([&](Line line, const std::string&, std::span<const std::uint8_t> frame) {
-    ModbusAnswer answer = tcp.Answer(frame, recorder.memory);
-    const Request request = ParseRequest(line, frame);
-    if (request.IsWrite() && answer.exception == 0 && !answer.reply.empty()) {
-      AfterWrite(recorder, request.address, request.count);
-    }
-    return answer.reply.empty() ? ReplyPlan{}
-                                : ReplyPlan{{Microseconds{0}, std::move(answer.reply), Ending::None}};
+  Simulator simulator(StartRecorder(options), SettingsOf(options));
+  Server server([&](Line line, const std::string& client, std::span<const std::uint8_t> request) {
+    return simulator.Handle(line, client, request);
   });
-  std::cout << "listening on " << server.ListenOnTcp(*options.tcp) << std::endl;
+  std::string ready;
+  for (const TcpAddress& address : options.tcp) {
+    ready += "listening on " + server.ListenOnTcp(address) + "\n";
+  }
+  for (const std::string& link : options.rtu) {
+    ready += "listening on " + server.ListenOnRtu(link) + "\n";
+  }
+  std::cout << ready << std::flush;
   server.Run(stop.Number());
+  SaveKept(options, simulator.TheRecorder());
   if (options.dump) {
-    WriteWholeFile(*options.dump, DumpText(recorder.memory));
+    WriteWholeFile(*options.dump, DumpText(simulator.TheRecorder().memory));
   }
 }
 
