@@ -1,0 +1,25 @@
+// The application object: Japanese font and texts of Qt's own dialogs, and the one gate through which every
+// event goes before Qt acts on it.
+#pragma once
+
+#include <QApplication>
+#include <QTranslator>
+#include <functional>
+
+namespace loader {
+
+class Application final : public QApplication {
+public:
+  Application(int& argc, char** argv);
+
+  // Asked before an event is given to a widget; true swallows it. It has to be asked here: Qt moves the focus
+  // before any event filter sees the press of a mouse button.
+  std::function<bool(QWidget&, QEvent&)> refuses;
+
+  bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+  QTranslator translator_;
+};
+
+} // namespace loader

@@ -1,0 +1,81 @@
+// Ties the widgets of a form to the control records of a screen by object name: record "cmbDI(3)" to widget
+// "cmbDI_3". It holds no rule of any screen.
+//
+// | record     | widget                 | what the user does      |
+// | TextField  | QLineEdit              | each edit               |
+// | ListBox    | QComboBox              | each choice             |
+// | Label      | QLabel                 | click (when handled)    |
+// | Button     | QAbstractButton        | click                   |
+// | CheckBox   | QAbstractButton        | click                   |
+// | ToolButton | QAction                | trigger                 |
+// | MenuEntry  | QAction or QMenu       | trigger                 |
+// | Frame      | QGroupBox, any QWidget | nothing                 |
+// | TabPages   | QTabWidget             | page change             |
+// | Picture    | LampView               | nothing                 |
+// | Grid       | GridView               | cell, click, open       |
+#pragma once
+
+#include <QObject>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/Controls.h"
+
+class QWidget;
+
+namespace loader {
+
+class UserInterface;
+
+// A record, its widget, and what the widget was last given.
+struct Binding {
+  Control& control;
+  QObject& object;
+  QWidget* widget; // null for an action
+  bool fresh = true;
+  bool enabled = true;
+  bool visible = true;
+  std::u16string text{};
+  bool hasBackColour = false;
+  Colour backColour = 0;
+};
+
+class Binder final : public QObject {
+public:
+  // Widgets and records of the same name have to be of matching kinds: a mismatch is a defect of the form
+  // (std::logic_error). A record without a widget is passed over and listed in `missing`.
+  Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formWindow);
+  ~Binder() override;
+
+  // Shows what differs between the records and what the widgets were given. Focus requests stay.
+  void RefreshWidgets();
+  // False when the control can't take the focus: hidden, disabled, on another page.
+  bool GiveFocus(Control& control);
+
+  [[nodiscard]] QWidget* WidgetOf(const Control& control) const;
+  [[nodiscard]] Control* ControlOf(const QObject& object) const;
+
+  Screen& screen;
+  QWidget& window;
+  std::vector<std::string> missing; // control names
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+  void Bind(Control& control);
+  void PrepareWindow();
+  bool KeyOnClickable(Control& control, int key);
+
+  UserInterface& userInterface_;
+  std::deque<Binding> bindings_; // fixed addresses
+  std::unordered_map<const QObject*, Binding*> byObject_;
+  std::unordered_map<const Control*, Binding*> byControl_;
+};
+
+// "cmbDI_3" for "cmbDI(3)".
+[[nodiscard]] std::string WidgetName(const std::string& controlName);
+
+} // namespace loader

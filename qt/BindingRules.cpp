@@ -1,0 +1,349 @@
+#include "qt/BindingRules.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+#include "qt/GridView.h"
+#include "qt/LampView.h"
+#include "qt/ListModel.h"
+#include "qt/QtText.h"
+#include "qt/ReadableColour.h"
+#include "qt/UserInterface.h"
+
+namespace loader {
+
+namespace {
+
+template <typename Record> Record& RecordOf(Binding& binding) {
+  return static_cast<Record&>(binding.control);
+}
+template <typename Widget> Widget& WidgetAs(Binding& binding) {
+  return static_cast<Widget&>(binding.object);
+}
+template <typename Widget> bool Is(const QObject& object) {
+  return qobject_cast<const Widget*>(&object) != nullptr;
+}
+bool IsEntry(const QObject& object) {
+  return Is<QAction>(object) || Is<QMenu>(object);
+}
+void ListenToNothing(UserInterface& /*userInterface*/, QObject& /*binder*/, Binding& /*binding*/) {}
+
+// True when the text has to be given to the widget; remembers it.
+bool Differs(Binding& binding, const std::u16string& text) {
+  if (!binding.fresh && binding.text == text) {
+    return false;
+  }
+  binding.text = text;
+  return true;
+}
+
+// What a screen reader says: the caption without its mnemonic.
+QString SpokenCaption(const std::u16string& caption) {
+  return ToQt(caption).remove(u'&').trimmed();
+}
+
+void ListenToField(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& field = RecordOf<TextField>(binding);
+  QObject::connect(&WidgetAs<QLineEdit>(binding), &QLineEdit::textEdited, &binder,
+                   [&userInterface, &binding, &field](const QString& typed) {
+                     binding.text = FromQt(typed);
+                     if (field.enabled && field.visible) {
+                       userInterface.EditBegins(field);
+                     }
+                     userInterface.Act(
+                         field, [&] { field.text = binding.text; }, field.onChange);
+                   });
+}
+
+void ShowField(Binding& binding) {
+  auto& field = RecordOf<TextField>(binding);
+  auto& edit = WidgetAs<QLineEdit>(binding);
+  if (Differs(binding, field.text)) {
+    const int cursor = edit.cursorPosition();
+    const int selected = edit.selectionStart();
+    const int length = static_cast<int>(edit.selectedText().size());
+    edit.setText(ToQt(field.text));
+    edit.setCursorPosition(cursor);
+    if (selected >= 0) {
+      edit.setSelection(selected, length);
+    }
+  }
+  if (edit.isReadOnly() != field.readOnly) {
+    edit.setReadOnly(field.readOnly);
+  }
+  if (field.selectionPending) {
+    field.selectionPending = false;
+    const int size = static_cast<int>(field.text.size());
+    const int start = std::clamp(field.selStart, 0, size);
+    const int length = std::clamp(field.selLength, 0, size - start);
+    edit.setCursorPosition(start);
+    if (length > 0) {
+      edit.setSelection(start, length);
+    }
+  }
+}
+
+void ListenToList(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& list = RecordOf<ListBox>(binding);
+  auto& combo = WidgetAs<QComboBox>(binding);
+  combo.setModel(new ListModel(&combo));
+  combo.setFocusPolicy(Qt::StrongFocus);
+  combo.setMaxVisibleItems(20);
+  if (auto* view = qobject_cast<QListView*>(combo.view())) {
+    view->setUniformItemSizes(true);
+  }
+  combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  QObject::connect(&combo, &QComboBox::activated, &binder, [&userInterface, &list](int row) {
+    userInterface.Act(
+        list, [&] { list.index = row; }, list.onChange);
+  });
+}
+
+void ShowList(Binding& binding) {
+  auto& list = RecordOf<ListBox>(binding);
+  auto& combo = WidgetAs<QComboBox>(binding);
+  auto& model = static_cast<ListModel&>(*combo.model());
+  const QSignalBlocker quiet(combo);
+  if (model.Items() != list.items) {
+    model.SetItems(list.items);
+    // Wide enough for the longest row, up to a width that no page should be stretched by.
+    constexpr int WidestList = 24;
+    combo.setMinimumContentsLength(std::min(model.LongestRow(), WidestList));
+  }
+  const int row = list.index < model.rowCount() ? std::max(list.index, -1) : -1;
+  if (combo.currentIndex() != row) {
+    combo.setCurrentIndex(row);
+  }
+}
+
+void ListenToLabel(UserInterface& /*userInterface*/, QObject& /*binder*/, Binding& binding) {
+  auto& label = WidgetAs<QLabel>(binding);
+  label.setTextFormat(Qt::PlainText);
+  if (RecordOf<Label>(binding).onClick) {
+    label.setFocusPolicy(Qt::TabFocus); // the keyboard reaches what the mouse can click
+  }
+}
+
+void ShowLabelColour(Label& record, QLabel& label, Binding& binding) {
+  if (!binding.fresh && binding.hasBackColour == record.hasBackColour &&
+      (!record.hasBackColour || binding.backColour == record.backColour)) {
+    return;
+  }
+  binding.hasBackColour = record.hasBackColour;
+  binding.backColour = record.backColour;
+  if (record.hasBackColour) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::Window, ToColour(record.backColour));
+    palette.setColor(QPalette::WindowText, ReadableOn(record.backColour));
+    label.setPalette(palette);
+  } else {
+    label.setPalette({});
+  }
+  label.setAutoFillBackground(record.hasBackColour);
+}
+
+void ShowLabel(Binding& binding) {
+  auto& record = RecordOf<Label>(binding);
+  auto& label = WidgetAs<QLabel>(binding);
+  if (Differs(binding, record.caption)) {
+    label.setText(ToQt(record.caption));
+    if (label.buddy() != nullptr && !record.caption.empty()) {
+      label.buddy()->setAccessibleName(SpokenCaption(record.caption));
+    }
+  }
+  ShowLabelColour(record, label, binding);
+}
+
+void ListenToButton(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& button = RecordOf<Button>(binding);
+  QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
+                   [&userInterface, &button] {
+                     userInterface.Act(
+                         button, [] {}, button.onClick);
+                   });
+}
+
+void ShowButtonCaption(Binding& binding, const std::u16string& caption) {
+  if (Differs(binding, caption)) {
+    auto& button = WidgetAs<QAbstractButton>(binding);
+    button.setText(ToQt(caption));
+    if (!caption.empty()) {
+      button.setAccessibleName(SpokenCaption(caption));
+    }
+  }
+}
+
+void ShowButton(Binding& binding) {
+  ShowButtonCaption(binding, RecordOf<Button>(binding).caption);
+}
+
+void ListenToCheckBox(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& box = RecordOf<CheckBox>(binding);
+  QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
+                   [&userInterface, &box](bool checked) {
+                     userInterface.Act(
+                         box, [&] { box.checked = checked; }, box.onClick);
+                   });
+}
+
+void ShowCheckBox(Binding& binding) {
+  auto& box = RecordOf<CheckBox>(binding);
+  ShowButtonCaption(binding, box.caption);
+  auto& button = WidgetAs<QAbstractButton>(binding);
+  if (button.isChecked() != box.checked) {
+    button.setChecked(box.checked);
+  }
+}
+
+void ListenToToolButton(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& tool = RecordOf<ToolButton>(binding);
+  QObject::connect(&WidgetAs<QAction>(binding), &QAction::triggered, &binder, [&userInterface, &tool] {
+    userInterface.Act(
+        tool, [] {}, tool.onClick);
+  });
+}
+
+void ShowToolButton(Binding& binding) {
+  auto& tool = RecordOf<ToolButton>(binding);
+  if (Differs(binding, tool.toolTip)) {
+    auto& action = WidgetAs<QAction>(binding);
+    action.setToolTip(ToQt(tool.toolTip));
+    action.setText(ToQt(tool.toolTip));
+  }
+}
+
+void ListenToMenuEntry(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  if (auto* action = qobject_cast<QAction*>(&binding.object)) {
+    auto& entry = RecordOf<MenuEntry>(binding);
+    QObject::connect(action, &QAction::triggered, &binder, [&userInterface, &entry] {
+      userInterface.Act(
+          entry, [] {}, entry.onClick);
+    });
+  }
+}
+
+void ShowMenuEntry(Binding& binding) {
+  auto& entry = RecordOf<MenuEntry>(binding);
+  if (auto* menu = qobject_cast<QMenu*>(&binding.object)) {
+    if (Differs(binding, entry.caption)) {
+      menu->setTitle(ToQt(entry.caption));
+    }
+    return;
+  }
+  auto& action = WidgetAs<QAction>(binding);
+  if (Differs(binding, entry.caption)) {
+    action.setSeparator(entry.caption == u"-");
+    action.setText(ToQt(entry.caption));
+  }
+  // The action flips its own mark when it is triggered; the record has the say.
+  if (entry.checked) {
+    action.setCheckable(true);
+  }
+  if (action.isChecked() != entry.checked) {
+    action.setChecked(entry.checked);
+  }
+}
+
+void ShowFrame(Binding& binding) {
+  auto& frame = RecordOf<Frame>(binding);
+  if (auto* box = qobject_cast<QGroupBox*>(&binding.object);
+      box != nullptr && Differs(binding, frame.caption)) {
+    box->setTitle(ToQt(frame.caption));
+  }
+}
+
+void ListenToPages(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& pages = RecordOf<TabPages>(binding);
+  QObject::connect(&WidgetAs<QTabWidget>(binding), &QTabWidget::currentChanged, &binder,
+                   [&userInterface, &pages](int page) {
+                     userInterface.Act(
+                         pages, [&] { pages.current = page; }, pages.onChange);
+                   });
+}
+
+void ShowPages(Binding& binding) {
+  auto& record = RecordOf<TabPages>(binding);
+  auto& tabs = WidgetAs<QTabWidget>(binding);
+  for (int page = 0; page < tabs.count(); ++page) {
+    const auto index = static_cast<std::size_t>(page);
+    const bool known = index < record.pages.size();
+    const QString caption = known ? ToQt(record.pages[index].caption) : QString();
+    if (tabs.tabText(page) != caption) {
+      tabs.setTabText(page, caption);
+    }
+    const bool visible = known && record.pages[index].visible;
+    if (tabs.isTabVisible(page) != visible) {
+      tabs.setTabVisible(page, visible);
+    }
+  }
+  if (record.current >= 0 && record.current < tabs.count() && tabs.currentIndex() != record.current) {
+    tabs.setCurrentIndex(record.current);
+  }
+}
+
+void ShowPicture(Binding& binding) {
+  WidgetAs<LampView>(binding).SetColour(ToColour(RecordOf<Picture>(binding).colour));
+}
+
+void ListenToGrid(UserInterface& userInterface, QObject& binder, Binding& binding) {
+  auto& grid = RecordOf<Grid>(binding);
+  auto& view = WidgetAs<GridView>(binding);
+  QObject::connect(&view, &GridView::CellEntered, &binder, [&userInterface, &grid](int row, int col) {
+    userInterface.Act(grid,
+                      [&] {
+                        grid.SelectRow(row);
+                        grid.Col = col;
+                      },
+                      {});
+  });
+  QObject::connect(&view, &GridView::CellClicked, &binder, [&userInterface, &grid] {
+    userInterface.Act(
+        grid, [] {}, grid.onClick);
+  });
+  QObject::connect(&view, &GridView::CellOpened, &binder, [&userInterface, &grid] {
+    userInterface.Act(
+        grid, [] {}, grid.onDoubleClick);
+  });
+}
+
+void ShowGrid(Binding& binding) {
+  WidgetAs<GridView>(binding).ShowRecord(RecordOf<Grid>(binding));
+}
+
+constexpr auto Rules = std::to_array<BindingRule>({
+    {ControlKind::TextField, Is<QLineEdit>, ListenToField, ShowField},
+    {ControlKind::ListBox, Is<QComboBox>, ListenToList, ShowList},
+    {ControlKind::Label, Is<QLabel>, ListenToLabel, ShowLabel},
+    {ControlKind::Button, Is<QAbstractButton>, ListenToButton, ShowButton},
+    {ControlKind::ToolButton, Is<QAction>, ListenToToolButton, ShowToolButton},
+    {ControlKind::CheckBox, Is<QAbstractButton>, ListenToCheckBox, ShowCheckBox},
+    {ControlKind::Frame, Is<QWidget>, ListenToNothing, ShowFrame},
+    {ControlKind::TabPages, Is<QTabWidget>, ListenToPages, ShowPages},
+    {ControlKind::MenuEntry, IsEntry, ListenToMenuEntry, ShowMenuEntry},
+    {ControlKind::Picture, Is<LampView>, ListenToNothing, ShowPicture},
+    {ControlKind::Grid, Is<GridView>, ListenToGrid, ShowGrid},
+});
+
+} // namespace
+
+const BindingRule& RuleOf(ControlKind kind) {
+  const auto found =
+      std::find_if(Rules.begin(), Rules.end(), [&](const BindingRule& rule) { return rule.kind == kind; });
+  if (found == Rules.end()) {
+    throw std::logic_error("a control of a kind that no widget shows");
+  }
+  return *found;
+}
+
+} // namespace loader

@@ -1,0 +1,22 @@
+// What each kind of control needs of its widget, as one table.
+#pragma once
+
+#include <span>
+
+#include "qt/Binder.h"
+
+namespace loader {
+
+struct BindingRule {
+  ControlKind kind;
+  // Whether the object is one of the widgets that show this kind.
+  bool (*accepts)(const QObject& object);
+  // Connects what the user does to the record and its handler, for as long as the binder lives.
+  void (*listen)(UserInterface& userInterface, QObject& binder, Binding& binding);
+  // Gives the widget what differs. Name, state and visibility are the binder's.
+  void (*show)(Binding& binding);
+};
+
+[[nodiscard]] const BindingRule& RuleOf(ControlKind kind);
+
+} // namespace loader

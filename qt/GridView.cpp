@@ -1,0 +1,256 @@
+#include "qt/GridView.h"
+
+#include <QFontMetricsF>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
+#include <cmath>
+
+#include "qt/HeadingView.h"
+#include "qt/QtText.h"
+
+namespace loader {
+
+namespace {
+
+constexpr int CellMargin = 4; // pixels at either side of a cell's text
+
+// Paints cells without the style: colours as they stand in the record, and a frame around the current cell
+// that can be seen on every colour.
+class CellPainter final : public QStyledItemDelegate {
+public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const auto& view = static_cast<const GridView&>(*option.widget);
+    const QVariant back = index.data(Qt::BackgroundRole);
+    const QVariant text = index.data(Qt::ForegroundRole);
+    const QPalette::ColorGroup group = view.isEnabled() ? QPalette::Active : QPalette::Disabled;
+    painter->fillRect(option.rect,
+                      back.isValid() ? back.value<QColor>() : option.palette.color(group, QPalette::Base));
+    painter->setPen(text.isValid() ? text.value<QColor>() : option.palette.color(group, QPalette::Text));
+    const QRect inside = option.rect.adjusted(CellMargin, 0, -CellMargin, 0);
+    const QString shown =
+        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, inside.width());
+    const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+    painter->drawText(inside, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
+    if (index == view.currentIndex()) {
+      const int width = view.hasFocus() ? 2 : 1;
+      const QColor frame = option.palette.color(QPalette::Active, QPalette::Highlight);
+      for (int i = 0; i < width; ++i) {
+        painter->setPen(frame);
+        painter->drawRect(option.rect.adjusted(i, i, -1 - i, -1 - i));
+      }
+    }
+  }
+};
+
+// The corner above the fixed columns and left of the fixed rows.
+class Corner final : public QWidget {
+public:
+  Corner(GridView& view, const GridModel& model) : QWidget(&view), model_(model) {}
+  std::vector<int> widths;
+  int lineHeight = 0;
+
+protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Button));
+    int left = 0;
+    for (std::size_t col = 0; col < widths.size(); ++col) {
+      int top = 0;
+      for (int row = 0; row < model_.FixedRows(); ++row) {
+        const QString text = ToQt(model_.CellAt(row, static_cast<int>(col)).text).trimmed();
+        if (text.isEmpty() && row + 1 < model_.FixedRows()) {
+          continue; // leaves its place to the one below
+        }
+        const int bottom = (row + 1) * lineHeight;
+        const QRect box(left, top, widths[col], bottom - top);
+        PaintHeadingCell(painter, palette(), box, box, text, false);
+        top = bottom;
+      }
+      left += widths[col];
+    }
+  }
+
+private:
+  const GridModel& model_;
+};
+
+} // namespace
+
+double TwipsPerPixel(const QFont& font) {
+  constexpr double TwipsAtReference = 15;
+  constexpr double ReferenceAdvance = 12; // of a full-width character, in pixels
+  const double advance = QFontMetricsF(font).horizontalAdvance(QStringLiteral("あ"));
+  return advance > 0 ? TwipsAtReference * ReferenceAdvance / advance : TwipsAtReference;
+}
+
+GridView::GridView(QWidget* parent)
+    : QTableView(parent), above_(new HeadingView(Qt::Horizontal, model_, this)),
+      left_(new HeadingView(Qt::Vertical, model_, this)), corner_(new Corner(*this, model_)) {
+  setHorizontalHeader(above_);
+  setVerticalHeader(left_);
+  setCornerButtonEnabled(false);
+  setModel(&model_);
+  setItemDelegate(new CellPainter(this));
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setTabKeyNavigation(false); // Tab goes to the next control
+  setWordWrap(false);
+  connect(this, &QAbstractItemView::clicked, this, [this] { emit CellClicked(); });
+  connect(this, &QAbstractItemView::doubleClicked, this, [this] { emit CellOpened(); });
+  connect(left_, &QHeaderView::sectionPressed, this, [this](int row) { EnterRow(row); });
+  connect(left_, &QHeaderView::sectionDoubleClicked, this, [this](int row) {
+    EnterRow(row);
+    emit CellOpened();
+  });
+}
+
+void GridView::ShowRecord(const Grid& grid) {
+  if (!grid.Redraw) {
+    return;
+  }
+  showing_ = true;
+  const GridModel::Change change = model_.Take(grid);
+  if (change.headings || change.widths) {
+    LayOut();
+  }
+  ShowCurrentCell(grid);
+  showing_ = false;
+}
+
+void GridView::ShowCurrentCell(const Grid& grid) {
+  const int row = grid.Row - model_.FixedRows();
+  int col = std::max(grid.Col - model_.FixedCols(), 0);
+  while (col + 1 < model_.columnCount() && isColumnHidden(col)) {
+    ++col;
+  }
+  const QModelIndex wanted = row < 0 ? QModelIndex() : model_.index(row, col);
+  if (wanted == currentIndex()) {
+    return;
+  }
+  // The place where the user looks stays: the program often goes to the first row after a rewrite.
+  const bool follows = hasAutoScroll();
+  setAutoScroll(false);
+  selectionModel()->setCurrentIndex(wanted, QItemSelectionModel::ClearAndSelect);
+  setAutoScroll(follows);
+}
+
+void GridView::EnterRow(int row) {
+  const int col = std::max(currentIndex().column(), 0);
+  setCurrentIndex(model_.index(row, col));
+}
+
+void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  left_->MarkRow(current.isValid() ? current.row() : -1);
+  if (current.isValid() && !showing_) {
+    emit CellEntered(current.row() + model_.FixedRows(), current.column() + model_.FixedCols());
+  }
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (currentIndex().isValid()) {
+      emit CellOpened();
+    }
+    return;
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void GridView::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    LayOut();
+  }
+}
+
+// A text that is wider than its cell is told whole.
+bool GridView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const QModelIndex index = indexAt(help.pos());
+    const QString text = index.data().toString();
+    const QRect cell = visualRect(index);
+    const bool cut = fontMetrics().horizontalAdvance(text) > cell.width() - 2 * CellMargin;
+    QToolTip::showText(help.globalPos(), cut ? text.toHtmlEscaped() : QString(), viewport(), cell);
+    return true;
+  }
+  return QTableView::viewportEvent(event);
+}
+
+void GridView::updateGeometries() {
+  QTableView::updateGeometries();
+  const QRect above = above_->geometry();
+  const QRect left = left_->geometry();
+  corner_->setGeometry(left.left(), above.top(), left.width(), above.height());
+  corner_->setVisible(!above_->isHidden() && !left_->isHidden());
+  corner_->raise();
+}
+
+int GridView::Pixels(int twips) const {
+  return static_cast<int>(std::ceil(twips / TwipsPerPixel(font())));
+}
+
+void GridView::LayOut() {
+  above_->setVisible(model_.FixedRows() > 0);
+  left_->setVisible(model_.FixedCols() > 0);
+  left_->setDefaultSectionSize(fontMetrics().height() + 6);
+  LayOutFixedColumns();
+  LayOutColumns();
+  above_->Rebuild();
+  WidenForHeadings();
+  left_->Rebuild();
+  updateGeometries();
+}
+
+void GridView::LayOutFixedColumns() {
+  std::vector<int> widths;
+  for (int col = 0; col < model_.FixedCols(); ++col) {
+    int width = Pixels(model_.WidthTwips(col));
+    for (int row = 0; width > 0 && row < model_.FixedRows() + model_.rowCount(); ++row) {
+      const QString text = ToQt(model_.CellAt(row, col).text);
+      width = std::max(width, fontMetrics().horizontalAdvance(text) + HeadingView::Margin);
+    }
+    widths.push_back(width);
+  }
+  auto& corner = static_cast<Corner&>(*corner_);
+  corner.widths = widths;
+  corner.lineHeight = above_->LineHeight();
+  corner.update();
+  left_->SetFixedColumnWidths(std::move(widths));
+}
+
+void GridView::LayOutColumns() {
+  for (int col = 0; col < model_.columnCount(); ++col) {
+    const int width = Pixels(model_.WidthTwips(col + model_.FixedCols()));
+    if (isColumnHidden(col) != (width == 0)) {
+      setColumnHidden(col, width == 0);
+    }
+    if (width > 0) {
+      setColumnWidth(col, width);
+    }
+  }
+}
+
+void GridView::WidenForHeadings() {
+  // Narrow headings first: they may leave enough room for the wide ones above them.
+  for (auto box = above_->Boxes().rbegin(); box != above_->Boxes().rend(); ++box) {
+    const int wanted = above_->fontMetrics().horizontalAdvance(box->text) + HeadingView::Margin;
+    int width = 0;
+    for (int col = box->firstCol; col <= box->lastCol; ++col) {
+      width += isColumnHidden(col) ? 0 : columnWidth(col);
+    }
+    if (width < wanted) {
+      setColumnWidth(box->lastCol, columnWidth(box->lastCol) + wanted - width);
+    }
+  }
+}
+
+} // namespace loader

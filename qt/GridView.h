@@ -1,0 +1,60 @@
+// A table of cells with headings of one or more rows and fixed columns that stay put while the rest scrolls.
+//
+// Column widths come in twips: 15 to a pixel where a full-width character is 12 pixels wide (9 points at 96
+// dots an inch), and in that proportion with any other font; never narrower than the heading. Width 0 hides.
+#pragma once
+
+#include <QTableView>
+
+#include "platform/Controls.h"
+#include "qt/GridModel.h"
+
+namespace loader {
+
+class HeadingView;
+
+// Twips that one pixel stands for in a font, so that widths grow and shrink with it.
+[[nodiscard]] double TwipsPerPixel(const QFont& font);
+
+class GridView : public QTableView {
+  Q_OBJECT
+
+public:
+  explicit GridView(QWidget* parent = nullptr);
+
+  // Shows what differs; nothing while the record's Redraw is false.
+  void ShowRecord(const Grid& grid);
+  [[nodiscard]] const GridModel& Model() const { return model_; }
+  [[nodiscard]] const HeadingView& Headings() const { return *above_; }
+
+signals:
+  // The user moved the current cell; indexes as in the record.
+  void CellEntered(int row, int col);
+  void CellClicked();
+  // A double click or Enter on the current cell.
+  void CellOpened();
+
+protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void changeEvent(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void updateGeometries() override;
+
+private:
+  void LayOut();
+  void LayOutFixedColumns();
+  void LayOutColumns();
+  void WidenForHeadings();
+  void ShowCurrentCell(const Grid& grid);
+  void EnterRow(int row);
+  [[nodiscard]] int Pixels(int twips) const;
+
+  GridModel model_;
+  HeadingView* above_;
+  HeadingView* left_;
+  QWidget* corner_;
+  bool showing_ = false; // a move of the current cell is the program's, not the user's
+};
+
+} // namespace loader

@@ -1,0 +1,113 @@
+#include "qt/QtFileDialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "core/TextTable.h"
+#include "qt/QtText.h"
+#include "qt/UserInterface.h"
+
+namespace loader {
+
+namespace {
+
+enum class Purpose { Open, Save };
+
+// Qt's dialog keeps its history in a settings file of its own. The program persists nothing but its two
+// files, so that history goes to a folder that is gone with the dialog.
+class ForgottenHistory {
+public:
+  ForgottenHistory() {
+    if (folder_.isValid()) {
+      QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.path());
+    }
+  }
+
+private:
+  QTemporaryDir folder_;
+};
+
+bool HasExtension(const QString& path) {
+  return QFileInfo(path).fileName().lastIndexOf(u'.') > 0;
+}
+
+// The path that the user chose, the extension appended where it is to be; empty when he gave up.
+QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath) {
+  const FileFilter filter = FilterOf(asked.Filter);
+  QFileDialog dialog(QApplication::activeWindow(), ToQt(asked.DialogTitle), QDir::currentPath());
+  dialog.setObjectName(QStringLiteral("fileDialog"));
+  dialog.setAcceptMode(purpose == Purpose::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked below, about the whole name
+  dialog.setNameFilter(filter.nameFilter);
+  if (!lastPath.isEmpty()) {
+    dialog.selectFile(lastPath);
+  }
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    return {};
+  }
+  QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+  if (purpose == Purpose::Save && !filter.extension.isEmpty() && !HasExtension(path)) {
+    path += u'.' + filter.extension;
+  }
+  return path;
+}
+
+bool MayOverwrite(const QString& path) {
+  const QString question =
+      QStringLiteral("%1 は既に存在します。\n上書きしますか？").arg(QFileInfo(path).fileName());
+  return AskOkCancel(FromQt(question));
+}
+
+long Show(CommonDialog& dialog, Purpose purpose) {
+  const ForgottenHistory history;
+  QString path = ToQt(dialog.FileName);
+  do {
+    path = Ask(dialog, purpose, path);
+    if (path.isEmpty()) {
+      return FileDialogCancelled;
+    }
+  } while (purpose == Purpose::Save && (dialog.Flags & AskBeforeOverwrite) != 0 && QFileInfo::exists(path) &&
+           !MayOverwrite(path));
+  dialog.FileName = FromQt(path);
+  dialog.FileTitle = FromQt(QFileInfo(path).fileName());
+  return 0;
+}
+
+} // namespace
+
+FileFilter FilterOf(std::u16string_view filter) {
+  const QString whole = ToQt(filter);
+  const qsizetype bar = whole.indexOf(u'|');
+  const QString caption = bar < 0 ? whole : whole.left(bar);
+  const QString pattern = bar < 0 ? whole : whole.mid(bar + 1);
+  const QString extension = pattern.section(u'.', -1);
+  QStringList patterns{pattern};
+  for (const QString& variant : {pattern.toUpper(), pattern.toLower()}) {
+    if (!patterns.contains(variant)) {
+      patterns.push_back(variant);
+    }
+  }
+  return {caption + QStringLiteral(" (") + patterns.join(u' ') + u')',
+          extension.contains(u'*') ? QString() : extension};
+}
+
+long QtFileDialogs::ShowOpen(CommonDialog& dialog) {
+  userInterface_.Refresh();
+  userInterface_.BoxShown();
+  return Show(dialog, Purpose::Open);
+}
+
+long QtFileDialogs::ShowSave(CommonDialog& dialog) {
+  userInterface_.Refresh();
+  userInterface_.BoxShown();
+  return Show(dialog, Purpose::Save);
+}
+
+} // namespace loader

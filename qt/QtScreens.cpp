@@ -1,0 +1,177 @@
+#include "qt/QtScreens.h"
+
+#include <QApplication>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QPointer>
+#include <algorithm>
+#include <stdexcept>
+
+#include "qt/GridView.h"
+#include "qt/QtText.h"
+#include "qt/UserInterface.h"
+
+namespace loader {
+
+QtScreens::QtScreens(UserInterface& userInterface, FormMaker makeForm)
+    : userInterface_(userInterface), makeForm_(std::move(makeForm)) {
+  // Boxes come and go before the first window stands; the last screen ends the program, not the last box.
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+QtScreens::~QtScreens() = default;
+
+QtScreens::OpenScreen* QtScreens::Find(const Screen& screen) const {
+  const auto found =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& open) { return &open->screen == &screen; });
+  return found == open_.end() ? nullptr : found->get();
+}
+
+QWidget* QtScreens::WindowOf(const Screen& screen) const {
+  const OpenScreen* open = Find(screen);
+  return open == nullptr ? nullptr : open->window.get();
+}
+
+QtScreens::OpenScreen& QtScreens::Open(Screen& screen, bool modal) {
+  if (Find(screen) != nullptr) {
+    throw std::logic_error("the screen " + screen.name + " is open already");
+  }
+  std::unique_ptr<QWidget> window = makeForm_(screen.name);
+  if (window == nullptr) {
+    throw std::logic_error("no form for the screen " + screen.name);
+  }
+  if (modal) {
+    window->setParent(QApplication::activeWindow(), Qt::Dialog);
+    window->setWindowModality(Qt::ApplicationModal);
+  }
+  if (screen.widthPixels > 0 && screen.heightPixels > 0) {
+    window->resize(screen.widthPixels, screen.heightPixels);
+  }
+  auto binder = std::make_unique<Binder>(userInterface_, screen, *window);
+  for (const std::string& name : binder->missing) {
+    missing_.push_back(screen.name + "." + name);
+    qWarning("no widget for %s", missing_.back().c_str());
+  }
+  window->installEventFilter(this);
+  open_.push_back(std::make_unique<OpenScreen>(
+      OpenScreen{.screen = screen, .window = std::move(window), .binder = std::move(binder), .loop = {}}));
+  OpenScreen& open = *open_.back();
+  userInterface_.Refresh();
+  return open;
+}
+
+void QtScreens::Show(Screen& screen) {
+  closed_.clear();
+  Open(screen, false).window->show();
+}
+
+void QtScreens::ShowModal(Screen& screen) {
+  if (ended_) {
+    return;
+  }
+  const QPointer<QWidget> before = QApplication::activeWindow();
+  OpenScreen& open = Open(screen, true);
+  open.loop = std::make_unique<QEventLoop>();
+  QEventLoop& loop = *open.loop;
+  open.window->show();
+  loop.exec(QEventLoop::DialogExec);
+  // All handlers of the screen ran inside that loop, so it can go. It is still among the open ones when the
+  // whole program was told to end.
+  const auto ofScreen = [&](const auto& some) { return &some->screen == &screen; };
+  std::erase_if(open_, ofScreen);
+  std::erase_if(closed_, ofScreen);
+  if (before && !ended_) {
+    before->activateWindow(); // a display without a window manager doesn't do it
+  }
+}
+
+void QtScreens::Close(Screen& screen) {
+  if (OpenScreen* open = Find(screen)) {
+    open->window->close();
+  }
+}
+
+bool QtScreens::MayClose(OpenScreen& open) {
+  if (open.askingToClose) {
+    return false; // the question is on the screen
+  }
+  bool may = true;
+  open.askingToClose = true;
+  if (open.screen.onCloseQuery) {
+    // A query that fails closes nothing.
+    may = false;
+    userInterface_.Run([&] { may = open.screen.onCloseQuery(); });
+  }
+  open.askingToClose = false;
+  return may;
+}
+
+void QtScreens::Closed(OpenScreen& open) {
+  userInterface_.Closed(*open.binder);
+  const auto found =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& some) { return some.get() == &open; });
+  if (open.loop) {
+    open.loop->quit();
+  }
+  closed_.push_back(std::move(*found));
+  open_.erase(found);
+  if (running_ && std::none_of(open_.begin(), open_.end(), [](const auto& some) { return !some->loop; })) {
+    QCoreApplication::exit(0); // quit() would ask the windows once more
+  }
+}
+
+bool QtScreens::eventFilter(QObject* watched, QEvent* event) {
+  const auto found = std::find_if(open_.begin(), open_.end(),
+                                  [&](const auto& open) { return open->window.get() == watched; });
+  if (found == open_.end()) {
+    return false;
+  }
+  OpenScreen& open = **found;
+  if (event->type() == QEvent::Close) {
+    const bool closes = MayClose(open);
+    event->setAccepted(closes);
+    if (closes) {
+      Closed(open);
+    }
+    return true;
+  }
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
+      open.loop != nullptr) {
+    open.window->close(); // not QDialog's own way, which asks nobody
+    return true;
+  }
+  return false;
+}
+
+void QtScreens::EndProgram() {
+  ended_ = true;
+  for (const auto& open : open_) {
+    userInterface_.Closed(*open->binder);
+    open->window->removeEventFilter(this);
+    open->window->hide();
+    if (open->loop) {
+      open->loop->quit();
+    }
+  }
+  if (running_) {
+    QCoreApplication::exit(0);
+  }
+}
+
+double QtScreens::TextWidth(std::u16string_view text) {
+  const QFont font = QApplication::font("QTableView");
+  return QFontMetricsF(font).horizontalAdvance(ToQt(text)) * TwipsPerPixel(font);
+}
+
+int QtScreens::Run(const std::function<void()>& start) {
+  userInterface_.Run(start);
+  if (ended_ || open_.empty()) {
+    return 0;
+  }
+  running_ = true;
+  const int code = QCoreApplication::exec();
+  running_ = false;
+  return code;
+}
+
+} // namespace loader

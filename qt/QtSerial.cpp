@@ -1,0 +1,53 @@
+#include "qt/QtSerial.h"
+
+#include <algorithm>
+
+#include "platform/RunTimeFailure.h"
+#include "qt/DeviceNames.h"
+#include "qt/SerialDevice.h"
+
+namespace loader {
+
+QtSerial::QtSerial(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
+QtSerial::~QtSerial() = default;
+
+bool QtSerial::PortOpen() const {
+  return device_ != nullptr;
+}
+
+void QtSerial::SetPortOpen(bool open) {
+  device_.reset();
+  if (!open) {
+    return;
+  }
+  constexpr int LastPort = 16;
+  const std::optional<SerialSettings> settings = ParseSerialSettings(Settings);
+  if (CommPort < 1 || CommPort > LastPort || !settings) {
+    throw RunTimeFailure("no such port or settings");
+  }
+  constexpr int RtsHandshake = 2;
+  device_ = std::make_unique<SerialDevice>(SerialPortPath(programFolder_, CommPort), *settings,
+                                           Handshaking == RtsHandshake);
+}
+
+SerialDevice& QtSerial::Device() const {
+  if (device_ == nullptr) {
+    throw RunTimeFailure("the port is closed");
+  }
+  return *device_;
+}
+
+void QtSerial::Output(std::span<const std::uint8_t> bytes) {
+  Device().Write(bytes);
+}
+
+int QtSerial::InBufferCount() const {
+  return Device().Waiting();
+}
+
+Bytes QtSerial::Input() {
+  const int waiting = Device().Waiting();
+  return Device().Take(InputLen <= 0 ? waiting : std::min(InputLen, waiting));
+}
+
+} // namespace loader

@@ -1,0 +1,282 @@
+#include "qt/UserInterface.h"
+
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QTabBar>
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "core/Text.h"
+#include "platform/Platform.h"
+#include "qt/Application.h"
+#include "qt/Binder.h"
+
+namespace loader {
+
+namespace {
+
+// The focus goes to a popup, a menu or another window and comes back by itself: that is no leaving.
+bool ComesBackByItself(Qt::FocusReason reason) {
+  return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+         reason == Qt::MenuBarFocusReason;
+}
+
+// The widget that a press on `pressed` gives the focus to, by Qt's own rule; null when none takes it.
+QWidget* FocusTaker(QWidget& pressed) {
+  for (QWidget* widget = &pressed; widget != nullptr; widget = widget->parentWidget()) {
+    QWidget* taker = widget;
+    while (taker->focusProxy() != nullptr) {
+      taker = taker->focusProxy();
+    }
+    if (widget->isEnabled() && (widget->focusPolicy() & Qt::ClickFocus) != 0 &&
+        (taker->focusPolicy() & Qt::ClickFocus) != 0) {
+      return taker;
+    }
+    if (widget->isWindow()) {
+      break;
+    }
+  }
+  return nullptr;
+}
+
+bool PressLeaves(QWidget& pressed, const QMouseEvent& press, const QWidget& field) {
+  // A tab acts on the press and takes no focus by it.
+  if (const auto* bar = qobject_cast<const QTabBar*>(&pressed)) {
+    const int tab = bar->tabAt(press.position().toPoint());
+    return press.button() == Qt::LeftButton && tab >= 0 && tab != bar->currentIndex() &&
+           bar->isTabEnabled(tab);
+  }
+  const QWidget* taker = FocusTaker(pressed);
+  return taker != nullptr && taker != &field;
+}
+
+bool IsPress(const QEvent& event) {
+  return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+}
+
+bool EventLeaves(QWidget& receiver, const QEvent& event, const QWidget& field) {
+  if (IsPress(event)) {
+    return PressLeaves(receiver, static_cast<const QMouseEvent&>(event), field);
+  }
+  if (event.type() == QEvent::KeyPress) {
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return &receiver == &field && (key == Qt::Key_Tab || key == Qt::Key_Backtab);
+  }
+  // A mnemonic. That of the menu bar opens a menu, whose entries are checked when they are chosen.
+  return event.type() == QEvent::Shortcut && &receiver != &field &&
+         qobject_cast<const QMenuBar*>(&receiver) == nullptr;
+}
+
+void TellFailure(const char* what) {
+  ShowMessage(FromUtf8(what), BoxIcon::Exclamation);
+}
+
+} // namespace
+
+UserInterface::UserInterface() {
+  QObject::connect(qApp, &QApplication::focusChanged, this, [this] { FocusSettled(); });
+  if (auto* application = dynamic_cast<Application*>(qApp)) {
+    application->refuses = [this](QWidget& receiver, QEvent& event) { return Refuses(receiver, event); };
+  }
+}
+
+UserInterface::~UserInterface() {
+  if (auto* application = dynamic_cast<Application*>(qApp)) {
+    application->refuses = nullptr;
+  }
+}
+
+void UserInterface::Opened(Binder& binder) {
+  open_.push_back(&binder);
+}
+
+void UserInterface::Closed(Binder& binder) {
+  std::erase(open_, &binder);
+  const auto ofScreen = [&](const Control* control) {
+    return control != nullptr && &control->screen == &binder.screen;
+  };
+  if (ofScreen(activeField_)) {
+    activeField_ = nullptr;
+  }
+  if (ofScreen(leftBehind_)) {
+    leftBehind_ = nullptr;
+  }
+  std::erase_if(gotFocusLater_, ofScreen);
+}
+
+void UserInterface::Act(Control& control, const std::function<void()>& take, const Handler& handler) {
+  if (refreshing_ || BinderOf(control.screen) == nullptr) {
+    return;
+  }
+  const auto usable = [&] { return control.enabled && control.visible; };
+  // Only a field of the same screen is left by this; one of a screen behind waits.
+  const bool leaves =
+      activeField_ != nullptr && activeField_ != &control && &activeField_->screen == &control.screen;
+  if (!usable() || (leaves && !LeaveField()) || !usable()) {
+    Refresh();
+    return;
+  }
+  const Handler running = handler; // the handler may replace itself
+  Run([&] {
+    take();
+    if (running) {
+      running();
+    }
+  });
+  RearmActiveField();
+}
+
+void UserInterface::Run(const Handler& handler) {
+  if (handler) {
+    const Handler running = handler;
+    try {
+      running();
+    } catch (const std::exception& failure) {
+      TellFailure(failure.what());
+    } catch (...) {
+      TellFailure("unknown failure");
+    }
+  }
+  Refresh();
+}
+
+void UserInterface::Refresh() {
+  if (refreshing_) {
+    return;
+  }
+  // A handler of a control that got the focus may change the records again; nothing asks for more passes than
+  // that, so the bound only keeps two handlers from playing ball for ever.
+  constexpr int MaxPasses = 8;
+  for (int pass = 0; pass < MaxPasses; ++pass) {
+    refreshing_ = true;
+    for (std::size_t i = 0; i < open_.size(); ++i) {
+      open_[i]->RefreshWidgets();
+    }
+    refreshing_ = false;
+    GiveFocuses();
+    const std::vector<Control*> arrived = std::exchange(gotFocusLater_, {});
+    if (arrived.empty()) {
+      return;
+    }
+    for (Control* control : arrived) {
+      Run(control->onGotFocus);
+    }
+  }
+}
+
+void UserInterface::GiveFocuses() {
+  for (std::size_t i = 0; i < open_.size(); ++i) {
+    Binder& binder = *open_[i];
+    Control* target = std::exchange(binder.screen.focusRequest, nullptr);
+    if (target == nullptr) {
+      continue;
+    }
+    const bool leaves =
+        activeField_ != nullptr && activeField_ != target && &activeField_->screen == &binder.screen;
+    if (leaves && !LeaveField()) {
+      continue; // the field has asked it back, and has it
+    }
+    lastFocused_ = target;
+    if (binder.GiveFocus(*target) && target->kind == ControlKind::TextField) {
+      activeField_ = static_cast<TextField*>(target);
+    }
+  }
+}
+
+bool UserInterface::LeaveField() {
+  TextField* field = std::exchange(activeField_, nullptr);
+  return field == nullptr || Check(*field);
+}
+
+bool UserInterface::Check(TextField& field) {
+  if (!field.onLostFocus) {
+    return true;
+  }
+  lastFocused_ = nullptr;
+  Run(field.onLostFocus);
+  return lastFocused_ != &field;
+}
+
+bool UserInterface::Refuses(QWidget& receiver, QEvent& event) {
+  if (activeField_ == nullptr || refreshing_) {
+    return false;
+  }
+  const Binder* binder = BinderOf(activeField_->screen);
+  QWidget* field = binder != nullptr ? binder->WidgetOf(*activeField_) : nullptr;
+  if (field == nullptr || receiver.window() != field->window() || !EventLeaves(receiver, event, *field)) {
+    return false;
+  }
+  const int boxesBefore = boxesShown_;
+  if (!LeaveField()) {
+    return true;
+  }
+  if (boxesShown_ == boxesBefore || !IsPress(event)) {
+    return false;
+  }
+  // The check let the field go but had something to say: the button of the mouse came up over the box, so
+  // acting on the press now would leave a button of the screen down.
+  if (QWidget* taker = FocusTaker(receiver)) {
+    taker->setFocus(Qt::MouseFocusReason);
+  }
+  return true;
+}
+
+void UserInterface::FocusArrived(Control& control, Qt::FocusReason reason) {
+  if (control.kind == ControlKind::TextField) {
+    activeField_ = static_cast<TextField*>(&control);
+  }
+  if (ComesBackByItself(reason) || !control.onGotFocus) {
+    return;
+  }
+  if (refreshing_) {
+    gotFocusLater_.push_back(&control);
+  } else {
+    Run(control.onGotFocus);
+  }
+}
+
+void UserInterface::FocusGone(Control& control, Qt::FocusReason reason) {
+  if (activeField_ != &control || ComesBackByItself(reason)) {
+    return;
+  }
+  // A field that a refresh hid, disabled or turned away from was taken from the user, not left by the user.
+  leftBehind_ = refreshing_ ? nullptr : activeField_;
+  activeField_ = nullptr;
+}
+
+// Qt has finished moving the focus: now a check may show its box and take the focus back.
+void UserInterface::FocusSettled() {
+  TextField* left = std::exchange(leftBehind_, nullptr);
+  if (left == nullptr || BinderOf(left->screen) == nullptr) {
+    return;
+  }
+  TextField* arrived = std::exchange(activeField_, nullptr);
+  if (Check(*left) && activeField_ == nullptr) {
+    activeField_ = arrived;
+  }
+}
+
+// An action that takes no focus (a menu entry) leaves the user in the field where he was.
+void UserInterface::RearmActiveField() {
+  const QWidget* focused = QApplication::focusWidget();
+  if (activeField_ != nullptr || focused == nullptr) {
+    return;
+  }
+  for (const Binder* binder : open_) {
+    Control* control = binder->ControlOf(*focused);
+    if (control != nullptr && control->kind == ControlKind::TextField) {
+      activeField_ = static_cast<TextField*>(control);
+      return;
+    }
+  }
+}
+
+Binder* UserInterface::BinderOf(const Screen& screen) const {
+  const auto found =
+      std::find_if(open_.begin(), open_.end(), [&](const Binder* open) { return &open->screen == &screen; });
+  return found == open_.end() ? nullptr : *found;
+}
+
+} // namespace loader
