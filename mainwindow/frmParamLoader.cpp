@@ -240,6 +240,11 @@ template <typename Kind> Kind& Named(const Screen& screen, std::string_view name
 
 ParamLoaderScreen::ParamLoaderScreen() : Screen("frmParamLoader") {
   MakeSettingsControls(*this);
+  // Kept, and never shown: a button without caption and effect, a list without a parameter, a table that
+  // nothing fills.
+  cmdRec.visible = false;
+  ListNamed(*this, "cmbTmove").visible = false;
+  fgrDI.visible = false;
   TieMenus(*this);
   TieTables(*this);
   TieCommunication(*this);

@@ -1,0 +1,295 @@
+// The tour: the real program on a display, driven through its real widgets against a simulated recorder. It
+// tells each step in a line, leaves pictures and the saved files in its folder, and ends with 1 at the first
+// step that did not go as told.
+//
+//   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QPushButton>
+#include <QTabWidget>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/Text.h"
+#include "core/TextTable.h"
+#include "core/modMain.h"
+#include "mainwindow/frmParamLoader.h"
+#include "qt/Application.h"
+#include "qt/GridView.h"
+#include "qt/QtPlatform.h"
+#include "qt/QtText.h"
+#include "tests/e2e/Guest.h"
+
+namespace fs = std::filesystem;
+
+namespace loader::tour {
+
+namespace {
+
+QString Text(int id) {
+  return ToQt(LoadText(TextId::At(id)));
+}
+
+// A recorder of its own process, on a free port.
+class Recorder {
+public:
+  explicit Recorder(const QString& model) {
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(
+        QCoreApplication::applicationDirPath() + QStringLiteral("/recorder-sim"),
+        {QStringLiteral("--model"), model, QStringLiteral("--tcp"), QStringLiteral("127.0.0.1:0")});
+    if (!process_.waitForStarted() || !process_.waitForReadyRead(10000)) {
+      throw TourFailure(QStringLiteral("the simulated recorder did not start"));
+    }
+    const QString line = QString::fromUtf8(process_.readLine()).trimmed();
+    port_ = line.section(u':', -1).toInt();
+    if (port_ == 0) {
+      throw TourFailure(QStringLiteral("the simulated recorder says: ") + line);
+    }
+  }
+  ~Recorder() {
+    process_.terminate();
+    process_.waitForFinished(5000);
+  }
+  [[nodiscard]] int Port() const { return port_; }
+
+private:
+  QProcess process_;
+  int port_ = 0;
+};
+
+// What the recorders of the simulator measure: the first and the last channel that the window has to show.
+struct Plant {
+  const char* model;
+  int channels;
+  const char16_t* firstTag;
+  const char16_t* firstKind;
+};
+constexpr Plant Plants[] = {{"KOV", 18, u"1号炉 上段", u"K熱電対"}, {"RUG", 36, u"取水流量 1系", u"1-5V"}};
+
+std::vector<std::string> Lines(const QString& file) {
+  std::ifstream in(file.toStdString(), std::ios::binary);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) {
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+// Lines that an open rewrites by rule: the totalizer kind is 1 afterwards, and old hour and minute tags are
+// not kept.
+bool RewrittenByOpen(const std::string& line) {
+  static const std::set<std::string> tags{"SEKI", "TTSM", "TTEM"};
+  return line.size() > 7 && tags.contains(line.substr(3, 4));
+}
+
+class Tour {
+public:
+  Tour(QString folder, const Plant& plant)
+      : folder_(std::move(folder)), plant_(plant), model_(QString::fromLatin1(plant.model)),
+        guest_(folder_, model_.toLower() + u'-') {}
+
+  void Take() {
+    Look();
+    Read();
+    LookAtTheChannels();
+    LookAtEveryPage();
+    SaveAndOpen();
+    Close();
+  }
+
+private:
+  void Tell(const QString& what) const {
+    std::printf("tour: %s: %s\n", plant_.model, what.toUtf8().constData());
+    std::fflush(stdout);
+  }
+
+  void Look() {
+    const QWidget& window = Guest::Window();
+    Tell(QStringLiteral("the window \"%1\" is open, %2 x %3 pixels")
+             .arg(window.windowTitle())
+             .arg(window.width())
+             .arg(window.height()));
+    guest_.EndStep(QStringLiteral("opening"));
+  }
+
+  void Read() {
+    guest_.ExpectBox(Text(20104), QMessageBox::Ok);
+    Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "btnRegRead"));
+    guest_.EndStep(QStringLiteral("reading"));
+    if (!Guest::Find<QPushButton>(Guest::Window(), "btnRegRead").isEnabled()) {
+      throw TourFailure(QStringLiteral("the buttons stay disabled after the read"));
+    }
+    Tell(QStringLiteral("a click on \"%1\" has read the whole set-up from the recorder").arg(Text(19623)));
+  }
+
+  void LookAtTheChannels() {
+    constexpr int FirstRow = 2;
+    constexpr int TagColumn = 2;
+    constexpr int KindColumn = 4;
+    const GridModel& table = Guest::Find<GridView>(Guest::Window(), "fgrCh").Model();
+    const auto expect = [&](int row, int column, const std::u16string& text) {
+      if (table.CellAt(row, column).text != text) {
+        throw TourFailure(QStringLiteral("the channel table shows \"%1\" in place of \"%2\"")
+                              .arg(ToQt(table.CellAt(row, column).text), ToQt(text)));
+      }
+    };
+    if (table.rowCount() != plant_.channels) {
+      throw TourFailure(QStringLiteral("the channel table has %1 rows").arg(table.rowCount()));
+    }
+    expect(FirstRow, TagColumn, plant_.firstTag);
+    expect(FirstRow, KindColumn, plant_.firstKind);
+    Tell(QStringLiteral("the channel table shows %1 channels, the first one \"%2\"")
+             .arg(table.rowCount())
+             .arg(ToQt(table.CellAt(FirstRow, TagColumn).text)));
+    guest_.Picture(QStringLiteral("read"));
+  }
+
+  void LookAtEveryPage() {
+    auto& pages = Guest::Find<QTabWidget>(Guest::Window(), "tbsParameter");
+    for (int page = 0; page < pages.count(); ++page) {
+      Guest::ChoosePage(page);
+      if (pages.currentIndex() != page) {
+        throw TourFailure(QStringLiteral("page %1 does not open").arg(page));
+      }
+      guest_.Picture(QStringLiteral("page%1").arg(page));
+      Tell(QStringLiteral("page \"%1\"").arg(pages.tabText(page)));
+    }
+    Guest::ChoosePage(0);
+    guest_.EndStep(QStringLiteral("pages"));
+  }
+
+  QString Save(const QString& name) {
+    const QString path = folder_ + u'/' + name + u'.' + model_;
+    QFile::remove(path);
+    // The name is given without its extension, as a user would.
+    guest_.ExpectFileDialog(folder_ + u'/' + name);
+    Guest::Choose("menuFile", "smenuOverWrite");
+    guest_.EndStep(QStringLiteral("saving"));
+    if (!QFile::exists(path)) {
+      throw TourFailure(QStringLiteral("%1 was not written").arg(path));
+    }
+    return path;
+  }
+
+  void Open(const QString& path) {
+    guest_.ExpectFileDialog(path);
+    Guest::Choose("menuFile", "smenuOpen");
+    guest_.EndStep(QStringLiteral("opening a file"));
+  }
+
+  void SaveAndOpen() {
+    const QString saved = Save(QStringLiteral("recorder"));
+    const std::vector<std::string> first = Lines(saved);
+    Tell(QStringLiteral("\"%1\" has written %2, %3 lines").arg(Text(10502), saved).arg(first.size()));
+    Open(saved);
+    const std::vector<std::string> second = Lines(Save(QStringLiteral("recorder-again")));
+    if (first.size() != second.size()) {
+      throw TourFailure(QStringLiteral("the file saved after an open has %1 lines").arg(second.size()));
+    }
+    for (std::size_t i = 0; i < first.size(); ++i) {
+      if (first[i] != second[i] && !RewrittenByOpen(first[i])) {
+        throw TourFailure(QStringLiteral("line %1 has changed: ").arg(i + 1) +
+                          QString::fromStdString(first[i]));
+      }
+    }
+    Open(folder_ + QStringLiteral("/recorder-again.") + model_);
+    if (Lines(Save(QStringLiteral("recorder-third"))) != second) {
+      throw TourFailure(QStringLiteral("open and save change a file that came from here"));
+    }
+    QFile::remove(folder_ + QStringLiteral("/recorder-again.") + model_);
+    QFile::remove(folder_ + QStringLiteral("/recorder-third.") + model_);
+    Tell(QStringLiteral("\"%1\" brings the file back, and saved again it is the same").arg(Text(10501)));
+    LookAtTheChannels();
+  }
+
+  void Close() {
+    guest_.ExpectBox(Text(20100), QMessageBox::Ok);
+    Guest::Window().close();
+    guest_.EndStep(QStringLiteral("closing"));
+    Tell(QStringLiteral("the window is closed"));
+  }
+
+  QString folder_;
+  const Plant& plant_;
+  QString model_;
+  Guest guest_;
+};
+
+// The program's folder for one model: the data files and a LOADER.INI that reaches the recorder.
+fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {
+  const fs::path program = folder / ("program-" + std::string(plant.model));
+  fs::remove_all(program);
+  fs::create_directories(program);
+  const fs::path data = QCoreApplication::applicationDirPath().toStdString();
+  for (const char* file : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
+    if (fs::exists(data / file)) {
+      fs::copy_file(data / file, program / file);
+    }
+  }
+  std::ofstream(program / "LOADER.INI", std::ios::binary)
+      << "[LOADER]\r\nTYPE=" << (plant.model[0] == 'R' ? 1 : 0)
+      << "\r\nCOMMUNICATION=1\r\nCOM=0\r\nSTNO=1\r\nIP=127.0.0.1\r\n";
+  return program;
+}
+
+void TourOf(const QString& folder, const Plant& plant) {
+  const Recorder recorder(QString::fromLatin1(plant.model));
+  QtPlatformOptions options;
+  options.programFolder = MakeProgramFolder(folder.toStdString(), plant);
+  options.portMap = [&](int) { return recorder.Port(); };
+  QtPlatform platform(options);
+  QString failure;
+  platform.screens.Run([&] {
+    if (!Main(OpenMainWindow)) {
+      failure = QStringLiteral("the program did not start");
+      return;
+    }
+    // From the event loop, where everything that a user does comes from.
+    QMetaObject::invokeMethod(
+        qApp,
+        [&] {
+          try {
+            Tour(folder, plant).Take();
+          } catch (const TourFailure& stopped) {
+            failure = QString::fromStdString(stopped.what());
+            platform.screens.EndProgram();
+          }
+        },
+        Qt::QueuedConnection);
+  });
+  fs::remove_all(options.programFolder);
+  if (!failure.isEmpty()) {
+    throw TourFailure(failure);
+  }
+}
+
+} // namespace
+
+} // namespace loader::tour
+
+int main(int argc, char** argv) {
+  loader::Application application(argc, argv);
+  if (argc != 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
+    std::fputs("usage: recorder-tour FOLDER\n", stderr);
+    return 2;
+  }
+  const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+  try {
+    for (const loader::tour::Plant& plant : loader::tour::Plants) {
+      loader::tour::TourOf(folder, plant);
+    }
+  } catch (const std::exception& failure) {
+    std::printf("tour: FAILED: %s\n", failure.what());
+    return 1;
+  }
+  std::printf("tour: done. Pictures and the saved files are in %s\n", folder.toUtf8().constData());
+  return 0;
+}
