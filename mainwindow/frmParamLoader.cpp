@@ -5,6 +5,10 @@
 #include <vector>
 
 #include "comm/BulkRead.h"
+#include "comm/BulkWrite.h"
+#include "comm/RecorderCommands.h"
+#include "comm/frmIPSetting.h"
+#include "comm/frmTimeChange.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
@@ -185,6 +189,7 @@ void TieMenus(ParamLoaderScreen& window) {
   window.smenuOpen.onClick = window.V(1).onClick = [&window] { OpenFile(window); };
   window.smenuOverWrite.onClick = [&window] { SaveFile(window); };
   window.smenuEnd.onClick = [&window] { ThePlatform().screens.Close(window); };
+  window.menuRSipaddr.onClick = [] { ShowIpSetting(); };
   window.menuVersion.onClick = window.V(4).onClick = [] { ShowAbout(); };
   for (int link = 0; link < window.menuRScomunicationf.Count(); ++link) {
     window.menuRScomunicationf(link).onClick = [&window, link] {
@@ -220,6 +225,9 @@ void TieTables(ParamLoaderScreen& window) {
 
 void TieCommunication(ParamLoaderScreen& window) {
   window.btnRegRead.onClick = [&window] { ReadFromRecorder(CallbacksOf(window, Flow::ReadOrWrite)); };
+  window.btnRegWrite.onClick = [&window] { WriteToRecorder(CallbacksOf(window, Flow::ReadOrWrite)); };
+  window.cmdFIX.onClick = [&window] { FixSettings(CallbacksOf(window, Flow::StoreSettings)); };
+  window.cmdTime.onClick = [&window] { ShowTimeChange(CallbacksOf(window, Flow::SetClock)); };
   window.LampTimer.onTimer = [&window] {
     constexpr Colour LampOn = 0x800000; // dark red
     constexpr Colour LampOff = 0x000000;
