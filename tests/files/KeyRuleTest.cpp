@@ -182,6 +182,7 @@ TEST_P(BadTimes, FailTheLoad) {
 INSTANTIATE_TEST_SUITE_P(Start, BadTimes,
                          testing::Values("E00TTSH,546\r\nE00TTSM,8\r\n",     // the sum
                                          "E00TTSH,547\r\nE00TTSM,-100\r\n",  // the hours in minutes
+                                         "E00TTSH,547\r\nE00TTSM,100\r\n",   // the same
                                          "E00TTSH,-547\r\nE00TTSM,100\r\n",  // below the range
                                          "E00TTSH,1\r\nE00TTSM,32767\r\n",   // the sum again
                                          "E00TTSH,32768\r\nE00TTSM,0\r\n",   // the hours
