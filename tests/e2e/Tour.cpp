@@ -5,9 +5,10 @@
 //   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
 #include <QDir>
 #include <QFile>
-#include <QProcess>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTest>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "channel/modUtil.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "core/modMain.h"
@@ -26,6 +28,7 @@
 #include "qt/QtPlatform.h"
 #include "qt/QtText.h"
 #include "tests/e2e/Guest.h"
+#include "tests/e2e/RecorderProcess.h"
 
 namespace fs = std::filesystem;
 
@@ -36,34 +39,6 @@ namespace {
 QString Text(int id) {
   return ToQt(LoadText(TextId::At(id)));
 }
-
-// A recorder of its own process, on a free port.
-class Recorder {
-public:
-  explicit Recorder(const QString& model) {
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(
-        QCoreApplication::applicationDirPath() + QStringLiteral("/recorder-sim"),
-        {QStringLiteral("--model"), model, QStringLiteral("--tcp"), QStringLiteral("127.0.0.1:0")});
-    if (!process_.waitForStarted() || !process_.waitForReadyRead(10000)) {
-      throw TourFailure(QStringLiteral("the simulated recorder did not start"));
-    }
-    const QString line = QString::fromUtf8(process_.readLine()).trimmed();
-    port_ = line.section(u':', -1).toInt();
-    if (port_ == 0) {
-      throw TourFailure(QStringLiteral("the simulated recorder says: ") + line);
-    }
-  }
-  ~Recorder() {
-    process_.terminate();
-    process_.waitForFinished(5000);
-  }
-  [[nodiscard]] int Port() const { return port_; }
-
-private:
-  QProcess process_;
-  int port_ = 0;
-};
 
 // What the recorders of the simulator measure: the first and the last channel that the window has to show.
 struct Plant {
@@ -101,9 +76,16 @@ public:
     Read();
     LookAtTheChannels();
     LookAtEveryPage();
+    ChangeFields();
+    WriteBack();
+    StoreSettings();
+    SetClock();
     SaveAndOpen();
     Close();
   }
+
+  // Registers that the tour has changed, by number, with the value that they have to hold.
+  [[nodiscard]] const Memory& Changed() const { return changed_; }
 
 private:
   void Tell(const QString& what) const {
@@ -166,6 +148,86 @@ private:
     guest_.EndStep(QStringLiteral("pages"));
   }
 
+  // The register of a number of item 0 now has to hold its value.
+  void Expect(std::string_view section, std::string_view tag, int value) {
+    const ParamNumRecord* record = FindNumRecord(section, 0, tag);
+    if (record == nullptr || record->Value != value) {
+      throw TourFailure(QStringLiteral("the store does not hold the change of %1")
+                            .arg(QString::fromStdString(std::string(tag))));
+    }
+    changed_[ParamStore[gFFindSection(section)].BaseAddress + record->WordOffset] = value;
+  }
+
+  void ChangeFields() {
+    QWidget& window = Guest::Window();
+    Guest::ChoosePage(2);
+    auto& hysteresis = Guest::Find<QLineEdit>(window, "txtAlarmHist");
+    Guest::TypeInto(hysteresis, QStringLiteral("abc"));
+    guest_.ExpectBox(Text(62200), QMessageBox::Ok);
+    Guest::Click(Guest::Find<QPushButton>(window, "cmdFIX")); // the wrong value stands in its way
+    guest_.EndStep(QStringLiteral("a wrong value"));
+    if (!hysteresis.hasFocus() || hysteresis.selectedText() != QStringLiteral("abc")) {
+      throw TourFailure(QStringLiteral("a wrong value does not take the focus back"));
+    }
+    // For a tenth of a second after a refusal no field is checked; nobody types that fast.
+    while (WaitTimer2.Enabled) {
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    Guest::TypeInto(hysteresis, QStringLiteral("12"));
+    QTest::keyClick(&hysteresis, Qt::Key_Tab);
+    Expect("H", "ALMH", 12);
+    Guest::ChooseRow("cmbParity", 2);
+    Expect("H", "COMP", 2);
+    Tell(QStringLiteral("a wrong value was refused in one message; two settings were changed"));
+    guest_.Picture(QStringLiteral("changed"));
+    Guest::ChoosePage(4);
+    auto& octet = Guest::Find<QLineEdit>(window, "txtEtherIPAdd_3");
+    Guest::TypeInto(octet, QStringLiteral("099"));
+    QTest::keyClick(&octet, Qt::Key_Tab);
+    Expect("J", "IPA4", 99);
+    Guest::ChoosePage(0);
+    guest_.EndStep(QStringLiteral("changing fields"));
+  }
+
+  void WriteBack() {
+    guest_.ExpectBox(Text(20106), QMessageBox::Ok);
+    guest_.ExpectBox(Text(62701), QMessageBox::Ok);
+    Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "btnRegWrite"));
+    guest_.EndStep(QStringLiteral("writing"));
+    Tell(QStringLiteral("\"%1\" has written the whole set-up to the recorder").arg(Text(19624)));
+  }
+
+  void StoreSettings() {
+    guest_.ExpectBox(Text(20108), QMessageBox::Ok);
+    guest_.ExpectBox(Text(62702), QMessageBox::Ok);
+    Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "cmdFIX"));
+    guest_.EndStep(QStringLiteral("storing the settings"));
+    Tell(QStringLiteral("\"%1\" has told the recorder to keep it").arg(Text(19625)));
+  }
+
+  void SetClock() {
+    guest_.ExpectScreen(QStringLiteral("frmTimeChange"), [&](QWidget& screen) {
+      const auto type = [&](const char* field, const char* text) {
+        Guest::TypeInto(Guest::Find<QLineEdit>(screen, field), QString::fromLatin1(text));
+      };
+      type("txtYear", "27");
+      type("txtMonth", "2");
+      type("txtDay", "28");
+      type("txtHour", "23");
+      type("txtMinute", "58");
+      screen.grab().save(folder_ + u'/' + model_.toLower() + QStringLiteral("-clock.png"));
+      Guest::Click(Guest::Find<QPushButton>(screen, "cmdOK"));
+      Guest::Click(Guest::Find<QPushButton>(screen, "cmdCancel"));
+    });
+    Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "cmdTime"));
+    guest_.EndStep(QStringLiteral("setting the clock"));
+    constexpr int YearRegister = 40012;
+    changed_[YearRegister] = 27;
+    changed_[YearRegister + 1] = 2;
+    changed_[YearRegister + 2] = 28;
+    Tell(QStringLiteral("\"%1\" has set the recorder's clock").arg(Text(19626)));
+  }
+
   QString Save(const QString& name) {
     const QString path = folder_ + u'/' + name + u'.' + model_;
     QFile::remove(path);
@@ -221,7 +283,36 @@ private:
   const Plant& plant_;
   QString model_;
   Guest guest_;
+  Memory changed_;
 };
+
+// The recorder's memory at the end against that of one which nobody has talked to: only what the tour has
+// changed may differ, and has to.
+void CompareMemories(const Memory& untouched, const Memory& written, const Memory& changed,
+                     const Plant& plant) {
+  // The register that stores the settings, the one that sets the clock, and the time of day, which runs on.
+  const std::set<int> commands{40001, 40011, 40015, 40016};
+  if (untouched.empty() || untouched.size() != written.size()) {
+    throw TourFailure(QStringLiteral("the recorder does not tell its memory"));
+  }
+  int compared = 0;
+  for (const auto& [number, before] : untouched) {
+    if (commands.contains(number)) {
+      continue;
+    }
+    const auto change = changed.find(number);
+    const int wanted = change == changed.end() ? before : change->second;
+    if (written.at(number) != wanted) {
+      throw TourFailure(QStringLiteral("register %1 of the recorder holds %2 in place of %3")
+                            .arg(number)
+                            .arg(written.at(number))
+                            .arg(wanted));
+    }
+    ++compared;
+  }
+  std::printf("tour: %s: %d registers of the recorder hold what they have to, %zu of them changed\n",
+              plant.model, compared, changed.size());
+}
 
 // The program's folder for one model: the data files and a LOADER.INI that reaches the recorder.
 fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {
@@ -241,9 +332,11 @@ fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {
 }
 
 void TourOf(const QString& folder, const Plant& plant) {
-  const Recorder recorder(QString::fromLatin1(plant.model));
   QtPlatformOptions options;
   options.programFolder = MakeProgramFolder(folder.toStdString(), plant);
+  const Memory untouched = RecorderProcess(QString::fromLatin1(plant.model), options.programFolder).End();
+  RecorderProcess recorder(QString::fromLatin1(plant.model), options.programFolder);
+  Memory changed;
   options.portMap = [&](int) { return recorder.Port(); };
   QtPlatform platform(options);
   QString failure;
@@ -257,7 +350,9 @@ void TourOf(const QString& folder, const Plant& plant) {
         qApp,
         [&] {
           try {
-            Tour(folder, plant).Take();
+            Tour tour(folder, plant);
+            tour.Take();
+            changed = tour.Changed();
           } catch (const TourFailure& stopped) {
             failure = QString::fromStdString(stopped.what());
             platform.screens.EndProgram();
@@ -265,10 +360,12 @@ void TourOf(const QString& folder, const Plant& plant) {
         },
         Qt::QueuedConnection);
   });
+  const Memory written = recorder.End();
   fs::remove_all(options.programFolder);
   if (!failure.isEmpty()) {
     throw TourFailure(failure);
   }
+  CompareMemories(untouched, written, changed, plant);
 }
 
 } // namespace

@@ -1,0 +1,64 @@
+// A simulated recorder of its own process, on a free port.
+#pragma once
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QString>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+
+#include "tests/e2e/Guest.h"
+
+namespace loader::tour {
+
+using Memory = std::map<int, int>; // register number to value
+
+class RecorderProcess {
+public:
+  // The memory is told by way of a file in `folder`.
+  RecorderProcess(const QString& model, const std::filesystem::path& folder)
+      : dump_(folder / "recorder-memory.txt") {
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/recorder-sim"),
+                   {QStringLiteral("--model"), model, QStringLiteral("--tcp"), QStringLiteral("127.0.0.1:0"),
+                    QStringLiteral("--dump"), QString::fromStdString(dump_.string())});
+    if (!process_.waitForStarted() || !process_.waitForReadyRead(10000)) {
+      throw TourFailure(QStringLiteral("the simulated recorder did not start"));
+    }
+    const QString line = QString::fromUtf8(process_.readLine()).trimmed();
+    port_ = line.section(u':', -1).toInt();
+    if (port_ == 0) {
+      throw TourFailure(QStringLiteral("the simulated recorder says: ") + line);
+    }
+  }
+  ~RecorderProcess() { End(); }
+  [[nodiscard]] int Port() const { return port_; }
+
+  // Ends the recorder and reads what it held: lines "40001 = 0x0001".
+  Memory End() {
+    if (process_.state() != QProcess::NotRunning) {
+      process_.terminate();
+      process_.waitForFinished(5000);
+    }
+    Memory memory;
+    std::ifstream in(dump_);
+    for (std::string line; std::getline(in, line);) {
+      int number = 0;
+      unsigned value = 0;
+      if (std::sscanf(line.c_str(), "%d = 0x%x", &number, &value) == 2) {
+        memory[number] = static_cast<int>(value);
+      }
+    }
+    return memory;
+  }
+
+private:
+  std::filesystem::path dump_;
+  QProcess process_;
+  int port_ = 0;
+};
+
+} // namespace loader::tour
