@@ -300,6 +300,9 @@ void ListenToGrid(UserInterface& userInterface, QObject& binder, Binding& bindin
   auto& grid = RecordOf<Grid>(binding);
   auto& view = WidgetAs<GridView>(binding);
   QObject::connect(&view, &GridView::CellEntered, &binder, [&userInterface, &grid](int row, int col) {
+    if (row >= grid.Rows() || col >= grid.Cols()) {
+      return; // a cell of a table that the program has just made smaller
+    }
     userInterface.Act(grid,
                       [&] {
                         grid.SelectRow(row);

@@ -38,12 +38,17 @@ public:
     const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
     painter->drawText(inside, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
     if (index == view.currentIndex()) {
-      const int width = view.hasFocus() ? 2 : 1;
-      const QColor frame = option.palette.color(QPalette::Active, QPalette::Highlight);
-      for (int i = 0; i < width; ++i) {
-        painter->setPen(frame);
-        painter->drawRect(option.rect.adjusted(i, i, -1 - i, -1 - i));
-      }
+      PaintFrame(*painter, option.rect, option.palette, view.hasFocus());
+    }
+  }
+
+private:
+  // A line in the palette's base inside the frame parts it from a cell of nearly the same colour.
+  static void PaintFrame(QPainter& painter, const QRect& cell, const QPalette& palette, bool focused) {
+    const int width = focused ? 2 : 1;
+    for (int i = 0; i <= width; ++i) {
+      painter.setPen(palette.color(QPalette::Active, i < width ? QPalette::Highlight : QPalette::Base));
+      painter.drawRect(cell.adjusted(i, i, -1 - i, -1 - i));
     }
   }
 };

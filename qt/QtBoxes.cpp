@@ -1,11 +1,10 @@
 #include "qt/QtBoxes.h"
 
-#include <QApplication>
 #include <QMessageBox>
-#include <QPointer>
 #include <QPushButton>
 
 #include "core/TextTable.h"
+#include "qt/FrontWindow.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
 
@@ -16,8 +15,8 @@ BoxAnswer QtBoxes::Show(std::u16string_view text, BoxButtons buttons, BoxIcon ic
   // The box speaks of a state that the user has to see behind it.
   userInterface_.Refresh();
   userInterface_.BoxShown();
-  const QPointer<QWidget> before = QApplication::activeWindow();
-  QMessageBox box(before);
+  const FrontWindow front;
+  QMessageBox box(front.Window());
   box.setObjectName(QStringLiteral("messageBox"));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(text));
@@ -30,9 +29,6 @@ BoxAnswer QtBoxes::Show(std::u16string_view text, BoxButtons buttons, BoxIcon ic
     box.setEscapeButton(box.addButton(ToQt(LoadText(19620)), QMessageBox::RejectRole));
   }
   box.exec();
-  if (before) {
-    before->activateWindow(); // a display without a window manager doesn't do it
-  }
   return box.clickedButton() == ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 

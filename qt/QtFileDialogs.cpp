@@ -1,6 +1,5 @@
 #include "qt/QtFileDialogs.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -9,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "core/TextTable.h"
+#include "qt/FrontWindow.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
 
@@ -39,7 +39,8 @@ bool HasExtension(const QString& path) {
 // The path that the user chose, the extension appended where it is to be; empty when he gave up.
 QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath) {
   const FileFilter filter = FilterOf(asked.Filter);
-  QFileDialog dialog(QApplication::activeWindow(), ToQt(asked.DialogTitle), QDir::currentPath());
+  const FrontWindow front;
+  QFileDialog dialog(front.Window(), ToQt(asked.DialogTitle), QDir::currentPath());
   dialog.setObjectName(QStringLiteral("fileDialog"));
   dialog.setAcceptMode(purpose == Purpose::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);

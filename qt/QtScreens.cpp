@@ -3,10 +3,10 @@
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QKeyEvent>
-#include <QPointer>
 #include <algorithm>
 #include <stdexcept>
 
+#include "qt/FrontWindow.h"
 #include "qt/GridView.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
@@ -69,7 +69,7 @@ void QtScreens::ShowModal(Screen& screen) {
   if (ended_) {
     return;
   }
-  const QPointer<QWidget> before = QApplication::activeWindow();
+  const FrontWindow front;
   OpenScreen& open = Open(screen, true);
   open.loop = std::make_unique<QEventLoop>();
   QEventLoop& loop = *open.loop;
@@ -80,9 +80,6 @@ void QtScreens::ShowModal(Screen& screen) {
   const auto ofScreen = [&](const auto& some) { return &some->screen == &screen; };
   std::erase_if(open_, ofScreen);
   std::erase_if(closed_, ofScreen);
-  if (before && !ended_) {
-    before->activateWindow(); // a display without a window manager doesn't do it
-  }
 }
 
 void QtScreens::Close(Screen& screen) {

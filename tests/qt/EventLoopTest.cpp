@@ -1,25 +1,12 @@
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-
 #include <QElapsedTimer>
 #include <QMetaObject>
 #include <QTest>
 #include <QTimer>
 
-#include "qt/QtPlatform.h"
+#include "tests/qt/DeviceSupport.h"
 
-namespace loader {
+namespace loader::test {
 namespace {
-
-// Processor time of this process, in milliseconds.
-double ProcessorMs() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  const auto ms = [](const timeval& time) {
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
-  };
-  return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
 
 struct EventLoop : testing::Test {
   QtPlatform platform;
@@ -137,4 +124,4 @@ TEST_F(EventLoop, TheClockTellsTheTimeOfDay) {
 }
 
 } // namespace
-} // namespace loader
+} // namespace loader::test

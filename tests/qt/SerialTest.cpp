@@ -1,0 +1,302 @@
+// MSComm1 and USBOCX1 over pseudo-terminals.
+#include <QElapsedTimer>
+#include <fstream>
+#include <numeric>
+#include <thread>
+
+#include "platform/RunTimeFailure.h"
+#include "qt/DeviceNames.h"
+#include "qt/SerialDevice.h"
+#include "tests/qt/DeviceSupport.h"
+
+namespace loader::test {
+namespace {
+
+// settings and names
+
+TEST(SerialSettingsText, TakesBaudParityDataAndStopBits) {
+  const auto settings = ParseSerialSettings("19200,O,8,1");
+  ASSERT_TRUE(settings);
+  EXPECT_EQ(19200, settings->baud);
+  EXPECT_EQ(QSerialPort::OddParity, settings->parity);
+  EXPECT_EQ(QSerialPort::Data8, settings->dataBits);
+  EXPECT_EQ(QSerialPort::OneStop, settings->stopBits);
+  EXPECT_EQ(QSerialPort::EvenParity, ParseSerialSettings("9600,e,7,2")->parity);
+  EXPECT_EQ(QSerialPort::TwoStop, ParseSerialSettings("9600,N,7,2")->stopBits);
+}
+
+TEST(SerialSettingsText, RefusesWhatSaysNothing) {
+  for (const char* text : {"", "19200", "19200,O,8", "19200,O,8,1,1", "x,O,8,1", "0,O,8,1", "-1,O,8,1",
+                           "19200,X,8,1", "19200,O,9,1", "19200,O,8,3", "19200,O,8,", "99999999999,N,8,1"}) {
+    EXPECT_FALSE(ParseSerialSettings(text)) << text;
+  }
+}
+
+struct DeviceNames : testing::Test {
+  QTemporaryDir folder;
+  QTemporaryDir devices;
+  std::filesystem::path Program() { return folder.path().toStdString(); }
+  std::filesystem::path System() { return devices.path().toStdString(); }
+};
+
+TEST_F(DeviceNames, APortIsTheSystemsOwnWithoutAnEntry) {
+  EXPECT_EQ(QStringLiteral("/dev/ttyS0"), SerialPortPath(Program(), 1));
+  EXPECT_EQ(QStringLiteral("/dev/ttyS4"), SerialPortPath(Program(), 5));
+}
+
+TEST_F(DeviceNames, AnEntryOfTheProgramFolderComesFirst) {
+  std::ofstream(System() / "device").put('x');
+  std::filesystem::create_symlink(System() / "device", Program() / "COM2");
+  EXPECT_EQ((System() / "device").string(), SerialPortPath(Program(), 2).toStdString());
+}
+
+TEST_F(DeviceNames, AnEntryWhoseDeviceIsGoneStandsForNoOther) {
+  std::filesystem::create_symlink(System() / "gone", Program() / "COM2");
+  EXPECT_EQ((Program() / "COM2").string(), SerialPortPath(Program(), 2).toStdString());
+}
+
+TEST_F(DeviceNames, UsbIsTheFirstDeviceOfItsClass) {
+  EXPECT_EQ(QString(), UsbPath(Program(), System()));
+  for (const char* name : {"ttyACM1", "ttyACM0", "ttyUSB0"}) {
+    std::ofstream(System() / name).put('x');
+  }
+  EXPECT_EQ((System() / "ttyACM0").string(), UsbPath(Program(), System()).toStdString());
+}
+
+TEST_F(DeviceNames, TheEntryUsbComesFirst) {
+  std::ofstream(System() / "ttyACM0").put('x');
+  std::ofstream(System() / "other").put('x');
+  std::filesystem::create_symlink(System() / "other", Program() / "USB");
+  EXPECT_EQ((System() / "other").string(), UsbPath(Program(), System()).toStdString());
+}
+
+// serial port
+
+struct Serial : DeviceTest {
+  PseudoTerminal line;
+  SerialControl& port = platform.serial;
+  void SetUp() override { Link("COM1", line.path); }
+  void LoseTheDevice() {
+    line.Unplug();
+    ASSERT_TRUE(Until([&] {
+      try {
+        return port.InBufferCount() < 0;
+      } catch (const RunTimeFailure&) {
+        return true;
+      }
+    }));
+  }
+};
+
+TEST_F(Serial, OpensAPseudoTerminalWithOddParity) {
+  EXPECT_FALSE(port.PortOpen());
+  port.SetPortOpen(true);
+  EXPECT_TRUE(port.PortOpen());
+  port.SetPortOpen(false);
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, EveryByteGoesOutAsItIs) {
+  port.SetPortOpen(true);
+  port.Output(AllBytes());
+  EXPECT_EQ(AllBytes(), line.Receive(256));
+}
+
+TEST_F(Serial, EveryByteComesInAsItIs) {
+  port.SetPortOpen(true);
+  line.Send(AllBytes());
+  ASSERT_TRUE(Until([&] { return port.InBufferCount() == 256; }));
+  EXPECT_EQ(AllBytes(), port.Input());
+  EXPECT_EQ(0, port.InBufferCount());
+}
+
+TEST_F(Serial, CountsBytesThatTrickleIn) {
+  port.SetPortOpen(true);
+  const Bytes all = AllBytes();
+  for (int i = 0; i < 8; ++i) {
+    line.Send(std::span(all).subspan(static_cast<std::size_t>(i), 1));
+    ASSERT_TRUE(Until([&] { return port.InBufferCount() == i + 1; }));
+  }
+}
+
+TEST_F(Serial, InputLenLimitsWhatInputTakes) {
+  port.SetPortOpen(true);
+  const Bytes bytes{1, 2, 3, 4, 5};
+  line.Send(bytes);
+  ASSERT_TRUE(Until([&] { return port.InBufferCount() == 5; }));
+  port.InputLen = 2;
+  EXPECT_EQ((Bytes{1, 2}), port.Input());
+  port.InputLen = 0;
+  EXPECT_EQ((Bytes{3, 4, 5}), port.Input());
+}
+
+TEST_F(Serial, WhatNobodyFetchedStaysForTheNextExchange) {
+  port.SetPortOpen(true);
+  line.Send(Bytes{1, 0x83, 2, 0, 0});
+  ASSERT_TRUE(Until([&] { return port.InBufferCount() == 5; }));
+  port.Output(Bytes{1, 3});
+  EXPECT_EQ(5, port.InBufferCount());
+}
+
+TEST_F(Serial, ALostDeviceIsARunTimeFailureAndClosesQuietly) {
+  port.SetPortOpen(true);
+  LoseTheDevice();
+  EXPECT_THROW((void)port.InBufferCount(), RunTimeFailure);
+  EXPECT_THROW((void)port.Input(), RunTimeFailure);
+  EXPECT_THROW(port.Output(AllBytes()), RunTimeFailure);
+  EXPECT_TRUE(port.PortOpen());
+  EXPECT_NO_THROW(port.SetPortOpen(false));
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, ALostDeviceCostsNoProcessorTime) {
+  port.SetPortOpen(true);
+  LoseTheDevice();
+  EXPECT_LT(ProcessorMsOfWaiting(200), 20);
+}
+
+TEST_F(Serial, OpensAgainAfterTheDeviceCameBack) {
+  port.SetPortOpen(true);
+  LoseTheDevice();
+  port.SetPortOpen(false);
+  PseudoTerminal again;
+  std::filesystem::remove(Folder() / "COM1");
+  Link("COM1", again.path);
+  port.SetPortOpen(true);
+  port.Output(Bytes{7});
+  EXPECT_EQ(Bytes{7}, again.Receive(1));
+}
+
+TEST_F(Serial, APortThatIsNotThereIsARunTimeFailure) {
+  port.CommPort = 16;
+  EXPECT_THROW(port.SetPortOpen(true), RunTimeFailure);
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, ANumberOutsideThePortsIsARunTimeFailure) {
+  for (const int number : {0, -1, 17}) {
+    port.CommPort = static_cast<std::int16_t>(number);
+    EXPECT_THROW(port.SetPortOpen(true), RunTimeFailure) << number;
+  }
+}
+
+TEST_F(Serial, SettingsThatSayNothingAreARunTimeFailure) {
+  port.Settings = "fast";
+  EXPECT_THROW(port.SetPortOpen(true), RunTimeFailure);
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, AClosedPortTakesAndGivesNothing) {
+  EXPECT_THROW(port.Output(AllBytes()), RunTimeFailure);
+  EXPECT_THROW((void)port.InBufferCount(), RunTimeFailure);
+  EXPECT_THROW((void)port.Input(), RunTimeFailure);
+  EXPECT_NO_THROW(port.SetPortOpen(false));
+}
+
+TEST_F(Serial, WaitingForAByteCostsNoProcessorTime) {
+  port.SetPortOpen(true);
+  EXPECT_LT(ProcessorMsOfWaiting(300), 20);
+}
+
+// USB
+
+struct Usb : DeviceTest {
+  PseudoTerminal line;
+  UsbControl& usb = platform.usb;
+  std::array<std::int32_t, 256> words{};
+  void SetUp() override { Link("USB", line.path); }
+};
+
+TEST_F(Usb, WithoutADeviceThereIsNoHandle) {
+  std::filesystem::remove(Folder() / "USB");
+  Link("USB", Folder() / "nothing");
+  EXPECT_EQ(-1, usb.Open(0));
+}
+
+TEST_F(Usb, WritesOneByteOfEachWord) {
+  std::int32_t handle = usb.Open(0);
+  ASSERT_NE(-1, handle);
+  std::iota(words.begin(), words.end(), 0);
+  EXPECT_NE(0, usb.Write(handle, words, 256, 1000));
+  EXPECT_EQ(AllBytes(), line.Receive(256));
+}
+
+TEST_F(Usb, ReadsOneByteIntoEachWord) {
+  std::int32_t handle = usb.Open(0);
+  line.Send(AllBytes());
+  EXPECT_EQ(256, usb.Read(handle, words, 256, 1000));
+  for (int i = 0; i < 256; ++i) {
+    EXPECT_EQ(i, words[static_cast<std::size_t>(i)]);
+  }
+}
+
+TEST_F(Usb, WaitsForTheByteThatCompletesTheReplyAndNoLonger) {
+  std::int32_t handle = usb.Open(0);
+  std::thread recorder([&] {
+    for (const std::uint8_t byte : AllBytes()) {
+      line.Send(std::span(&byte, 1));
+      std::this_thread::yield();
+    }
+  });
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(133, usb.Read(handle, words, 133, 60'000));
+  EXPECT_LT(waited.elapsed(), 10'000);
+  recorder.join();
+  EXPECT_EQ(132, words[132]);
+}
+
+TEST_F(Usb, AShortReplyIsWhatCameWithinTheTime) {
+  std::int32_t handle = usb.Open(0);
+  line.Send(Bytes{1, 0x83, 2, 0xC0, 0xF1});
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(5, usb.Read(handle, words, 133, 100));
+  EXPECT_GE(waited.elapsed(), 99);
+  EXPECT_EQ(0x83, words[1]);
+}
+
+TEST_F(Usb, NoReplyIsZeroAndCostsNoProcessorTime) {
+  std::int32_t handle = usb.Open(0);
+  const double before = ProcessorMs();
+  EXPECT_EQ(0, usb.Read(handle, words, 133, 200));
+  EXPECT_LT(ProcessorMs() - before, 20);
+}
+
+TEST_F(Usb, AHandleThatIsNoneReadsAndWritesNothing) {
+  std::int32_t handle = -1;
+  EXPECT_EQ(0, usb.Read(handle, words, 10, 10));
+  EXPECT_EQ(0, usb.Write(handle, words, 10, 10));
+  handle = usb.Open(0);
+  usb.Close(handle);
+  EXPECT_EQ(0, usb.Write(handle, words, 10, 10));
+}
+
+TEST_F(Usb, OpensAgainAlthoughItWasLeftOpen) {
+  std::int32_t first = usb.Open(0);
+  std::int32_t second = usb.Open(0);
+  EXPECT_NE(first, second);
+  EXPECT_EQ(0, usb.Write(first, words, 1, 100));
+  EXPECT_NE(0, usb.Write(second, words, 1, 100));
+}
+
+TEST_F(Usb, ADeviceThatIsUnpluggedReadsAndWritesNothing) {
+  std::int32_t handle = usb.Open(0);
+  line.Unplug();
+  EXPECT_EQ(0, usb.Read(handle, words, 10, 1000));
+  EXPECT_EQ(0, usb.Write(handle, words, 10, 1000));
+  usb.Close(handle);
+  EXPECT_EQ(-1, usb.Open(0));
+}
+
+TEST_F(Usb, ACountBeyondTheWordsIsCutOrRefused) {
+  std::int32_t handle = usb.Open(0);
+  line.Send(AllBytes());
+  std::array<std::int32_t, 4> few{};
+  EXPECT_EQ(4, usb.Read(handle, few, 300, 100));
+  EXPECT_EQ(0, usb.Write(handle, few, 300, 100));
+  EXPECT_EQ(0, usb.Read(handle, few, -1, 100));
+}
+
+} // namespace
+} // namespace loader::test
