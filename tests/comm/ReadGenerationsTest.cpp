@@ -271,6 +271,9 @@ struct KindRow {
   int read;
   int stored;
 };
+void PrintTo(const KindRow& row, std::ostream* out) {
+  *out << "kind " << row.read << " of generation " << row.generation;
+}
 struct InputKinds : ReadRules, ::testing::WithParamInterface<KindRow> {};
 INSTANTIATE_TEST_SUITE_P(
     Rows, InputKinds,

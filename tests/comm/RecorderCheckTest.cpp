@@ -19,6 +19,9 @@ struct VersionRow {
   const char* version;
   std::int16_t generation;
 };
+void PrintTo(const VersionRow& row, std::ostream* out) {
+  *out << row.model << row.version;
+}
 
 struct Versions : RecorderCheck, ::testing::WithParamInterface<VersionRow> {};
 INSTANTIATE_TEST_SUITE_P(Tags, Versions,

@@ -35,6 +35,14 @@ const char* FaultName(Fault fault) {
   return names.at(static_cast<std::size_t>(fault));
 }
 
+void PrintTo(Line line, std::ostream* out) {
+  *out << LineName(line);
+}
+
+void PrintTo(Fault fault, std::ostream* out) {
+  *out << FaultName(fault);
+}
+
 bool FaultExists(Fault fault, Line line) {
   switch (fault) {
   case Fault::WrongTransaction:
@@ -106,6 +114,7 @@ Bytes ScriptedRecorder::Serve(const Bytes& pdu) {
   const int count = pdu.at(3) * 256 + pdu.at(4);
   const int number = (function == 4 ? 30001 : 40001) + address;
   requests.push_back({function, number, count});
+  written.emplace_back();
   if (onRequest) {
     onRequest(static_cast<int>(requests.size()) - 1);
   }
@@ -116,6 +125,7 @@ Bytes ScriptedRecorder::Serve(const Bytes& pdu) {
     for (int i = 0; i < count; ++i) {
       const auto at = static_cast<std::size_t>(6 + 2 * i);
       Register(number + i) = static_cast<std::uint16_t>(pdu.at(at) * 256 + pdu.at(at + 1));
+      written.back().push_back(Register(number + i));
     }
     return {16, pdu[1], pdu[2], pdu[3], pdu[4]};
   }
@@ -168,6 +178,7 @@ void ScriptedRecorder::Send(ScriptedWire& wire, Line line, const Bytes& request)
   if (reply.empty()) {
     return;
   }
+  replies.push_back(reply);
   const auto fault = faults_.find(index);
   if (fault == faults_.end()) {
     wire.Reply(reply, turnaround);
@@ -237,7 +248,7 @@ void ScriptedRecorder::SendFaulty(ScriptedWire& wire, Line line, Fault fault, co
     wire.Reply(Bytes(reply.begin() + half, reply.end()), turnaround + 50);
     return;
   case Fault::GarbageBefore:
-    reply.insert(reply.begin(), {0x00, 0xFF, 0x13});
+    reply.insert(reply.begin(), Garbage.begin(), Garbage.end());
     break;
   case Fault::ClosedBefore:
     CutLine(line);

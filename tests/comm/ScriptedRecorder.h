@@ -18,6 +18,7 @@ namespace loader::test {
 enum class Line { Usb, Ethernet, Serial };
 constexpr std::array<Line, 3> AllLines{Line::Usb, Line::Ethernet, Line::Serial};
 const char* LineName(Line line);
+void PrintTo(Line line, std::ostream* out);
 
 enum class Fault {
   NoReply,
@@ -52,6 +53,9 @@ constexpr std::array<Fault, 15> AllFaults{Fault::NoReply,
                                           Fault::ClosedBefore,
                                           Fault::ClosedInside};
 const char* FaultName(Fault fault);
+void PrintTo(Fault fault, std::ostream* out);
+// What Fault::GarbageBefore puts in front of a reply.
+inline const Bytes Garbage{0x00, 0xFF, 0x13};
 // A transaction number is Ethernet's, a check value that of the other two.
 bool FaultExists(Fault fault, Line line);
 
@@ -85,7 +89,13 @@ public:
   // The request of that index (from 0, all requests count) is answered with the fault.
   void FaultAt(Fault fault, int request) { faults_[request] = fault; }
 
+  void ClearFaults() { faults_.clear(); }
+
   std::vector<RecordedRequest> requests;
+  // What each request wrote, by its index; empty for a read.
+  std::vector<std::vector<std::uint16_t>> written;
+  // The good reply to each request, also where a fault went out instead.
+  std::vector<Bytes> replies;
   int station = 1;
   // Runs for each request before it is answered, with its index.
   std::function<void(int)> onRequest;

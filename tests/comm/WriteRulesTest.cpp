@@ -27,6 +27,9 @@ struct KindRow {
   std::int16_t kind;
   int written;
 };
+void PrintTo(const KindRow& row, std::ostream* out) {
+  *out << "kind " << row.kind << " for generation " << row.generation;
+}
 struct WrittenKinds : WriteRules, ::testing::WithParamInterface<KindRow> {};
 INSTANTIATE_TEST_SUITE_P(
     Rows, WrittenKinds,
@@ -53,6 +56,9 @@ struct LimitRow {
   int number; // register of item 0
   int limit;
 };
+void PrintTo(const LimitRow& row, std::ostream* out) {
+  *out << row.tag << " for generation " << row.generation;
+}
 struct WrittenLimits : WriteRules, ::testing::WithParamInterface<LimitRow> {};
 INSTANTIATE_TEST_SUITE_P(
     Rows, WrittenLimits,
@@ -86,6 +92,9 @@ struct TriggerRow {
   std::int16_t timing;
   int limit; // 0: none
 };
+void PrintTo(const TriggerRow& row, std::ostream* out) {
+  *out << "timing " << row.timing << " for generation " << row.generation;
+}
 struct WrittenTriggers : WriteRules, ::testing::WithParamInterface<TriggerRow> {};
 INSTANTIATE_TEST_SUITE_P(Rows, WrittenTriggers,
                          ::testing::Values(TriggerRow{4, 1, 0}, TriggerRow{4, 2, 0}, TriggerRow{4, 3, 18},
