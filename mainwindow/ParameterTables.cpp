@@ -1,6 +1,7 @@
 #include "mainwindow/ParameterTables.h"
 
 #include <array>
+#include <optional>
 
 #include "channel/modUtil.h"
 #include "core/ModelProfile.h"
@@ -118,43 +119,53 @@ void ShowGroupSlot(Grid& grid, int row, int column, int item, int slot) {
 
 enum class MailTiming { None, DIOn, DIOff, AlarmOn, AlarmOff, Recorder, Period };
 
-std::u16string MailSourceText(int timing, int value) {
-  const auto entry = [&](const Catalogue& list) {
-    const std::u16string* found = CatalogueEntry(list, value);
-    return found == nullptr ? std::u16string() : *found;
-  };
-  switch (static_cast<MailTiming>(timing)) {
-  case MailTiming::DIOn:
-  case MailTiming::DIOff:
-    return std::u16string(LoadText(63520)) + DecimalText(value + 1);
-  case MailTiming::AlarmOn:
-  case MailTiming::AlarmOff:
-    return std::u16string(LoadText(63510)) + DecimalText(value + 1);
-  case MailTiming::Recorder:
-    return entry(RecorderAlarmList);
-  case MailTiming::Period:
-    return entry(MailPeriodList);
-  case MailTiming::None:
-    break;
+// What a cell of a trigger shows; nothing leaves it as it is: a timing or a value outside its list.
+using MailText = std::optional<std::u16string>;
+
+MailText NumberedEntry(TextId prefix, int value, int count) {
+  if (value < 0 || value >= count) {
+    return std::nullopt;
   }
-  return {};
+  return std::u16string(LoadText(prefix)) + DecimalText(value + 1);
 }
 
-std::u16string MailDetailText(int timing, int value) {
-  const Catalogue* list = nullptr;
+MailText ListedEntry(const Catalogue& list, int value) {
+  const std::u16string* entry = CatalogueEntry(list, value);
+  return entry == nullptr ? std::nullopt : MailText(*entry);
+}
+
+MailText MailSourceText(int timing, int value) {
   switch (static_cast<MailTiming>(timing)) {
+  case MailTiming::None:
+    return std::u16string();
+  case MailTiming::DIOn:
+  case MailTiming::DIOff:
+    return NumberedEntry(63520, value, Profile.TriggerDIListSize);
   case MailTiming::AlarmOn:
   case MailTiming::AlarmOff:
-    list = &AlarmNumberList;
-    break;
+    return NumberedEntry(63510, value, Profile.ChannelCount + Profile.OperationChannelCount);
+  case MailTiming::Recorder:
+    return ListedEntry(RecorderAlarmList, value);
   case MailTiming::Period:
-    list = &HourList;
-    break;
-  default:
-    return {};
+    return ListedEntry(MailPeriodList, value);
   }
-  const std::u16string* entry = CatalogueEntry(*list, value);
-  return entry == nullptr ? std::u16string() : *entry;
+  return std::nullopt;
+}
+
+MailText MailDetailText(int timing, int value) {
+  switch (static_cast<MailTiming>(timing)) {
+  case MailTiming::None:
+  case MailTiming::DIOn:
+  case MailTiming::DIOff:
+  case MailTiming::Recorder:
+    return std::u16string();
+  case MailTiming::AlarmOn:
+  case MailTiming::AlarmOff:
+    return ListedEntry(AlarmNumberList, value);
+  case MailTiming::Period:
+    return ListedEntry(HourList, value);
+  }
+  return std::nullopt;
 }
 
 void FillMailTriggerRow(Grid& grid, int item) {
@@ -166,8 +177,12 @@ void FillMailTriggerRow(Grid& grid, int item) {
   ShowText(grid, row, 3, "X", item, "ECM2");
   ShowListValue(grid, row, 4, MailTriggerList, "X", item, "ETRG");
   const int timing = NumValue("X", item, "ETRG");
-  grid.SetText(row, 5, MailSourceText(timing, NumValue("X", item, "ETG1")));
-  grid.SetText(row, 6, MailDetailText(timing, NumValue("X", item, "ETG2")));
+  if (const MailText source = MailSourceText(timing, NumValue("X", item, "ETG1"))) {
+    grid.SetText(row, 5, *source);
+  }
+  if (const MailText detail = MailDetailText(timing, NumValue("X", item, "ETG2"))) {
+    grid.SetText(row, 6, *detail);
+  }
   ShowListValue(grid, row, 7, YesNoList, "X", item, "EPVA");
   const int addresses = NumValue("X", item, "EADD");
   for (int address = 0; address < Addresses; ++address) {
