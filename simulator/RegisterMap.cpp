@@ -220,9 +220,11 @@ RegisterMap MapOf(const ParamStoreTable& shape, const Firmware& firmware) {
     const std::vector<MapField> fields = ItemFields(section, firmware);
     for (int item = 0; item < items; ++item) {
       for (MapField field : fields) {
+        if (field.address < 0 || field.address + field.words > section.ItemWords) {
+          throw RunTimeFailure(code + " " + field.tag + " lies outside of its item");
+        }
         field.item = item;
         field.address += address + item * section.ItemWords;
-        RequireRegisters(field.address, field.words, code + " " + field.tag);
         map.fields.push_back(std::move(field));
       }
     }

@@ -123,8 +123,9 @@ bool Terminal::TakeClosing() {
 }
 
 void Terminal::Replug() {
-  master_.Close();
-  slave_.Close();
+  // The old terminal goes when the new one is there: who sees it go finds the line back under its name.
+  const Descriptor oldMaster = std::exchange(master_, {});
+  const Descriptor oldSlave = std::exchange(slave_, {});
   Open();
   MakeLink();
 }

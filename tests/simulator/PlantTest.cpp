@@ -6,12 +6,10 @@
 
 #include "core/Text.h"
 #include "simulator/Plant.h"
-#include "simulator/RegisterMap.h"
+#include "tests/simulator/TestRecorder.h"
 
 namespace loader::simulator {
 namespace {
-
-constexpr const char* ShippedShape = LOADER_DATA_DIR "/InitSet.Ini";
 
 struct ModelCase {
   Model model;
