@@ -93,6 +93,8 @@ ParamStoreTable PlantSetup(const ParamStoreTable& shape, Model model) {
   ParamStoreTable setup = shape;
   for (int item = 0; item < plant.measuringChannels + plant.operationChannels; ++item) {
     NameChannel(setup, item);
+    // An operation channel is shown only, unless the plant records it.
+    Put(setup, "C", item, "RECO", item >= plant.measuringChannels ? 1 : 0);
   }
   for (std::size_t i = 0; i < plant.measuring.size(); ++i) {
     PutChannel(setup, static_cast<int>(i), plant.measuring[i]);

@@ -103,7 +103,7 @@ constexpr NumberRow Numbers[] = {
     {"C", 26, "STYP", 6}, {"C", 26, "SDIG", 10}, {"C", 26, "SRIN", 3},
     {"C", 6, "SDIG", 2}, {"C", 6, "SRIN", 2}, {"C", 14, "TAIS", 0},
     {"C", 0, "ZMB1", 6000}, {"C", 0, "ZMB2", 10000}, {"C", 0, "ZMP1", 20}, {"C", 0, "ZMP2", 80}, {"C", 0, "DSPM", 1},
-    {"C", 18, "RECO", 1}, {"C", 19, "RECO", 1}, {"C", 20, "RECO", 1},
+    {"C", 18, "RECO", 0}, {"C", 19, "RECO", 0}, {"C", 20, "RECO", 0},
     // Groups: both furnaces, sintering, utilities, results.
     {"G", 0, "GC01", 1}, {"G", 0, "GC02", 2}, {"G", 0, "GC03", 3}, {"G", 0, "GC04", 4}, {"G", 0, "GC05", 19},
     {"G", 0, "GC06", 20}, {"G", 0, "GC07", 18},

@@ -48,8 +48,8 @@ struct RegisterMap {
 // RunTimeFailure when the file cannot be read, is malformed or has no block of the model.
 [[nodiscard]] ParamStoreTable LoadShape(const std::string& file, Model model);
 
-// RunTimeFailure when a section of the shape leaves the register space, or a value lies outside of its item or on
-// another value.
+// RunTimeFailure when a section of the shape leaves the register space, or a value lies outside of its item
+// or on another value.
 [[nodiscard]] RegisterMap MapOf(const ParamStoreTable& shape, const Firmware& firmware);
 
 // A text as the recorder keeps it: code page 932, two bytes a register, the first in the low byte, closed by
