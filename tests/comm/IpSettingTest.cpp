@@ -13,6 +13,7 @@ struct IpSetting : LinkFixture {
     bool shown = false;
     platform.screens.whileModal["frmIPSetting"] = [&](Screen& screen) {
       shown = true;
+      user = {}; // the focus starts anew with each screen
       act(static_cast<IpSettingScreen&>(screen));
     };
     ShowIpSetting();

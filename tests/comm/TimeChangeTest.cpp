@@ -18,6 +18,7 @@ struct TimeChange : RecorderFixture {
     bool shown = false;
     platform.screens.whileModal["frmTimeChange"] = [&](Screen& screen) {
       shown = true;
+      user = {}; // the focus starts anew with each screen
       act(static_cast<TimeChangeScreen&>(screen));
     };
     ShowTimeChange(window);
