@@ -87,7 +87,17 @@ Binder::Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formW
 }
 
 Binder::~Binder() {
+  Release();
+}
+
+void Binder::Release() {
   userInterface_.Closed(*this);
+  for (const auto& [object, binding] : byObject_) {
+    QObject::disconnect(object, nullptr, this, nullptr);
+    const_cast<QObject*>(object)->removeEventFilter(this);
+  }
+  byObject_.clear();
+  byControl_.clear();
 }
 
 void Binder::PrepareWindow() {

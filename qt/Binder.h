@@ -50,6 +50,8 @@ public:
   Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formWindow);
   ~Binder() override;
 
+  // Cuts widgets and records apart for good: the screen has closed, and its records may go before the form.
+  void Release();
   // Shows what differs between the records and what the widgets were given. Focus requests stay.
   void RefreshWidgets();
   // False when the control can't take the focus: hidden, disabled, on another page.

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <algorithm>
 
 #include "qt/UserInterface.h"
 
@@ -12,22 +13,36 @@ void QtEventLoop::DoEvents() {
   QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
+QtTimers::Slot* QtTimers::SlotOf(const Timer* timer) const {
+  const auto found =
+      std::find_if(slots_.begin(), slots_.end(), [&](const auto& slot) { return slot->timer == timer; });
+  return found == slots_.end() ? nullptr : found->get();
+}
+
+QtTimers::Slot& QtTimers::NewSlot() {
+  slots_.push_back(std::make_unique<Slot>());
+  Slot& slot = *slots_.back();
+  slot.ticks.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&slot.ticks, &QTimer::timeout, &slot.ticks,
+                   [this, &slot] { userInterface_.Run(slot.timer->onTimer); });
+  return slot;
+}
+
 void QtTimers::Changed(Timer& timer) {
+  Slot* slot = SlotOf(&timer);
   if (!timer.Enabled || timer.Interval <= 0) {
-    if (const auto found = running_.find(&timer); found != running_.end()) {
-      found->second->stop();
-      running_.erase(found);
+    if (slot != nullptr) {
+      slot->ticks.stop();
+      slot->timer = nullptr;
     }
     return;
   }
-  std::unique_ptr<QTimer, DeleteLater>& running = running_[&timer];
-  if (running == nullptr) {
-    running.reset(new QTimer);
-    running->setTimerType(Qt::PreciseTimer);
-    QObject::connect(running.get(), &QTimer::timeout, running.get(),
-                     [this, &timer] { userInterface_.Run(timer.onTimer); });
+  if (slot == nullptr) {
+    Slot* free = SlotOf(nullptr);
+    slot = free != nullptr ? free : &NewSlot();
+    slot->timer = &timer;
   }
-  running->start(timer.Interval);
+  slot->ticks.start(timer.Interval);
 }
 
 float QtClock::SecondsSinceMidnight() {

@@ -3,7 +3,7 @@
 
 #include <QTimer>
 #include <memory>
-#include <unordered_map>
+#include <vector>
 
 #include "platform/Platform.h"
 
@@ -26,13 +26,21 @@ public:
   explicit QtTimers(UserInterface& userInterface) : userInterface_(userInterface) {}
   // A timer runs while it is enabled and its interval is above 0.
   void Changed(Timer& timer) override;
+  // How many timers there are inside, running or free: as many as ever ran at the same time.
+  [[nodiscard]] std::size_t SlotCount() const { return slots_.size(); }
 
 private:
-  struct DeleteLater {
-    void operator()(QTimer* timer) const { timer->deleteLater(); } // it may be the one that is firing
+  // A slot is kept and used again: a watchdog starts and stops with each exchange of a flow, and an object
+  // that is deleted later piles up until the flow is over.
+  struct Slot {
+    Timer* timer = nullptr; // null while the slot is free
+    QTimer ticks;
   };
+  [[nodiscard]] Slot* SlotOf(const Timer* timer) const;
+  Slot& NewSlot();
+
   UserInterface& userInterface_;
-  std::unordered_map<Timer*, std::unique_ptr<QTimer, DeleteLater>> running_;
+  std::vector<std::unique_ptr<Slot>> slots_;
 };
 
 class QtClock final : public Clock {

@@ -104,7 +104,7 @@ bool QtScreens::MayClose(OpenScreen& open) {
 }
 
 void QtScreens::Closed(OpenScreen& open) {
-  userInterface_.Closed(*open.binder);
+  open.binder->Release();
   const auto found =
       std::find_if(open_.begin(), open_.end(), [&](const auto& some) { return some.get() == &open; });
   if (open.loop) {
@@ -143,7 +143,7 @@ bool QtScreens::eventFilter(QObject* watched, QEvent* event) {
 void QtScreens::EndProgram() {
   ended_ = true;
   for (const auto& open : open_) {
-    userInterface_.Closed(*open->binder);
+    open->binder->Release();
     open->window->removeEventFilter(this);
     open->window->hide();
     if (open->loop) {

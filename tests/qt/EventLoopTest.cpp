@@ -109,6 +109,35 @@ TEST_F(EventLoop, ATimerMayGoAwayInItsOwnHandler) {
   EXPECT_EQ(nullptr, shortLived);
 }
 
+TEST_F(EventLoop, AWatchdogOfManyExchangesLeavesNothingBehind) {
+  for (int exchange = 0; exchange < 100; ++exchange) {
+    StartTimer(timer, 5'000);
+    StopTimer(timer);
+  }
+  EXPECT_EQ(1U, platform.timers.SlotCount());
+}
+
+TEST_F(EventLoop, TimersThatRunTogetherFireEachForItself) {
+  Timer other;
+  int first = 0;
+  int second = 0;
+  timer.onTimer = [&] { ++first; };
+  other.onTimer = [&] { ++second; };
+  StartTimer(timer, 1);
+  StartTimer(other, 1);
+  while (first == 0 || second == 0) {
+    DoEvents();
+  }
+  StopTimer(timer);
+  const int before = first;
+  const int others = second;
+  while (second == others) {
+    DoEvents();
+  }
+  StopTimer(other);
+  EXPECT_EQ(before, first);
+}
+
 TEST_F(EventLoop, TheClockTellsTheTimeOfDay) {
   const QDateTime before = QDateTime::currentDateTime();
   const DateAndTime now = platform.clock.Now();

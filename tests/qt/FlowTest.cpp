@@ -239,6 +239,36 @@ TEST_F(Modal, ACloseQueryThatFailsKeepsTheScreen) {
   });
 }
 
+TEST_F(Modal, ItsRecordsMayGoAsSoonAsItHasClosed) {
+  ShowSample();
+  auto shortLived = std::make_unique<AskScreen>();
+  Soon([&] {
+    QWidget* window = platform.screens.WindowOf(*shortLived);
+    auto* year = window->findChild<QLineEdit*>(QStringLiteral("txtYear"));
+    year->setFocus();
+    QTest::keyClicks(year, QStringLiteral("1"));
+    window->close();
+  });
+  platform.screens.ShowModal(*shortLived);
+  shortLived.reset();
+  platform.userInterface.Refresh();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+}
+
+TEST_F(Flow, TheRecordsOfAClosedWindowMayGoBeforeItsWidgets) {
+  auto second = std::make_unique<AskScreen>();
+  ShowSample();
+  platform.screens.Show(*second);
+  QWidget* window = platform.screens.WindowOf(*second);
+  auto* year = window->findChild<QLineEdit*>(QStringLiteral("txtYear"));
+  window->close();
+  second.reset();
+  QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+  QApplication::sendEvent(year, &focus); // the form is still there
+  emit year->textEdited(QStringLiteral("x"));
+  EXPECT_TRUE(Window().isVisible());
+}
+
 TEST_F(Modal, CanBeShownAgain) {
   ShowSample();
   for (int i = 0; i < 2; ++i) {
