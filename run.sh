@@ -8,7 +8,8 @@ cd "$(dirname "$0")"
 
 ./scripts/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release
+# What is needed to run; the tests are built by test.sh.
+cmake --build --preset release --target parameter-loader recorder-sim loader-ini recorder-tour
 
 bin=build/release/bin
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
