@@ -22,14 +22,14 @@ BoxAnswer QtBoxes::Show(std::u16string_view text, BoxButtons buttons, BoxIcon ic
   box.setText(ToQt(text));
   box.setWindowTitle(ToQt(title.empty() ? LoadText(10000) : title));
   box.setIcon(icon == BoxIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon);
-  QPushButton* ok = box.addButton(ToQt(LoadText(19621)), QMessageBox::AcceptRole);
-  box.setDefaultButton(ok);
-  box.setEscapeButton(ok);
-  if (buttons == BoxButtons::OkCancel) {
-    box.setEscapeButton(box.addButton(ToQt(LoadText(19620)), QMessageBox::RejectRole));
+  const bool asks = buttons == BoxButtons::OkCancel;
+  box.setStandardButtons(asks ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
+  box.setDefaultButton(QMessageBox::Ok);
+  box.button(QMessageBox::Ok)->setText(ToQt(LoadText(19621)));
+  if (asks) {
+    box.button(QMessageBox::Cancel)->setText(ToQt(LoadText(19620)));
   }
-  box.exec();
-  return box.clickedButton() == ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
+  return box.exec() == QMessageBox::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 
 } // namespace loader

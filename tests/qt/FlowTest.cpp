@@ -97,8 +97,8 @@ TEST_F(Flow, BoxesAreJapaneseAndPlain) {
     EXPECT_EQ(Qt::PlainText, box.textFormat());
     EXPECT_EQ(QStringLiteral("パラメータローダ"), box.windowTitle());
     ASSERT_EQ(2, box.buttons().size());
-    EXPECT_EQ(QStringLiteral("ＯＫ"), box.buttons().at(0)->text());
-    EXPECT_EQ(QStringLiteral("キャンセル"), box.buttons().at(1)->text());
+    EXPECT_EQ(QStringLiteral("ＯＫ"), box.button(QMessageBox::Ok)->text());
+    EXPECT_EQ(QStringLiteral("キャンセル"), box.button(QMessageBox::Cancel)->text());
     EXPECT_TRUE(box.isModal());
   });
   EXPECT_FALSE(AskOkCancel(u"<b>1 & 2</b>"));
