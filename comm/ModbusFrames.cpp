@@ -54,7 +54,7 @@ void PutWriteRequest(FrameWriter& frame) {
   frame.Word(std::int64_t{CommLink.RegAddress} - FirstHolding);
   frame.Byte(0);
   frame.Byte(CommLink.RegCount);
-  frame.Byte(2 * CommLink.RegCount);
+  frame.Byte(std::int64_t{2} * CommLink.RegCount);
   for (std::size_t i = 0; i < static_cast<std::size_t>(CommLink.RegCount); ++i) {
     frame.Byte(CommLink.TxWords.at(2 * i + 1));
     frame.Byte(CommLink.TxWords.at(2 * i));

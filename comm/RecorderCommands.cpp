@@ -31,7 +31,7 @@ bool WriteCommand(std::string_view sectionCode, std::string_view tag, std::span<
   }
   try {
     CommLink.RegAddress =
-        RegisterNumber(std::int64_t{ParamStore[section].BaseAddress} + 2 * record->WordOffset);
+        RegisterNumber(std::int64_t{ParamStore[section].BaseAddress} + std::int64_t{2} * record->WordOffset);
     return gFWriteRegs();
   } catch (const RunTimeFailure&) {
     return false;

@@ -65,13 +65,17 @@ TEST_F(IpSetting, AnAddressOfFewerPartsLeavesTheOthersEmptyAndComesBackWithItsDo
 }
 
 TEST_F(IpSetting, AnAddressOfAnotherShapeIsSplitAtItsDotsAsFarAsThereAreFields) {
-  for (const auto& [address, first, last] :
-       std::initializer_list<std::tuple<std::u16string, std::u16string, std::u16string>>{
+  struct Row {
+    std::u16string address;
+    std::u16string first;
+    std::u16string last;
+  };
+  for (const Row& row : std::initializer_list<Row>{
            {u"ERROR", u"ERROR", u""}, {u"", u"", u""}, {u"1.2.3.4.5", u"1", u"4"}, {u"...", u"", u""}}) {
-    Settings.RecorderIpAddress = address;
+    Settings.RecorderIpAddress = row.address;
     Show([&](IpSettingScreen& screen) {
-      EXPECT_EQ(screen.txtIP(0).text, first);
-      EXPECT_EQ(screen.txtIP(3).text, last);
+      EXPECT_EQ(screen.txtIP(0).text, row.first);
+      EXPECT_EQ(screen.txtIP(3).text, row.last);
     });
   }
 }
