@@ -175,6 +175,14 @@ TEST_F(OtherChannelCell, IgnoresAReferenceToItself) {
   EXPECT_EQ("32767", MeasuringText(2, 32767));
 }
 
+TEST_F(OtherChannelCell, IgnoresAReferenceToItselfFromTheNineteenthOnToo) {
+  Refer(20, 20);
+  Put("C", 20, "SMIN", 100);
+  Put("C", 20, "SMAX", 2000);
+  EXPECT_EQ("-32767", MeasuringText(20, -32767));
+  EXPECT_EQ("32767", MeasuringText(20, 32767));
+}
+
 TEST_F(OtherChannelCell, SurvivesAReferenceOutsideTheChannels) {
   for (const int other : {-32768, -1, 72, 32767}) {
     Refer(2, other);
