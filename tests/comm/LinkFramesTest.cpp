@@ -241,6 +241,13 @@ TEST_P(AllLinks, MoreThan64RegistersAreARunTimeFailure) {
   EXPECT_TRUE(WireOf(GetParam()).sent.empty());
 }
 
+TEST_F(LinkFrames, AReplyThatDoesNotFitTheBufferIsARunTimeFailure) {
+  TakeReply(Bytes(257, 0x11));
+  EXPECT_EQ(CommLink.RecvBuf.back(), 0x11);
+  EXPECT_THROW(TakeReply(Bytes(258, 0x22)), RunTimeFailure);
+  EXPECT_EQ(CommLink.RecvBuf.front(), 0x11);
+}
+
 struct CheckValue : LinkFixture {};
 
 TEST_F(CheckValue, OfAFrameIsModbusCrc16OverAllButItsLastTwoBytes) {

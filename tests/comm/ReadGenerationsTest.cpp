@@ -128,6 +128,28 @@ TEST_P(WholeRead, GoesTheSameOverSerialAndUsb) {
   }
 }
 
+TEST_P(WholeRead, TakesWhateverTheRegistersHold) {
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    Prepare(GetParam());
+    std::mt19937 random(seed);
+    for (int number = 40001; number <= 50000; ++number) {
+      recorder.Register(number) = static_cast<std::uint16_t>(random());
+    }
+    // The one value that can be too large for a number: an old time in hours and minutes.
+    const auto fits = [&](int number) {
+      const int minutes = 60 * static_cast<std::int16_t>(recorder.Register(number)) +
+                          static_cast<std::int16_t>(recorder.Register(number + 1));
+      return minutes >= -32768 && minutes <= 32767;
+    };
+    platform.ExpectBox(20104);
+    if (GetParam().number == 2 && !(fits(40167) && fits(40169))) {
+      platform.ExpectBox(11013);
+    }
+    ReadFromRecorder(window);
+    platform.boxes.ExpectNoneLeft();
+  }
+}
+
 // --- Single rules
 
 struct ReadRules : ReadOf {
