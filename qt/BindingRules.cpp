@@ -14,6 +14,7 @@
 #include <array>
 #include <stdexcept>
 
+#include "qt/FocusMark.h"
 #include "qt/GridView.h"
 #include "qt/LampView.h"
 #include "qt/ListModel.h"
@@ -132,6 +133,8 @@ void ListenToLabel(UserInterface& /*userInterface*/, QObject& /*binder*/, Bindin
   label.setTextFormat(Qt::PlainText);
   if (RecordOf<Label>(binding).onClick) {
     label.setFocusPolicy(Qt::TabFocus); // the keyboard reaches what the mouse can click
+    label.setCursor(Qt::PointingHandCursor);
+    new FocusMark(label); // the label's own
   }
 }
 

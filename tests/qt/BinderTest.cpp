@@ -290,7 +290,9 @@ TEST_F(BinderTest, ALabelThatCanBeClickedCanBeUsedFromTheKeyboard) {
   ShowSample();
   auto& label = Find<QLabel>("lblColour");
   EXPECT_NE(0, label.focusPolicy() & Qt::TabFocus);
+  const QImage without = label.grab().toImage();
   label.setFocus(Qt::TabFocusReason);
+  EXPECT_NE(without, label.grab().toImage()); // the focus is seen
   QTest::keyClick(&label, Qt::Key_Space);
   EXPECT_EQ(1, clicks);
   EXPECT_EQ(Qt::NoFocus, Find<QLabel>("lblPlain").focusPolicy());

@@ -9,6 +9,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QWindow>
 
 #include "qt/GridView.h"
 #include "tests/qt/SampleForms.h"
@@ -64,6 +65,27 @@ TEST_F(LostFocus, TheButtonWorksOnceTheFieldIsRight) {
   Click(Find<QPushButton>("btnApply"));
   QTest::keyClicks(&Field(), QStringLiteral("good"));
   Click(Find<QPushButton>("btnApply"));
+  EXPECT_EQ(1, acted);
+  EXPECT_EQ(2, checks);
+}
+
+// As the window system delivers it: press and release to the window, which finds the widget.
+TEST_F(LostFocus, TheClickAfterASwallowedPressGoesWhereItPoints) {
+  const auto at = [this](const char* name) {
+    auto& widget = Find<QWidget>(name);
+    return widget.mapTo(&Window(), QPoint(8, widget.height() / 2));
+  };
+  QWindow* window = Window().windowHandle();
+  EnterWrongValue();
+  boxes.Expect(Complaint);
+  QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, at("btnApply"));
+  QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, at("btnApply"));
+  ExpectBackInTheField();
+  EXPECT_FALSE(Find<QPushButton>("btnApply").isDown());
+  EnterGoodValue();
+  QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, at("chkOn"));
+  QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, at("chkOn"));
+  EXPECT_TRUE(screen.chkOn.checked);
   EXPECT_EQ(1, acted);
   EXPECT_EQ(2, checks);
 }
