@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,8 +67,12 @@ inline constexpr std::array<Place, 22> PlacesOfRug{{
 // Where the section's block lies in a recorder of the generation.
 inline Place PlaceIn(const Generation& generation, char section) {
   const auto& places = std::string_view(generation.model) == "KOV" ? PlacesOfKov : PlacesOfRug;
-  Place place =
-      *std::find_if(places.begin(), places.end(), [&](const Place& p) { return p.section == section; });
+  const auto* found =
+      std::find_if(places.begin(), places.end(), [&](const Place& p) { return p.section == section; });
+  if (found == places.end()) {
+    throw std::out_of_range("no place is known for section " + std::string(1, section));
+  }
+  Place place = *found;
   if (section == 'M' && generation.number <= 2) {
     place.base -= 22;
   }
