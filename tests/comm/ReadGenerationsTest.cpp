@@ -1,4 +1,6 @@
 // A whole read of each generation against a memory that was prepared apart from the program's own writer.
+#include <random>
+
 #include "comm/BulkRead.h"
 #include "core/modIni.h"
 #include "tests/comm/CommFixture.h"
