@@ -9,5 +9,6 @@ int main(int argc, char** argv) {
   loader::QtPlatform platform;
   bool started = false;
   const int code = platform.screens.Run([&] { started = loader::Main(loader::OpenMainWindow); });
+  loader::frmParamLoader.reset(); // its timers end while there is a platform
   return started ? code : 1;
 }
