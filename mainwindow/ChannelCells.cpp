@@ -93,8 +93,9 @@ std::u16string TextWithin(const ParamNumRecord& record, int position, const Limi
 
 std::u16string RangeText(const ChannelRow& row, const ChannelColumn& column, const ParamNumRecord& record) {
   const Limits limits = EngineeringLimits(row.state, record);
-  if (row.state.logOn) {
-    // Under logarithm these values are whole exponents, whatever the position of the channel.
+  if (row.state.logOn && !KindLimited(row.state.kind, row.state.scalingOn)) {
+    // Under logarithm these values are whole exponents, whatever the position of the channel. A channel that its kind
+    // limits has no logarithm, whatever its switch says.
     const std::u16string exponent = TextWithin(record, 0, limits);
     if (column.rule == RecordRange && !exponent.empty()) {
       return LogValueText(0, 0, 0, record.Value, record.Value);

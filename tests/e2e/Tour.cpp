@@ -166,6 +166,10 @@ private:
     guest_.ExpectBox(Text(62200), QMessageBox::Ok);
     Guest::Click(Guest::Find<QPushButton>(window, "cmdFIX")); // the wrong value stands in its way
     guest_.EndStep(QStringLiteral("a wrong value"));
+    // The window manager gives the window its activity back when the box has gone.
+    if (!QTest::qWaitForWindowActive(&window)) {
+      throw TourFailure(QStringLiteral("the window does not become active again behind a box"));
+    }
     if (!hysteresis.hasFocus() || hysteresis.selectedText() != QStringLiteral("abc")) {
       throw TourFailure(QStringLiteral("a wrong value does not take the focus back"));
     }

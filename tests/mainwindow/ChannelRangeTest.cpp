@@ -301,6 +301,14 @@ TEST_F(LogCell, HoldsForAnotherChannelsInputToo) {
   EXPECT_EQ("1.00E4", ChannelCell(1, RecordMax));
 }
 
+TEST_F(LogCell, IsPassedOverWhereTheKindLimitsTheChannel) {
+  Put("C", 0, "TYPE", 1); // K thermocouple, position 1
+  Put("C", 0, "SCAL", 0);
+  PutRanges(5000);
+  EXPECT_EQ("500.0", ChannelCell(1, EngineeringMax));
+  EXPECT_EQ("500.0", ChannelCell(1, RecordMax));
+}
+
 TEST_F(LogCell, IsNoMatterOfTheFValuesPosition) {
   Put("C", 0, "FTIO", 1);
   Put("H", 0, "FPOI", 4);
