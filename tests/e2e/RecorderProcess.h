@@ -19,12 +19,14 @@ using Memory = std::map<int, int>; // register number to value
 class RecorderProcess {
 public:
   // The memory is told by way of a file in `folder`.
-  RecorderProcess(const QString& model, const std::filesystem::path& folder)
+  RecorderProcess(const QString& model, const std::filesystem::path& folder, const QStringList& more = {})
       : dump_(folder / "recorder-memory.txt") {
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/recorder-sim"),
-                   {QStringLiteral("--model"), model, QStringLiteral("--tcp"), QStringLiteral("127.0.0.1:0"),
-                    QStringLiteral("--dump"), QString::fromStdString(dump_.string())});
+                   QStringList{QStringLiteral("--model"), model, QStringLiteral("--tcp"),
+                               QStringLiteral("127.0.0.1:0"), QStringLiteral("--dump"),
+                               QString::fromStdString(dump_.string())} +
+                       more);
     if (!process_.waitForStarted() || !process_.waitForReadyRead(10000)) {
       throw TourFailure(QStringLiteral("the simulated recorder did not start"));
     }

@@ -3,12 +3,14 @@
 // step that did not go as told.
 //
 //   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
+#include <QAction>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -67,8 +69,9 @@ bool RewrittenByOpen(const std::string& line) {
 
 class Tour {
 public:
-  Tour(QString folder, const Plant& plant)
-      : folder_(std::move(folder)), plant_(plant), model_(QString::fromLatin1(plant.model)),
+  // `port`: where the program's connections go.
+  Tour(QString folder, const Plant& plant, int& port)
+      : folder_(std::move(folder)), plant_(plant), port_(port), model_(QString::fromLatin1(plant.model)),
         guest_(folder_, model_.toLower() + u'-') {}
 
   void Take() {
@@ -81,6 +84,7 @@ public:
     StoreSettings();
     SetClock();
     SaveAndOpen();
+    MeetASilentRecorder();
     Close();
   }
 
@@ -276,6 +280,39 @@ private:
     LookAtTheChannels();
   }
 
+  // A recorder that goes silent in the middle of a read: the window stays live while the loader waits, and
+  // does not let itself be closed; the user is told, and everything works again afterwards.
+  void MeetASilentRecorder() {
+    const int port = port_;
+    RecorderProcess silent(model_, fs::path(folder_.toStdString()),
+                           {QStringLiteral("--fault"), QStringLiteral("no-reply@20")});
+    port_ = silent.Port();
+    guest_.ExpectBox(Text(20104), QMessageBox::Ok);
+    guest_.ExpectBox(Text(20102), QMessageBox::Ok);
+    guest_.ExpectBox(Text(11000), QMessageBox::Ok);
+    guest_.ExpectBox(Text(11013), QMessageBox::Ok);
+    constexpr int InTheMiddleOfTheWait = 1000;
+    bool disabledMeanwhile = false;
+    QTimer::singleShot(InTheMiddleOfTheWait, &guest_, [&] {
+      disabledMeanwhile = !Guest::Find<QPushButton>(Guest::Window(), "btnRegWrite").isEnabled();
+      Guest::ChoosePage(3);
+      Guest::Find<QAction>(Guest::Window(), "smenuOpen").trigger(); // not offered now: no dialog comes
+      Guest::Window().close();
+    });
+    Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "btnRegRead"));
+    guest_.EndStep(QStringLiteral("a silent recorder"));
+    const auto& pages = Guest::Find<QTabWidget>(Guest::Window(), "tbsParameter");
+    if (!disabledMeanwhile || pages.currentIndex() != 3 ||
+        !Guest::Find<QPushButton>(Guest::Window(), "btnRegWrite").isEnabled()) {
+      throw TourFailure(QStringLiteral("the window was not live during the wait, or not whole after it"));
+    }
+    silent.End();
+    fs::remove(folder_.toStdString() + "/recorder-memory.txt");
+    port_ = port;
+    Tell(QStringLiteral("a recorder that went silent was told after the wait; the window stayed live"));
+    Guest::ChoosePage(0);
+  }
+
   void Close() {
     guest_.ExpectBox(Text(20100), QMessageBox::Ok);
     Guest::Window().close();
@@ -285,6 +322,7 @@ private:
 
   QString folder_;
   const Plant& plant_;
+  int& port_;
   QString model_;
   Guest guest_;
   Memory changed_;
@@ -341,7 +379,8 @@ void TourOf(const QString& folder, const Plant& plant) {
   const Memory untouched = RecorderProcess(QString::fromLatin1(plant.model), options.programFolder).End();
   RecorderProcess recorder(QString::fromLatin1(plant.model), options.programFolder);
   Memory changed;
-  options.portMap = [&](int) { return recorder.Port(); };
+  int port = recorder.Port();
+  options.portMap = [&](int) { return port; };
   QtPlatform platform(options);
   QString failure;
   platform.screens.Run([&] {
@@ -354,7 +393,7 @@ void TourOf(const QString& folder, const Plant& plant) {
         qApp,
         [&] {
           try {
-            Tour tour(folder, plant);
+            Tour tour(folder, plant, port);
             tour.Take();
             changed = tour.Changed();
           } catch (const TourFailure& stopped) {
