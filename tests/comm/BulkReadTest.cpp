@@ -100,6 +100,15 @@ TEST_F(ReadFlow, TheUserUnitsAreThereWhenTheWindowIsRefreshed) {
   EXPECT_EQ(shown, u"m3/h");
 }
 
+TEST_F(ReadFlow, TheWholeReadTellsWhetherItCameThrough) {
+  StartOn(Line::Ethernet);
+  EXPECT_TRUE(gFLinkOpen());
+  EXPECT_TRUE(gFReadAll());
+  recorder.PutIdentity("RUG", "V10W");
+  platform.ExpectBox(11015);
+  EXPECT_FALSE(gFReadAll());
+}
+
 TEST_F(ReadFlow, AGenerationWithoutAReaderReadsNothingAndSucceeds) {
   StartOn(Line::Ethernet);
   RecorderGeneration = 9;

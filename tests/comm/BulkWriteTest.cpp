@@ -109,6 +109,16 @@ TEST_F(WriteFlow, TheEndMessageShowsWhileTheLinkIsOpenAndTheLampOn) {
   EXPECT_EQ(lastStep, "lamp on");
 }
 
+TEST_F(WriteFlow, TheWholeWriteTellsWhetherItCameThrough) {
+  StartOn(Line::Ethernet);
+  EXPECT_TRUE(gFLinkOpen());
+  platform.ExpectBox(62701);
+  EXPECT_TRUE(gFWriteAll());
+  recorder.PutIdentity("RUG", "V10W");
+  platform.ExpectBox(11015);
+  EXPECT_FALSE(gFWriteAll());
+}
+
 TEST_F(WriteFlow, AGenerationWithoutAWriterShowsTheEndMessageAtOnce) {
   StartOn(Line::Ethernet);
   ModelCode = "BIQ"; // a model without version tags keeps the generation

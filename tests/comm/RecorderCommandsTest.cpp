@@ -94,6 +94,15 @@ TEST_F(StoreSettings, TheWordOffsetCountsDouble) {
   EXPECT_EQ(recorder.requests, (std::vector<RecordedRequest>{{16, 40007, 1}}));
 }
 
+TEST_F(StoreSettings, TheHighByteOfItsRegisterIs0) {
+  StartOn(Line::Serial);
+  EXPECT_TRUE(gFLinkOpen());
+  CommLink.TxWords.fill(0xEE);
+  platform.ExpectBox(62702);
+  EXPECT_TRUE(gFFixSettings());
+  EXPECT_EQ(recorder.written.back(), std::vector<std::uint16_t>{1});
+}
+
 TEST_F(StoreSettings, AStoreWithoutTheCommandSendsNothing) {
   StartOn(Line::Serial);
   std::erase_if(ParamStore, [](const ParamSection& section) { return section.Code == "F  "; });
@@ -130,6 +139,13 @@ TEST_F(SetClock, AsksForTheStateThenForTheIdentityThenWrites) {
   EXPECT_EQ(recorder.requests, (std::vector<RecordedRequest>{{4, 30101, 1}, {4, 30001, 16}, {16, 40011, 6}}));
   EXPECT_EQ(log.steps, (std::vector<std::string>{"disabled", "lamp on", "lamp off", "enabled"}));
   EXPECT_EQ(platform.socket.state, 0);
+}
+
+TEST_F(SetClock, TheHighByteOfEachRegisterIs0) {
+  StartOn(Line::Ethernet);
+  CommLink.TxWords.fill(0xEE);
+  SetRecorderClock(clock, window);
+  EXPECT_EQ(recorder.written.back(), (std::vector<std::uint16_t>{1, 25, 7, 4, 13, 5}));
 }
 
 TEST_F(SetClock, ShowsNoMessageAfterSuccess) {
