@@ -19,6 +19,9 @@ namespace {
 constexpr std::string_view LoaderSection = "LOADER";
 constexpr std::size_t RowFields = 9;
 constexpr std::size_t HeaderColumns = 4;
+// Sections, items and records of a store, taken together, stay below this. No recorder has registers for as
+// many, and every place in the store is then one that a look-up can return.
+constexpr std::size_t StoreEntries = NotFound;
 // Opens a block for whichever model is selected.
 constexpr std::u16string_view AnyModelTag = u"V01L";
 
@@ -157,6 +160,28 @@ std::u16string GroupName(std::u16string_view defaultText, int number) {
   return std::u16string(defaultText) + DecimalText(number);
 }
 
+std::size_t EntriesOf(const ParamSection& section) {
+  const ParamItem& item = section.Items.front();
+  return 1 +
+         static_cast<std::size_t>(section.ItemCount) * (1 + item.NumRecords.size() + item.TextRecords.size());
+}
+
+// A few lines of the file can ask for more items than the memory holds: the whole is counted before it is
+// made.
+void CopyFirstItems(ParamStoreTable& store) {
+  std::size_t entries = 0;
+  for (const ParamSection& section : store) {
+    entries += EntriesOf(section);
+  }
+  if (entries >= StoreEntries) {
+    throw RunTimeFailure("the initial settings file describes more than a recorder can hold");
+  }
+  for (ParamSection& section : store) {
+    const ParamItem first = section.Items.front();
+    section.Items.resize(static_cast<std::size_t>(section.ItemCount), first);
+  }
+}
+
 struct ItemRange {
   int first;
   int count;
@@ -273,10 +298,7 @@ ParamStoreTable BuildStore(const std::vector<InitRow>& rows, std::int32_t& modeC
       itemZero().TextRecords.push_back(TextRecordOf(row));
     }
   }
-  for (ParamSection& section : store) {
-    const ParamItem first = section.Items.front();
-    section.Items.resize(static_cast<std::size_t>(section.ItemCount), first);
-  }
+  CopyFirstItems(store);
   return store;
 }
 

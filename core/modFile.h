@@ -33,7 +33,9 @@ using InitRow = std::vector<std::u16string>;
 [[nodiscard]] std::vector<InitRow> ReadInitBlock(std::u16string_view fileText,
                                                  std::u16string_view versionTag);
 // The store that the rows describe, item 0 copied to all items; the defaults that depend on the item are not
-// in it yet. `modeCheckOff` is set by a header row and left alone without one.
+// in it yet. `modeCheckOff` is set by a header row and left alone without one. Throws RunTimeFailure on a bad
+// number, a field row before the first section row, a section without items, and where sections, items and
+// records come to 65535 or more.
 [[nodiscard]] ParamStoreTable BuildStore(const std::vector<InitRow>& rows, std::int32_t& modeCheckOff);
 // The defaults that depend on the item number (colours, tags, group names), in ParamStore, for the profile in
 // force.

@@ -251,6 +251,29 @@ TEST(InitialSettingsShape, KeepsTheSingleItemOfASectionOfOne) {
   EXPECT_EQ(1U, store[0].Items.size());
 }
 
+// 40 lines that ask for some 50 GB.
+TEST(InitialSettingsShape, FailsWhenItAsksForMoreThanARecorderCanHold) {
+  std::u16string file;
+  for (int section = 0; section < 20; ++section) {
+    file += u"1,C,44001,60,32767\r\n0,TAG,0,1,CH,16\r\n";
+  }
+  EXPECT_THROW(Built(file), RunTimeFailure);
+}
+
+TEST(InitialSettingsShape, MayHaveAsManyPartsAsALookUpCanNumber) {
+  // A section, 32766 items and a number in each.
+  EXPECT_EQ(32766U, Built(u"1,C,44001,60,32766\r\n0,TYPE,0,0,1,0,41\r\n")[0].Items.size());
+  EXPECT_THROW(Built(u"1,C,44001,60,32767\r\n0,TYPE,0,0,1,0,41\r\n"), RunTimeFailure);
+}
+
+TEST(InitialSettingsShape, FailsWithMoreSectionsThanALookUpCanNumber) {
+  std::u16string file;
+  for (int section = 0; section <= 65535; ++section) {
+    file += u"1,C,1,1,1\r\n";
+  }
+  EXPECT_THROW(Built(file), RunTimeFailure);
+}
+
 TEST(InitialSettingsShape, MayHaveASectionWithoutRecords) {
   const ParamStoreTable store = Built(u"1,R,49901,1,2\r\n");
   ASSERT_EQ(2U, store[0].Items.size());
