@@ -124,6 +124,9 @@ bool ReplaceFile(const std::filesystem::path& file, const std::vector<std::strin
   std::error_code error;
   {
     std::ofstream out(beside, std::ios::binary | std::ios::trunc);
+    if (!out.is_open()) {
+      return false; // whatever stands there is not of this write
+    }
     for (const std::string& line : lines) {
       out << line;
     }

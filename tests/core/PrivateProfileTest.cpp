@@ -215,6 +215,15 @@ TEST_F(PrivateProfiles, CannotBeWrittenOverAFolder) {
   EXPECT_TRUE(std::filesystem::is_directory(File()));
 }
 
+TEST_F(PrivateProfiles, TakeNothingAwayThatStandsWhereTheNewFileWouldBe) {
+  Given("[LOADER]\r\nTYPE=1\r\n");
+  std::filesystem::create_directory(platform.folder / "a.ini.new");
+  EXPECT_FALSE(Write("TYPE", "0"));
+  EXPECT_FALSE(Write("TYPE", "0"));
+  EXPECT_TRUE(std::filesystem::is_directory(platform.folder / "a.ini.new"));
+  EXPECT_EQ("[LOADER]\r\nTYPE=1\r\n", Bytes());
+}
+
 TEST_F(PrivateProfiles, LeaveNoOtherFileBehind) {
   EXPECT_TRUE(Write("TYPE", "0"));
   std::filesystem::create_directory(platform.folder / "b.ini");
