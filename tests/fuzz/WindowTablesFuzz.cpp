@@ -1,0 +1,259 @@
+// The main window over a hostile store: any number in every record, in any limits, records and sections that
+// are not there, both models; then a user who types, chooses and turns pages.
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "channel/modUtil.h"
+#include "core/ModelProfile.h"
+#include "core/Text.h"
+#include "core/modMain.h"
+#include "mainwindow/ChannelCells.h"
+#include "mainwindow/ParameterTables.h"
+#include "mainwindow/SettingsPages.h"
+#include "mainwindow/frmParamLoader.h"
+#include "operation/Formula.h"
+#include "tests/fuzz/FuzzPlatform.h"
+#include "tests/fuzz/FuzzStore.h"
+
+namespace loader::fuzz {
+
+namespace {
+
+FuzzPlatform& OpenedPlatform() {
+  static FuzzPlatform platform;
+  static const bool opened = [] {
+    const std::filesystem::path& folder = platform.MakeFolder();
+    std::filesystem::copy_file(std::filesystem::path(LOADER_DATA_DIR) / "InitSet.Ini",
+                               folder / "InitSet.Ini");
+    StartWithShippedStore("KOV");
+    OpenMainWindow();
+    return true;
+  }();
+  static_cast<void>(opened);
+  return platform;
+}
+
+// Numbers drawn from a seed, in one of several sizes: most rules turn at small ones.
+class Draw {
+public:
+  Draw(std::uint32_t seed, int size) : state_(seed | 1U), size_(size) {}
+  std::int16_t Next() {
+    state_ ^= state_ << 13U;
+    state_ ^= state_ >> 17U;
+    state_ ^= state_ << 5U;
+    const auto bits = static_cast<std::uint16_t>(state_ >> 8U);
+    switch (size_) {
+    case 0:
+      return static_cast<std::int16_t>(bits % 8);
+    case 1:
+      return static_cast<std::int16_t>(bits % 128);
+    case 2:
+      return static_cast<std::int16_t>(bits % 128 - 64);
+    default:
+      return static_cast<std::int16_t>(bits);
+    }
+  }
+
+private:
+  std::uint32_t state_;
+  int size_;
+};
+
+void FillStore(FuzzInput& input) {
+  const int size = input.Choice(5);
+  Draw draw(static_cast<std::uint32_t>(input.Number32()), size);
+  const bool limits = input.Flag();
+  const std::u16string text = FromCodePage(input.ShortText());
+  if (size == 4) { // the shipped numbers
+    return;
+  }
+  ForEachRecord(
+      ParamStore,
+      [&](ParamNumRecord& record) {
+        record.Value = draw.Next();
+        if (limits) {
+          record.MinValue = draw.Next();
+          record.MaxValue = draw.Next();
+        }
+      },
+      [&](ParamTextRecord& record) { SetText(record, text, SlotValue); });
+}
+
+void PatchStore(FuzzInput& input) {
+  const int patches = input.Choice(64);
+  for (int patch = 0; patch < patches; ++patch) {
+    ParamSection& section = ParamStore[input.Byte() % ParamStore.size()];
+    auto& numbers = section.Items[input.Byte() % section.Items.size()].NumRecords;
+    const std::size_t at = input.Byte();
+    const std::int16_t value = input.Number16();
+    if (!numbers.empty()) {
+      numbers[at % numbers.size()].Value = value;
+    }
+  }
+}
+
+// What an initial settings file of another hand does not have.
+void DropFromStore(FuzzInput& input) {
+  const int drops = input.Choice(8);
+  for (int drop = 0; drop < drops && ParamStore.size() > 1; ++drop) {
+    const std::size_t section = input.Byte() % ParamStore.size();
+    const int kind = input.Choice(4);
+    const std::size_t at = input.Byte();
+    if (kind == 0) {
+      ParamStore.erase(ParamStore.begin() + static_cast<std::ptrdiff_t>(section));
+    } else if (kind == 1) {
+      auto& items = ParamStore[section].Items;
+      items.resize(at % items.size() + 1);
+      ParamStore[section].ItemCount = static_cast<std::int16_t>(items.size());
+    } else {
+      const auto erase = [&](auto& records) {
+        if (!records.empty()) {
+          records.erase(records.begin() + static_cast<std::ptrdiff_t>(at % records.size()));
+        }
+      };
+      for (ParamItem& item : ParamStore[section].Items) {
+        kind == 2 ? erase(item.NumRecords) : erase(item.TextRecords);
+      }
+    }
+  }
+}
+
+std::vector<std::int16_t> Numbers() {
+  std::vector<std::int16_t> numbers;
+  ForEachRecord(
+      ParamStore, [&](const ParamNumRecord& record) { numbers.push_back(record.Value); },
+      [](const ParamTextRecord&) {});
+  return numbers;
+}
+
+void CheckTables(FuzzPlatform& platform) {
+  const ParamLoaderScreen& window = *frmParamLoader;
+  const std::vector<std::int16_t> before = Numbers();
+  BuildTables();
+  RefreshAll();
+  Require(Numbers() == before, "showing the store does not change it");
+  Require(platform.boxes.Count() == 0, "showing the store tells nothing");
+  Require(window.fgrCh.Rows() == window.fgrCh.FixedRows + Profile.ChannelCount,
+          "the channel table has the model's channels");
+  Require(window.fgrOperationChSet.Rows() ==
+              window.fgrOperationChSet.FixedRows + Profile.OperationChannelCount,
+          "the operation table has the model's channels");
+  for (const Grid* grid : {&window.fgrCh, &window.fgrOperationChSet, &window.fgrConst, &window.fgrMess,
+                           &window.fgrUnit, &window.fgrGroup, &window.flxEMailTriggerSetting}) {
+    Require(grid->Redraw, "a table is drawn behind a fill");
+  }
+  for (const ListBox& list : window.lists) {
+    Require(list.index >= -1 && list.index < static_cast<int>(list.items.size()),
+            "a list shows one of its rows");
+  }
+}
+
+const SettingsField* FieldOf(std::string_view control) {
+  const auto fields = SettingsFields();
+  const auto found = std::find_if(fields.begin(), fields.end(),
+                                  [&](const SettingsField& field) { return field.control == control; });
+  return found == fields.end() ? nullptr : &*found;
+}
+
+void TypeAndLeave(TextField& field, std::u16string_view text) {
+  const SettingsField* behind = FieldOf(field.name);
+  Require(behind != nullptr, "every field stands for a record");
+  const ParamNumRecord* record = FindNumRecord(behind->section, behind->item, behind->tag);
+  const std::int16_t before = record == nullptr ? std::int16_t{0} : record->Value;
+  field.text = text;
+  if (field.onChange) {
+    field.onChange();
+  }
+  if (field.onLostFocus) {
+    field.onLostFocus();
+  }
+  if (record != nullptr && record->Value != before) {
+    Require(record->Value >= record->MinValue && record->Value <= record->MaxValue,
+            "what a user typed is within its limits");
+  }
+}
+
+// Rows and formulas of any number, as a screen behind a table may ask for them.
+void AskAnywhere(FuzzInput& input) {
+  const int number = input.Number16();
+  for (void (*fill)(int) : {FillChannelRow, FillOperationRow, FillConstantRow, FillMessageRow, FillUnitRow}) {
+    fill(number);
+  }
+  const bool operation = input.Flag();
+  const ChannelRow row = LookUpChannelRow(number, operation);
+  for (const ChannelColumn& column : ChannelCellColumns()) {
+    static_cast<void>(ChannelCellText(row, column));
+  }
+  static_cast<void>(ChannelShades(row));
+  const std::u16string text = FormulaText(number, input.Choice(5), input.Choice(6));
+  Require(MeasureTextWidth(text) >= 0, "a text has a width");
+  const std::int16_t packed = input.Number16();
+  const FormulaBytes bytes = FormulaSplit(packed);
+  Require(FormulaCompose(bytes.high, bytes.low) == packed, "a term is packed as it is unpacked");
+}
+
+void UserStep(FuzzInput& input, FuzzPlatform& platform) {
+  ParamLoaderScreen& window = *frmParamLoader;
+  switch (input.Choice(7)) {
+  case 0:
+  case 1: {
+    TextField& field = window.fields[input.Byte() % window.fields.size()];
+    TypeAndLeave(field, FromCodePage(input.ShortText()));
+    break;
+  }
+  case 2: {
+    ListBox& list = window.lists[input.Byte() % window.lists.size()];
+    SelectRow(list, input.Byte());
+    break;
+  }
+  case 3:
+    SelectPage(window.tbsParameter, input.Choice(PageCount));
+    break;
+  case 4:
+    platform.time.Advance(input.Byte());
+    break;
+  case 6:
+    AskAnywhere(input);
+    break;
+  default:
+    for (Control* control : window.controls) {
+      if (control->kind == ControlKind::Grid && control->onGotFocus) {
+        control->onGotFocus();
+      }
+    }
+    if (input.Choice(8) == 7) {
+      SelectRow(window.cmbType, input.Choice(2)); // another model, with a fresh store
+    }
+  }
+}
+
+void RunOne(FuzzInput input) {
+  FuzzPlatform& platform = OpenedPlatform();
+  platform.boxes.shown.clear();
+  const int model = input.Choice(8);
+  StartWithShippedStore((model & 1) != 0 ? "RUG" : "KOV");
+  if (model == 6) {
+    ModelCode = "DAX"; // one that the pages do not know
+  }
+  FillStore(input);
+  PatchStore(input);
+  DropFromStore(input);
+  CheckTables(platform);
+  for (int step = 0; step < 32 && !input.Empty(); ++step) {
+    UserStep(input, platform);
+  }
+  RequireSoundStore(ParamStore);
+  platform.time.Advance(100); // the guard of the field checks ends
+  Require(!WaitTimer2.Enabled, "the guard ends by itself");
+}
+
+} // namespace
+
+} // namespace loader::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  loader::fuzz::RunOne(loader::fuzz::FuzzInput(data, size));
+  return 0;
+}

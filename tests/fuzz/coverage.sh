@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# Tells what the fuzz targets reach of the code they are for, by functions and lines:
+#   tests/fuzz/coverage.sh BUILD_DIR [SECONDS]    (60 seconds of fuzzing for each target when nothing is said)
+# Builds the targets with clang's source coverage in BUILD_DIR, a folder of its own. Every line with its count
+# is in BUILD_DIR/coverage/TARGET.txt afterwards; a count of 0 is a rule that no input reached.
+# Needs llvm-profdata and llvm-cov, which come with clang.
+set -euo pipefail
+
+if [ $# -lt 1 ]; then
+  echo "usage: tests/fuzz/coverage.sh BUILD_DIR [SECONDS]" >&2
+  exit 2
+fi
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../.." && pwd)
+seconds=${2:-60}
+cmake -S "$root" --preset fuzz -B "$1" -DCMAKE_CXX_FLAGS="-fprofile-instr-generate -fcoverage-mapping" >/dev/null
+cmake --build "$1"
+build=$(cd "$1" && pwd)
+result=$build/coverage
+mkdir -p "$result"
+if [ -z "${TMPDIR:-}" ] && [ -w /dev/shm ]; then
+  export TMPDIR=/dev/shm
+fi
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# The code that each target is for.
+declare -A code=(
+  [initial_settings]="core/modFile.cpp core/modMain.cpp"
+  [parameter_file]="files/ParameterFile.cpp"
+  [loader_ini]="platform/PrivateProfile.cpp core/modIniReadWrite.cpp"
+  [code_page]="core/Text.cpp"
+  [block_text]="comm/ParameterTelegram.cpp"
+  [exchange]="comm/modComunication.cpp comm/modEthernet.cpp comm/modUsb.cpp comm/ModbusFrames.cpp"
+  [bulk_transfer]="comm/BulkRead.cpp comm/BulkWrite.cpp comm/ParameterTelegram.cpp comm/RecorderCheck.cpp
+                   comm/RecorderCommands.cpp comm/FlowCallbacks.cpp core/UserUnits.cpp"
+  [value_rules]="channel/modUtil.cpp channel/InputTypeRules.cpp"
+  [window_tables]="mainwindow/ParameterTables.cpp mainwindow/ChannelCells.cpp mainwindow/SettingsPages.cpp
+                   mainwindow/SettingsTables.cpp mainwindow/TableLayouts.cpp operation/Formula.cpp"
+)
+
+measure() {
+  local name=$1 source sources=()
+  for source in ${code[$name]}; do
+    sources+=("$root/$source")
+  done
+  local options=(-max_total_time="$seconds" -timeout=30 -artifact_prefix="$result/$name-")
+  if [ -f "$here/corpus/$name.dict" ]; then
+    options+=(-dict="$here/corpus/$name.dict")
+  fi
+  mkdir -p "$work/$name"
+  cp -r "$here/corpus/$name/." "$work/$name/"
+  LLVM_PROFILE_FILE="$work/$name.raw" \
+    "$build/bin/fuzz_$name" "${options[@]}" "$work/$name" >"$result/$name.log" 2>&1
+  llvm-profdata merge -o "$work/$name.data" "$work/$name.raw"
+  llvm-cov show "$build/bin/fuzz_$name" -instr-profile="$work/$name.data" "${sources[@]}" >"$result/$name.txt"
+  llvm-cov report "$build/bin/fuzz_$name" -instr-profile="$work/$name.data" "${sources[@]}" |
+    awk -v name="$name" '$1 == "TOTAL" {
+      printf "%-17s functions %3d of %3d, lines %4d of %4d (%s)\n", name, $5 - $6, $5, $8 - $9, $8, $10 }'
+}
+
+for name in $(printf '%s\n' "${!code[@]}" | sort); do
+  measure "$name"
+done
