@@ -1,6 +1,8 @@
 #include "core/modMain.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 #include "core/ModelProfile.h"
 #include "core/Text.h"
@@ -20,19 +22,43 @@ std::int32_t ModeCheckOff = 0;
 
 namespace {
 
-const ParamItem* ItemAt(StoreIndex sectionIndex, int itemNumber) {
+ParamItem* ItemAt(StoreIndex sectionIndex, int itemNumber) {
   if (sectionIndex >= ParamStore.size() || itemNumber < 0) {
     return nullptr;
   }
-  const std::vector<ParamItem>& items = ParamStore[sectionIndex].Items;
+  std::vector<ParamItem>& items = ParamStore[sectionIndex].Items;
   return static_cast<std::size_t>(itemNumber) < items.size() ? &items[static_cast<std::size_t>(itemNumber)]
                                                              : nullptr;
 }
 
+// Whether a padded name of the store is `sought`, which is trimmed.
+bool IsName(std::string_view padded, std::string_view sought) {
+  if (padded.starts_with(' ')) {
+    padded = Trim(padded);
+  }
+  if (!padded.empty() && !sought.empty() && padded.front() != sought.front()) {
+    return false; // the usual answer, without a call
+  }
+  return padded.starts_with(sought) && padded.find_first_not_of(' ', sought.size()) == std::string_view::npos;
+}
+
+// Four characters as one number: a whole read compares some hundred thousand tags, one after the other.
+std::uint32_t Packed(std::string_view fourCharacters) {
+  std::uint32_t packed = 0;
+  std::memcpy(&packed, fourCharacters.data(), sizeof packed);
+  return packed;
+}
+static_assert(TagWidth == sizeof(std::uint32_t));
+
 template <typename Record> StoreIndex IndexOfTag(const std::vector<Record>& records, std::string_view tag) {
   const std::string_view sought = Trim(tag);
+  std::array<char, TagWidth> padded{' ', ' ', ' ', ' '};
+  std::copy_n(sought.begin(), std::min(sought.size(), TagWidth), padded.begin());
+  const std::uint32_t wanted = Packed({padded.data(), padded.size()});
+  const bool fits = sought.size() <= TagWidth;
   const auto found = std::find_if(records.begin(), records.end(), [&](const Record& record) {
-    return Trim(std::string_view(record.Tag)) == sought;
+    const bool usual = record.Tag.size() == TagWidth && record.Tag.front() != ' ';
+    return usual ? fits && Packed(record.Tag) == wanted : IsName(record.Tag, sought);
   });
   return found == records.end() ? NotFound : static_cast<StoreIndex>(found - records.begin());
 }
@@ -41,9 +67,8 @@ template <typename Record> StoreIndex IndexOfTag(const std::vector<Record>& reco
 
 StoreIndex gFFindSection(std::string_view sectionCode) {
   const std::string_view sought = Trim(sectionCode);
-  const auto found = std::find_if(ParamStore.begin(), ParamStore.end(), [&](const ParamSection& section) {
-    return Trim(std::string_view(section.Code)) == sought;
-  });
+  const auto found = std::find_if(ParamStore.begin(), ParamStore.end(),
+                                  [&](const ParamSection& section) { return IsName(section.Code, sought); });
   return found == ParamStore.end() ? NotFound : static_cast<StoreIndex>(found - ParamStore.begin());
 }
 
@@ -59,12 +84,17 @@ StoreIndex gFFindTextTag(StoreIndex sectionIndex, int itemNumber, std::string_vi
 
 bool gFParamValue(std::string_view sectionCode, int itemNumber, std::string_view tag,
                   std::u16string_view value, ValueSlot slot) {
-  if (ParamTextRecord* text = FindTextRecord(sectionCode, itemNumber, tag)) {
-    SetText(*text, value, slot);
+  const StoreIndex section = gFFindSection(sectionCode);
+  ParamItem* item = ItemAt(section, itemNumber);
+  if (item == nullptr) {
+    return false;
+  }
+  if (const StoreIndex text = IndexOfTag(item->TextRecords, tag); text != NotFound) {
+    SetText(item->TextRecords[text], value, slot);
     return true;
   }
-  if (ParamNumRecord* number = FindNumRecord(sectionCode, itemNumber, tag)) {
-    SetNumber(*number, RequireInt16(value), slot);
+  if (const StoreIndex number = IndexOfTag(item->NumRecords, tag); number != NotFound) {
+    SetNumber(item->NumRecords[number], RequireInt16(value), slot);
     return true;
   }
   return false;
