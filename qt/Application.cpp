@@ -19,6 +19,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
+  ++eventsGiven_;
   if (refuses && receiver->isWidgetType() && refuses(*static_cast<QWidget*>(receiver), *event)) {
     return true;
   }

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QTranslator>
+#include <cstdint>
 #include <functional>
 
 namespace loader {
@@ -16,9 +17,13 @@ public:
   // before any event filter sees the press of a mouse button.
   std::function<bool(QWidget&, QEvent&)> refuses;
 
+  // How many events have been given out so far, to whomever.
+  [[nodiscard]] std::uint64_t EventsGiven() const { return eventsGiven_; }
+
   bool notify(QObject* receiver, QEvent* event) override;
 
 private:
+  std::uint64_t eventsGiven_ = 0;
   QTranslator translator_;
 };
 

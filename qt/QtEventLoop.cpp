@@ -4,13 +4,48 @@
 #include <QDateTime>
 #include <algorithm>
 
+#include "qt/Application.h"
 #include "qt/UserInterface.h"
 
 namespace loader {
 
-void QtEventLoop::DoEvents() {
+namespace {
+
+// 0 with an application that does not count them: then every event ends a wait.
+std::uint64_t EventsGiven() {
+  const auto* application = dynamic_cast<const Application*>(QCoreApplication::instance());
+  return application == nullptr ? 0 : application->EventsGiven();
+}
+
+} // namespace
+
+QtEventLoop::QtEventLoop(UserInterface& userInterface) : userInterface_(userInterface) {
+  later_.setSingleShot(true);
+  QObject::connect(&later_, &QTimer::timeout, &later_, [this] {
+    Show();
+    shownLater_ = true;
+  });
+}
+
+void QtEventLoop::Show() {
+  later_.stop();
   userInterface_.Refresh();
-  QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  sinceShown_.start();
+}
+
+void QtEventLoop::DoEvents() {
+  if (!sinceShown_.isValid() || sinceShown_.hasExpired(ShowEvery)) {
+    Show();
+  } else if (!later_.isActive()) {
+    later_.start(ShowEvery);
+  }
+  bool nothingElse = false;
+  do {
+    shownLater_ = false;
+    const std::uint64_t before = EventsGiven();
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    nothingElse = shownLater_ && EventsGiven() == before + 1;
+  } while (nothingElse);
 }
 
 QtTimers::Slot* QtTimers::SlotOf(const Timer* timer) const {

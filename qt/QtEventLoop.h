@@ -1,6 +1,7 @@
 // Event loop, timers and clock.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <memory>
 #include <vector>
@@ -11,14 +12,25 @@ namespace loader {
 
 class UserInterface;
 
+// A flow calls DoEvents for every few bytes of a reply and has mostly written nothing meanwhile, and looking
+// through all records of a window takes longer than the bytes. So what it has written is shown at once when
+// nothing was shown for a while, and otherwise within ShowEvery.
 class QtEventLoop final : public EventLoop {
 public:
-  explicit QtEventLoop(UserInterface& userInterface) : userInterface_(userInterface) {}
-  // Sleeps in the kernel until something comes. Shows first what the waiting flow has written so far.
+  static constexpr int ShowEvery = 50; // milliseconds: as often as the lamp blinks
+
+  explicit QtEventLoop(UserInterface& userInterface);
+  // Sleeps in the kernel until something comes. Showing what the waiting flow has written is nothing that
+  // comes.
   void DoEvents() override;
 
 private:
+  void Show();
+
   UserInterface& userInterface_;
+  QElapsedTimer sinceShown_; // by this loop
+  QTimer later_;
+  bool shownLater_ = false;
 };
 
 class QtTimers final : public Timers {

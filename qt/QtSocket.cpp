@@ -1,6 +1,9 @@
 #include "qt/QtSocket.h"
 
 #include <QNetworkProxy>
+#ifdef Q_OS_UNIX
+#include <sys/socket.h>
+#endif
 
 #include "platform/RunTimeFailure.h"
 #include "qt/QtText.h"
@@ -8,10 +11,31 @@
 
 namespace loader {
 
+namespace {
+
+// How many of the bytes the system takes right now; the rest is the socket's own business, and so is a
+// connection that has gone. A whole frame practically always goes at once, and the socket's own write would
+// turn a notifier on and off for it, which wakes the event loop twice.
+std::size_t SentAtOnce([[maybe_unused]] const QTcpSocket& socket,
+                       [[maybe_unused]] std::span<const std::uint8_t> bytes) {
+#ifdef Q_OS_UNIX
+  if (socket.bytesToWrite() == 0) {
+    const ssize_t sent =
+        ::send(static_cast<int>(socket.socketDescriptor()), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    return sent < 0 ? 0 : static_cast<std::size_t>(sent);
+  }
+#endif
+  return 0;
+}
+
+} // namespace
+
 QtSocket::QtSocket(UserInterface& userInterface, PortMap portMap) : portMap_(std::move(portMap)) {
   socket_.setProxy(QNetworkProxy::NoProxy); // the recorder is on the plant's own network
-  QObject::connect(&socket_, &QAbstractSocket::connected, &socket_,
-                   [this, &userInterface] { userInterface.Run(onConnect); });
+  QObject::connect(&socket_, &QAbstractSocket::connected, &socket_, [this, &userInterface] {
+    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1); // a request is one small frame
+    userInterface.Run(onConnect);
+  });
   QObject::connect(&socket_, &QAbstractSocket::errorOccurred, &socket_,
                    [this](QAbstractSocket::SocketError error) {
                      failed_ = error != QAbstractSocket::RemoteHostClosedError;
@@ -60,9 +84,15 @@ void QtSocket::Connect() {
 }
 
 void QtSocket::SendData(std::span<const std::uint8_t> bytes) {
-  const auto size = static_cast<qint64>(bytes.size());
-  if (socket_.state() != QAbstractSocket::ConnectedState ||
-      socket_.write(reinterpret_cast<const char*>(bytes.data()), size) != size) {
+  if (socket_.state() != QAbstractSocket::ConnectedState) {
+    throw RunTimeFailure("there is no connection");
+  }
+  const std::span<const std::uint8_t> rest = bytes.subspan(SentAtOnce(socket_, bytes));
+  const auto size = static_cast<qint64>(rest.size());
+  if (size == 0) {
+    return;
+  }
+  if (socket_.write(reinterpret_cast<const char*>(rest.data()), size) != size) {
     throw RunTimeFailure("there is no connection");
   }
   socket_.flush();

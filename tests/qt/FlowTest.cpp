@@ -52,6 +52,47 @@ TEST_F(Flow, AnEventThatArrivesWhileAFlowWaitsIsHandled) {
   EXPECT_TRUE(Find<QPushButton>("btnApply").isEnabled());
 }
 
+TEST_F(Flow, WhatAFlowWritesInTheMiddleOfItsWaitsIsShownThoughNothingElseHappens) {
+  ShowSample();
+  bool checked = false;
+  screen.btnApply.onClick = [&] {
+    bool first = false;
+    Soon([&] { first = true; });
+    while (!first) {
+      DoEvents(); // has just shown everything
+    }
+    screen.lblPlain.caption = u"written later";
+    QTimer::singleShot(4 * QtEventLoop::ShowEvery, [&] {
+      EXPECT_EQ(QStringLiteral("written later"), Find<QLabel>("lblPlain").text());
+      checked = true;
+    });
+    while (!checked) {
+      DoEvents();
+    }
+  };
+  Click(Find<QPushButton>("btnApply"));
+  EXPECT_TRUE(checked);
+}
+
+TEST_F(Flow, AWaitIsNotEndedByShowingThings) {
+  ShowSample();
+  const auto roundsOf = [](int milliseconds) {
+    int rounds = 0;
+    bool over = false;
+    QTimer::singleShot(milliseconds, [&] { over = true; });
+    while (!over) {
+      DoEvents();
+      ++rounds;
+    }
+    return rounds;
+  };
+  screen.btnApply.onClick = [&] {
+    roundsOf(2 * QtEventLoop::ShowEvery); // what opening the window has left to do
+    EXPECT_LE(roundsOf(6 * QtEventLoop::ShowEvery), 2);
+  };
+  Click(Find<QPushButton>("btnApply"));
+}
+
 TEST_F(Flow, ATimerHandlerIsShownAtOnce) {
   ShowSample();
   Timer lamp;
