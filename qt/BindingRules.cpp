@@ -8,6 +8,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <algorithm>
@@ -266,6 +267,24 @@ void ShowFrame(Binding& binding) {
   }
 }
 
+// Ctrl+Tab from wherever the keyboard is: some widgets keep the key from their page.
+void StepThroughPages(UserInterface& userInterface, Binding& binding, int key, int step) {
+  auto& pages = RecordOf<TabPages>(binding);
+  auto& tabs = WidgetAs<QTabWidget>(binding);
+  auto* shortcut = new QShortcut(QKeySequence(key), tabs.window());
+  QObject::connect(shortcut, &QShortcut::activated, &tabs, [&userInterface, &pages, &tabs, step] {
+    const int count = tabs.count();
+    for (int distance = 1; distance < count; ++distance) {
+      const int page = (tabs.currentIndex() + distance * step + distance * count) % count;
+      if (tabs.isTabVisible(page) && tabs.isTabEnabled(page)) {
+        userInterface.Act(
+            pages, [&] { pages.current = page; }, pages.onChange);
+        return;
+      }
+    }
+  });
+}
+
 void ListenToPages(UserInterface& userInterface, QObject& binder, Binding& binding) {
   auto& pages = RecordOf<TabPages>(binding);
   QObject::connect(&WidgetAs<QTabWidget>(binding), &QTabWidget::currentChanged, &binder,
@@ -273,6 +292,9 @@ void ListenToPages(UserInterface& userInterface, QObject& binder, Binding& bindi
                      userInterface.Act(
                          pages, [&] { pages.current = page; }, pages.onChange);
                    });
+  StepThroughPages(userInterface, binding, QKeyCombination(Qt::CTRL, Qt::Key_Tab).toCombined(), 1);
+  StepThroughPages(userInterface, binding,
+                   QKeyCombination(Qt::CTRL | Qt::SHIFT, Qt::Key_Backtab).toCombined(), -1);
 }
 
 void ShowPages(Binding& binding) {

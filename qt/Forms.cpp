@@ -2,7 +2,11 @@
 
 #include <QDialog>
 #include <QMainWindow>
+#include <QTabBar>
+#include <QTabWidget>
+#include <algorithm>
 #include <array>
+#include <vector>
 
 #include "ui_frmAbout.h"
 #include "ui_frmIPSetting.h"
@@ -18,10 +22,49 @@ namespace loader {
 
 namespace {
 
+// The widgets that the Tab key meets from `first` on, round to it again.
+std::vector<QWidget*> TabRound(QWidget& first) {
+  std::vector<QWidget*> round;
+  QWidget* widget = &first;
+  do {
+    if ((widget->focusPolicy() & Qt::TabFocus) != 0) {
+      round.push_back(widget);
+    }
+    widget = widget->nextInFocusChain();
+  } while (widget != &first);
+  return round;
+}
+
+// Setting the order of a form with pages, Qt 6.4 can close the pages' fields into a round of their own that
+// the Tab key neither enters nor leaves. They are tied behind the tabs again, in their order.
+void JoinTabRounds(QWidget& window) {
+  const auto* tabs = window.findChild<QTabWidget*>();
+  if (tabs == nullptr) {
+    return;
+  }
+  const std::vector<QWidget*> round = TabRound(*tabs->tabBar());
+  for (int page = 0; page < tabs->count(); ++page) {
+    for (QWidget* field : tabs->widget(page)->findChildren<QWidget*>()) {
+      const bool named = !field->objectName().isEmpty() && (field->focusPolicy() & Qt::TabFocus) != 0 &&
+                         !field->objectName().startsWith(QStringLiteral("qt_"));
+      if (!named || std::find(round.begin(), round.end(), field) != round.end()) {
+        continue;
+      }
+      QWidget* before = tabs->tabBar();
+      for (QWidget* next : TabRound(*field)) {
+        QWidget::setTabOrder(before, next);
+        before = next;
+      }
+      return;
+    }
+  }
+}
+
 template <typename Window, typename Form> std::unique_ptr<QWidget> Make() {
   auto window = std::make_unique<Window>();
   Form form;
   form.setupUi(window.get());
+  JoinTabRounds(*window);
   return window;
 }
 

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QTabBar>
+#include <QTabWidget>
 #include <algorithm>
 #include <exception>
 #include <utility>
@@ -111,6 +112,9 @@ void UserInterface::Act(Control& control, const std::function<void()>& take, con
     return;
   }
   const auto usable = [&] { return control.enabled && control.visible; };
+  if (ArrivedWithPage(control)) {
+    activeField_ = nullptr;
+  }
   // Only a field of the same screen is left by this; one of a screen behind waits.
   const bool leaves =
       activeField_ != nullptr && activeField_ != &control && &activeField_->screen == &control.screen;
@@ -183,6 +187,21 @@ void UserInterface::GiveFocuses() {
       activeField_ = static_cast<TextField*>(target);
     }
   }
+}
+
+// The pages tell of a change when it is done: a field that is seen then lies on the page that has come, and
+// has got the focus with it. To check it would turn the page away again from a user who comes back to mend
+// it.
+bool UserInterface::ArrivedWithPage(const Control& control) const {
+  if (control.kind != ControlKind::TabPages || activeField_ == nullptr) {
+    return false;
+  }
+  const Binder* binder = BinderOf(activeField_->screen);
+  const QWidget* field = binder == nullptr ? nullptr : binder->WidgetOf(*activeField_);
+  const auto* pages =
+      binder == nullptr ? nullptr : qobject_cast<const QTabWidget*>(binder->WidgetOf(control));
+  return field != nullptr && pages != nullptr && pages->isAncestorOf(field) && field->isVisible() &&
+         pages->currentIndex() != static_cast<const TabPages&>(control).current;
 }
 
 bool UserInterface::LeaveField() {

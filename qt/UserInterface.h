@@ -51,6 +51,7 @@ private:
   // The check of the active field. False when the check asked the focus back to the field.
   bool LeaveField();
   bool Check(TextField& field);
+  [[nodiscard]] bool ArrivedWithPage(const Control& control) const;
   void FocusSettled();
   void GiveFocuses();
   void RearmActiveField();

@@ -7,9 +7,6 @@
 #include <QPushButton>
 #include <QStyleOptionComboBox>
 #include <QTabWidget>
-#include <QTemporaryDir>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "comm/frmIPSetting.h"
@@ -19,6 +16,7 @@
 #include "mainwindow/frmParamLoader.h"
 #include "qt/GridView.h"
 #include "qt/QtPlatform.h"
+#include "tests/qt/MainWindowFixture.h"
 #include "tests/qt/SampleForms.h"
 
 namespace loader::test {
@@ -133,23 +131,10 @@ void ExpectReadingOrder(QWidget& window, const std::string& where) {
   }
 }
 
-struct ScreenWalk : testing::Test {
-  QTemporaryDir folder;
+struct ScreenWalk : MainWindowTest {
   QFont font = QApplication::font();
-  std::unique_ptr<QtPlatform> platform;
 
   ~ScreenWalk() override { QApplication::setFont(font); }
-  void Start(const char* model) {
-    const std::filesystem::path program = folder.path().toStdString();
-    std::filesystem::copy_file(std::filesystem::path(LOADER_DATA_DIR) / "InitSet.Ini",
-                               program / "InitSet.Ini");
-    std::ofstream(program / "LOADER.INI") << "[LOADER]\r\nTYPE=" << model << "\r\n";
-    platform = std::make_unique<QtPlatform>(
-        QtPlatformOptions{.programFolder = program, .makeForm = MakeForm, .portMap = {}});
-    ASSERT_TRUE(Main(OpenMainWindow));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window()));
-  }
-  QWidget& Window() { return *platform->screens.WindowOf(*frmParamLoader); }
   void EnlargeFont(double factor) {
     QFont large = font;
     large.setPointSizeF(font.pointSizeF() * factor);

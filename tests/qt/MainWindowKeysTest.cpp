@@ -1,0 +1,124 @@
+// The main window by the keyboard, and what a refused field does that turns the page.
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <set>
+
+#include "channel/modUtil.h"
+#include "core/TextTable.h"
+#include "tests/qt/Boxes.h"
+#include "tests/qt/MainWindowFixture.h"
+
+namespace loader::test {
+namespace {
+
+struct MainWindowKeys : MainWindowTest {
+  Boxes boxes;
+
+  void TearDown() override { StopTimer(WaitTimer2); }
+  QTabWidget& Pages() { return Find<QTabWidget>("tbsParameter"); }
+  void ClickTab(int page) {
+    QTabBar& bar = *Pages().tabBar();
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.tabRect(page).center());
+  }
+  void TypeWrongValue(const char* field) {
+    auto& edit = Find<QLineEdit>(field);
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClicks(&edit, QStringLiteral("bad"));
+  }
+  void GuardEnds() {
+    while (WaitTimer2.Enabled) {
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+  }
+};
+
+TEST_F(MainWindowKeys, TheTabKeyGoesRoundTheWholeWindowOnEveryPage) {
+  Start("0");
+  for (int page = 0; page < Pages().count(); ++page) {
+    Pages().setCurrentIndex(page);
+    auto& start = Find<QComboBox>("cmbType");
+    start.setFocus();
+    std::set<QWidget*> met;
+    constexpr int MoreThanThereAre = 200;
+    for (int step = 0; step < MoreThanThereAre; ++step) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      met.insert(QApplication::focusWidget());
+      if (QApplication::focusWidget() == &start) {
+        break;
+      }
+    }
+    EXPECT_TRUE(met.contains(&start)) << "page " << page << ": the round does not close";
+    for (QWidget* widget : Window().findChildren<QWidget*>()) {
+      const bool field =
+          qobject_cast<QLineEdit*>(widget) != nullptr || qobject_cast<QComboBox*>(widget) != nullptr;
+      if (field && widget->isVisible() && widget->isEnabled() &&
+          (widget->focusPolicy() & Qt::TabFocus) != 0) {
+        EXPECT_TRUE(met.contains(widget)) << "page " << page << ": " << widget->objectName().toStdString();
+      }
+    }
+  }
+}
+
+TEST_F(MainWindowKeys, CtrlTabTurnsThePagesFromAListToo) {
+  Start("0");
+  ClickTab(RecorderPage);
+  auto& list = Find<QComboBox>("cmbMainSample");
+  ASSERT_TRUE(list.hasFocus());
+  QTest::keyClick(&list, Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(DisplayPage, Pages().currentIndex());
+  EXPECT_EQ(DisplayPage, frmParamLoader->tbsParameter.current);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(RecorderPage, Pages().currentIndex());
+}
+
+TEST_F(MainWindowKeys, CtrlTabOutOfAWrongFieldTellsOnce) {
+  Start("0");
+  ClickTab(RecorderPage);
+  TypeWrongValue("txtAlarmHist");
+  boxes.Expect(std::u16string(LoadText(62200)));
+  QTest::keyClick(&Find<QLineEdit>("txtAlarmHist"), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(RecorderPage, Pages().currentIndex());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QLineEdit>("txtAlarmHist").hasFocus(); }));
+}
+
+// A refusal in a timer field turns to the page of the recorder's settings, though the field lies on another
+// one.
+TEST_F(MainWindowKeys, AFieldWhosePageWasTurnedAwayCanBeComeBackToAndMended) {
+  Start("0");
+  ClickTab(OperationPage);
+  TypeWrongValue("txtHPLP");
+  boxes.Expect(std::u16string(LoadText(62200)));
+  ClickTab(DisplayPage);
+  ASSERT_EQ(RecorderPage, Pages().currentIndex());
+  GuardEnds();
+
+  ClickTab(OperationPage);
+  ASSERT_EQ(OperationPage, Pages().currentIndex());
+  EXPECT_EQ(1, boxes.Shown());
+  auto& field = Find<QLineEdit>("txtHPLP");
+  field.setFocus();
+  field.selectAll();
+  QTest::keyClicks(&field, QStringLiteral("7"));
+  ClickTab(DisplayPage);
+  EXPECT_EQ(DisplayPage, Pages().currentIndex());
+  EXPECT_EQ(7, NumValue("E", 0, "TIMH"));
+}
+
+TEST_F(MainWindowKeys, TheStationNumberTooCanBeComeBackTo) {
+  Start("0");
+  ClickTab(RecorderPage);
+  TypeWrongValue("txtStationNo");
+  boxes.Expect(std::u16string(LoadText(62200)));
+  ClickTab(ChannelPage);
+  ASSERT_EQ(EthernetPage, Pages().currentIndex());
+  GuardEnds();
+  ClickTab(RecorderPage);
+  EXPECT_EQ(RecorderPage, Pages().currentIndex());
+  EXPECT_EQ(1, boxes.Shown());
+}
+
+} // namespace
+} // namespace loader::test
