@@ -299,9 +299,15 @@ FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow) {
   }
   constexpr int LampMilliseconds = 50;
   FlowCallbacks callbacks;
-  callbacks.setControlsEnabled = [controls](bool enabled) {
+  const std::array<Control*, 4> fileCommands{&window.smenuOpen, &window.smenuOverWrite,
+                                             &window.smenuTextWrite, &window.V(1)};
+  callbacks.setControlsEnabled = [controls, fileCommands](bool enabled) {
     for (Control* control : controls) {
       control->enabled = enabled;
+    }
+    // The file commands look as they are: not offered during an exchange.
+    for (Control* command : fileCommands) {
+      command->enabled = enabled;
     }
   };
   // Stopping the lamp leaves its last colour standing.
