@@ -187,7 +187,9 @@ void AskAnywhere(FuzzInput& input) {
     static_cast<void>(ChannelCellText(row, column));
   }
   static_cast<void>(ChannelShades(row));
-  const std::u16string text = FormulaText(number, input.Choice(5), input.Choice(6));
+  const int mode = input.Choice(5);
+  const int formula = input.Choice(6);
+  const std::u16string text = FormulaText(number, mode, formula);
   Require(MeasureTextWidth(text) >= 0, "a text has a width");
   const std::int16_t packed = input.Number16();
   const FormulaBytes bytes = FormulaSplit(packed);

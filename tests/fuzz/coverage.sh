@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Tells what the fuzz targets reach of the code they are for, by functions and lines:
+# Tells what the fuzz targets reach of the code they are for, each alone and all together, by functions and lines:
 #   tests/fuzz/coverage.sh BUILD_DIR [SECONDS]    (60 seconds of fuzzing for each target when nothing is said)
 # Builds the targets with clang's source coverage in BUILD_DIR, a folder of its own. Every line with its count
 # is in BUILD_DIR/coverage/TARGET.txt afterwards; a count of 0 is a rule that no input reached.
@@ -26,7 +26,7 @@ trap 'rm -rf "$work"' EXIT
 
 # The code that each target is for.
 declare -A code=(
-  [initial_settings]="core/modFile.cpp core/modMain.cpp"
+  [initial_settings]="core/modFile.cpp"
   [parameter_file]="files/ParameterFile.cpp"
   [loader_ini]="platform/PrivateProfile.cpp core/modIniReadWrite.cpp"
   [code_page]="core/Text.cpp"
@@ -39,12 +39,30 @@ declare -A code=(
                    mainwindow/SettingsTables.cpp mainwindow/TableLayouts.cpp operation/Formula.cpp"
 )
 
-measure() {
-  local name=$1 source sources=()
+# report NAME PROFILE OBJECTS... -- SOURCES...
+report() {
+  local name=$1 profile=$2
+  shift 2
+  local objects=("$1")
+  shift
+  while [ "$1" != -- ]; do
+    objects+=(-object "$1")
+    shift
+  done
+  shift
+  llvm-cov show "${objects[@]}" -instr-profile="$profile" "$@" >"$result/$name.txt"
+  llvm-cov report "${objects[@]}" -instr-profile="$profile" "$@" | awk -v name="$name" '$1 == "TOTAL" {
+    printf "%-17s functions %3d of %3d, lines %4d of %4d (%s)\n", name, $5 - $6, $5, $8 - $9, $8, $10 }'
+}
+
+all_sources=()
+all_programs=()
+for name in $(printf '%s\n' "${!code[@]}" | sort); do
+  sources=()
   for source in ${code[$name]}; do
     sources+=("$root/$source")
   done
-  local options=(-max_total_time="$seconds" -timeout=30 -artifact_prefix="$result/$name-")
+  options=(-max_total_time="$seconds" -timeout=30 -artifact_prefix="$result/$name-")
   if [ -f "$here/corpus/$name.dict" ]; then
     options+=(-dict="$here/corpus/$name.dict")
   fi
@@ -53,12 +71,11 @@ measure() {
   LLVM_PROFILE_FILE="$work/$name.raw" \
     "$build/bin/fuzz_$name" "${options[@]}" "$work/$name" >"$result/$name.log" 2>&1
   llvm-profdata merge -o "$work/$name.data" "$work/$name.raw"
-  llvm-cov show "$build/bin/fuzz_$name" -instr-profile="$work/$name.data" "${sources[@]}" >"$result/$name.txt"
-  llvm-cov report "$build/bin/fuzz_$name" -instr-profile="$work/$name.data" "${sources[@]}" |
-    awk -v name="$name" '$1 == "TOTAL" {
-      printf "%-17s functions %3d of %3d, lines %4d of %4d (%s)\n", name, $5 - $6, $5, $8 - $9, $8, $10 }'
-}
-
-for name in $(printf '%s\n' "${!code[@]}" | sort); do
-  measure "$name"
+  report "$name" "$work/$name.data" "$build/bin/fuzz_$name" -- "${sources[@]}"
+  all_sources+=("${sources[@]}")
+  all_programs+=("$build/bin/fuzz_$name")
 done
+llvm-profdata merge -o "$work/all.data" "$work"/*.data
+# Each program has its own helpers of the same names, which the merged profile cannot tell apart: not of interest.
+mapfile -t all_sources < <(printf '%s\n' "${all_sources[@]}" "$root/core/modMain.cpp" | sort -u)
+report together "$work/all.data" "${all_programs[@]}" -- "${all_sources[@]}" 2> >(grep -v "mismatched data" >&2)
