@@ -7,6 +7,9 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
+# What one clone has compiled serves every other.
+export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+
 preset=${LOADER_PRESET:-release}
 ./scripts/setup.sh
 cmake --preset "$preset" >/dev/null
