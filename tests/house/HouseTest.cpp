@@ -1,4 +1,5 @@
-// The rules of the house, checked on the source tree and on this very process, which links every layer of the logic.
+// The rules of the house, checked on the source tree and on this very process, which links every layer of the
+// logic.
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -16,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path Root = LOADER_SOURCE_DIR;
-const std::set<std::string> LogicFolders{"core",   "files",      "comm",    "channel",    "operation",
+const std::set<std::string> LogicFolders{"core",    "files",      "comm",       "channel", "operation",
                                          "dialogs", "mainwindow", "conversion", "platform"};
 
 struct Source {
@@ -33,9 +34,9 @@ std::string BetweenMarks(const std::string& line, std::size_t start) {
 
 std::vector<Source> AllSources() {
   std::vector<Source> sources;
-  const std::array<std::string, 15> folders{"app",        "core", "files",     "comm",     "channel",
-                                            "operation",  "qt",   "mainwindow", "dialogs", "conversion",
-                                            "platform",   "simulator", "tests", "bench",    "tools"};
+  const std::array<std::string, 15> folders{"app",       "core",      "files",      "comm",    "channel",
+                                            "operation", "qt",        "mainwindow", "dialogs", "conversion",
+                                            "platform",  "simulator", "tests",      "bench",   "tools"};
   for (const std::string& folder : folders) {
     if (!fs::exists(Root / folder)) {
       continue;
@@ -61,9 +62,13 @@ std::vector<Source> AllSources() {
   return sources;
 }
 
-std::string FolderOf(const fs::path& path) { return path.begin()->string(); }
+std::string FolderOf(const fs::path& path) {
+  return path.begin()->string();
+}
 
-TEST(House, TheSourceTreeIsFound) { EXPECT_GT(AllSources().size(), 60U) << Root; }
+TEST(House, TheSourceTreeIsFound) {
+  EXPECT_GT(AllSources().size(), 60U) << Root;
+}
 
 TEST(House, TheLogicIncludesNoQtHeader) {
   for (const Source& source : AllSources()) {
