@@ -76,6 +76,6 @@ for name in $(printf '%s\n' "${!code[@]}" | sort); do
   all_programs+=("$build/bin/fuzz_$name")
 done
 llvm-profdata merge -o "$work/all.data" "$work"/*.data
-# Each program has its own helpers of the same names, which the merged profile cannot tell apart: not of interest.
+# Each program has its own functions of the same names, which the merged profile cannot tell apart: not of interest.
 mapfile -t all_sources < <(printf '%s\n' "${all_sources[@]}" "$root/core/modMain.cpp" | sort -u)
 report together "$work/all.data" "${all_programs[@]}" -- "${all_sources[@]}" 2> >(grep -v "mismatched data" >&2)
