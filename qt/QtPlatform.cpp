@@ -17,7 +17,7 @@ std::filesystem::path FolderOf(const std::filesystem::path& wanted) {
 
 QtPlatform::QtPlatform(QtPlatformOptions options)
     : programFolder_(FolderOf(options.programFolder)), screens(userInterface, std::move(options.makeForm)),
-      serial(programFolder_), socket(userInterface, std::move(options.portMap)),
+      serial(programFolder_), socket(std::move(options.portMap)),
       usb(programFolder_), platform{.boxes = boxes,
                                     .fileDialogs = fileDialogs,
                                     .screens = screens,

@@ -7,7 +7,6 @@
 
 #include "platform/RunTimeFailure.h"
 #include "qt/QtText.h"
-#include "qt/UserInterface.h"
 
 namespace loader {
 
@@ -30,11 +29,13 @@ std::size_t SentAtOnce([[maybe_unused]] const QTcpSocket& socket,
 
 } // namespace
 
-QtSocket::QtSocket(UserInterface& userInterface, PortMap portMap) : portMap_(std::move(portMap)) {
+QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
   socket_.setProxy(QNetworkProxy::NoProxy); // the recorder is on the plant's own network
-  QObject::connect(&socket_, &QAbstractSocket::connected, &socket_, [this, &userInterface] {
+  QObject::connect(&socket_, &QAbstractSocket::connected, &socket_, [this] {
     socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1); // a request is one small frame
-    userInterface.Run(onConnect);
+    if (onConnect) {
+      onConnect(); // tells the link layer and writes no record: there is nothing to show
+    }
   });
   QObject::connect(&socket_, &QAbstractSocket::errorOccurred, &socket_,
                    [this](QAbstractSocket::SocketError error) {

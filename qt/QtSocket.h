@@ -8,14 +8,12 @@
 
 namespace loader {
 
-class UserInterface;
-
 // Which port is really connected to for a remote port; tests reach a server on a free port by it.
 using PortMap = std::function<int(int)>;
 
 class QtSocket final : public SocketControl {
 public:
-  explicit QtSocket(UserInterface& userInterface, PortMap portMap = {});
+  explicit QtSocket(PortMap portMap = {});
 
   // 0 closed, 4 the host is looked up, 6 connecting, 7 connected, 8 closed by the other end, 9 failed. All
   // but 0 last until Close.
