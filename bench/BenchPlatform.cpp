@@ -1,0 +1,118 @@
+#include "bench/BenchPlatform.h"
+
+#include <sys/resource.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+
+#include "core/modMain.h"
+#include "mainwindow/frmParamLoader.h"
+
+namespace loader::bench {
+
+namespace fs = std::filesystem;
+
+double Median(std::vector<double> values) {
+  if (values.empty()) {
+    throw std::logic_error("a median of nothing");
+  }
+  std::sort(values.begin(), values.end());
+  const std::size_t middle = values.size() / 2;
+  return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+double LowestTenth(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values.at(values.size() / 10);
+}
+
+double Milliseconds(const std::function<void()>& work) {
+  constexpr double NanosecondsInOne = 1e6;
+  QElapsedTimer elapsed;
+  elapsed.start();
+  work();
+  return static_cast<double>(elapsed.nsecsElapsed()) / NanosecondsInOne;
+}
+
+double ProcessorMilliseconds() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  const auto milliseconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+  };
+  return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+}
+
+BoxAnswer QuietBoxes::Show(std::u16string_view text, BoxButtons /*buttons*/, BoxIcon /*icon*/,
+                           std::u16string_view /*title*/) {
+  shown.emplace_back(text);
+  return BoxAnswer::Ok;
+}
+
+RecorderProcess::RecorderProcess(const std::vector<std::string>& arguments) {
+  QStringList words;
+  for (const std::string& argument : arguments) {
+    words << QString::fromStdString(argument);
+  }
+  process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/recorder-sim"), words);
+  constexpr int Patience = 10000;
+  if (!process_.waitForStarted() || !process_.waitForReadyRead(Patience)) {
+    throw std::runtime_error("recorder-sim does not start");
+  }
+  const QString line = QString::fromUtf8(process_.readLine()).trimmed();
+  port_ = line.section(u':', -1).toInt(); // 0 of a pseudo-terminal
+}
+
+RecorderProcess::~RecorderProcess() {
+  process_.terminate();
+  process_.waitForFinished();
+}
+
+BenchPlatform::BenchPlatform()
+    : qt({.programFolder = Folder(), .makeForm = MakeForm, .portMap = [this](int) { return tcpPort; }}),
+      platform{.boxes = boxes,
+               .fileDialogs = qt.fileDialogs,
+               .screens = qt.screens,
+               .timers = qt.timers,
+               .eventLoop = qt.eventLoop,
+               .clock = qt.clock,
+               .MSComm1 = qt.serial,
+               .winSock = qt.socket,
+               .USBOCX1 = qt.usb,
+               .programFolder = Folder()} {
+  const fs::path data = QCoreApplication::applicationDirPath().toStdString();
+  fs::copy_file(data / "InitSet.Ini", Folder() / "InitSet.Ini");
+  SetPlatform(&platform);
+}
+
+void BenchPlatform::Start(std::string_view model, bool withWindow) {
+  std::ofstream(Folder() / "LOADER.INI", std::ios::binary)
+      << "[LOADER]\r\nTYPE=" << (model == "RUG" ? 1 : 0)
+      << "\r\nCOMMUNICATION=1\r\nCOM=0\r\nSTNO=1\r\nIP=127.0.0.1\r\n";
+  if (!Main([withWindow] {
+        if (withWindow) {
+          OpenMainWindow();
+        }
+      })) {
+    throw std::runtime_error("the program does not start");
+  }
+  Settle();
+}
+
+void BenchPlatform::CloseWindow() {
+  if (frmParamLoader) {
+    qt.screens.Close(*frmParamLoader);
+    Settle();
+  }
+}
+
+void BenchPlatform::Settle() {
+  qt.userInterface.Refresh();
+  QCoreApplication::processEvents();
+}
+
+} // namespace loader::bench

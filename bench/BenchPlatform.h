@@ -1,0 +1,67 @@
+// What the benches share: the program's own platform with boxes that answer themselves, a recorder of its own
+// process, and plain statistics.
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "qt/QtPlatform.h"
+
+namespace loader::bench {
+
+[[nodiscard]] double Median(std::vector<double> values);
+// The value that one in ten lies below: what the work takes while nobody else wants the processor.
+[[nodiscard]] double LowestTenth(std::vector<double> values);
+// Wall clock time of a piece of work in milliseconds.
+[[nodiscard]] double Milliseconds(const std::function<void()>& work);
+// Processor time of this process so far, user and system, in milliseconds.
+[[nodiscard]] double ProcessorMilliseconds();
+
+// Every box is answered with OK; which ones came is kept.
+class QuietBoxes final : public MessageBoxes {
+public:
+  BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon,
+                 std::u16string_view title) override;
+  std::vector<std::u16string> shown;
+};
+
+// recorder-sim, from the folder of this program.
+class RecorderProcess {
+public:
+  // std::runtime_error when it doesn't start.
+  explicit RecorderProcess(const std::vector<std::string>& arguments);
+  ~RecorderProcess();
+  [[nodiscard]] int Port() const { return port_; } // of its TCP line
+
+private:
+  QProcess process_;
+  int port_ = 0;
+};
+
+// The program's platform on a program folder of its own, with the model's store.
+class BenchPlatform {
+public:
+  BenchPlatform();
+  // Starts the program for the model, with or without its window.
+  void Start(std::string_view model, bool withWindow);
+  void CloseWindow();
+  // Everything that is waiting in the event loop is done.
+  void Settle();
+
+  [[nodiscard]] std::filesystem::path Folder() const { return folder_.path().toStdString(); }
+
+private:
+  QTemporaryDir folder_;
+
+public:
+  int tcpPort = 0;
+  QtPlatform qt;
+  QuietBoxes boxes;
+  Platform platform;
+};
+
+} // namespace loader::bench
