@@ -391,7 +391,8 @@ void FillGroupTable() {
 void FillMailTriggerTable() {
   Grid& grid = frmParamLoader->flxEMailTriggerSetting;
   const DrawingOff off(grid);
-  for (int item = 0; item < ItemCountOf("X") && RowExists(grid, grid.FixedRows + item); ++item) {
+  const int triggers = ItemCountOf("X");
+  for (int item = 0; item < triggers && RowExists(grid, grid.FixedRows + item); ++item) {
     FillMailTriggerRow(grid, item);
   }
 }

@@ -8,6 +8,7 @@
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modMain.h"
+#include "mainwindow/ChannelCells.h"
 #include "mainwindow/frmParamLoader.h"
 
 namespace loader {
@@ -148,16 +149,11 @@ void TieField(ParamLoaderScreen& window, const SettingsField& field) {
   }
 }
 
-// A list shows the stored row; one that the list does not hold leaves it with its previous selection.
-void ShowInList(ListBox& list, long row) {
-  SelectRow(list, row);
-}
-
 void FillField(const ParamLoaderScreen& window, const SettingsField& field) {
   switch (field.shape) {
   case FieldShape::List:
     if (const ParamNumRecord* record = NumRecordOf(field)) {
-      ShowInList(ListNamed(window, field.control), record->Value);
+      SelectRow(ListNamed(window, field.control), record->Value);
     }
     break;
   case FieldShape::Time:
@@ -225,12 +221,10 @@ std::array<std::u16string, 5> TodayPatterns() {
 }
 
 void FillExternalInputs(ListBox& list) {
-  constexpr int ListDIs = 16;
   constexpr int AlarmsOfChannel = 4;
   const int alarms = AlarmsOfChannel * (Profile.ChannelCount + Profile.OperationChannelCount);
   for (int n = 0; n < Profile.DigitalInputCount + alarms; ++n) {
-    const int entry = n < Profile.DigitalInputCount ? n : ListDIs + (n - Profile.DigitalInputCount);
-    if (const std::u16string* text = CatalogueEntry(AlarmSourceList, entry)) {
+    if (const std::u16string* text = CatalogueEntry(AlarmSourceList, ExternalInputEntry(n))) {
       AddItem(list, *text);
     }
   }
