@@ -1,10 +1,12 @@
 #include "core/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <iconv.h>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 
 namespace loader {
 
@@ -24,22 +26,34 @@ struct CodePageTables {
   std::array<std::uint16_t, 0x10000> back{}; // by character: one byte, or lead byte * 256 + trail byte
 };
 
-// One code, decoded by the system's converter; NoCharacter when it has none in the 16-bit range.
-char16_t DecodeOne(iconv_t converter, const char* bytes, std::size_t count) {
-  iconv(converter, nullptr, nullptr, nullptr, nullptr);
-  std::array<char, 8> in{};
-  std::copy(bytes, bytes + count, in.begin());
-  std::array<char, 16> out{};
-  char* inAt = in.data();
-  char* outAt = out.data();
-  std::size_t inLeft = count;
-  std::size_t outLeft = out.size();
-  if (iconv(converter, &inAt, &inLeft, &outAt, &outLeft) == static_cast<std::size_t>(-1) || inLeft != 0 ||
-      out.size() - outLeft != 2) {
-    return NoCharacter;
+// `codes` (each `width` bytes long) decoded by the system's converter, one character each; NoCharacter where it
+// has none in the 16-bit range. All in one go: the converter's own start costs more than a code.
+std::u16string DecodeEach(iconv_t converter, std::string codes, std::size_t width) {
+  std::u16string characters(codes.size() / width, NoCharacter);
+  std::string out(codes.size() * 4, '\0');
+  char* inAt = codes.data();
+  std::size_t inLeft = codes.size();
+  while (inLeft > 0) {
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    const std::size_t first = (codes.size() - inLeft) / width;
+    char* outAt = out.data();
+    std::size_t outLeft = out.size();
+    const bool whole = iconv(converter, &inAt, &inLeft, &outAt, &outLeft) != static_cast<std::size_t>(-1);
+    const std::size_t decoded = (codes.size() - inLeft) / width - first;
+    if (out.size() - outLeft != decoded * 2) {
+      throw std::runtime_error("the system's converter for code page 932 decodes in another shape");
+    }
+    for (std::size_t i = 0; i < decoded; ++i) {
+      const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(out[at]); };
+      characters[first + i] = static_cast<char16_t>(byte(2 * i) | byte(2 * i + 1) << 8);
+    }
+    if (!whole) { // the code it stands at has no character
+      const std::size_t skipped = std::min(width, inLeft);
+      inAt += skipped;
+      inLeft -= skipped;
+    }
   }
-  return static_cast<char16_t>(static_cast<unsigned char>(out[0]) |
-                               (static_cast<unsigned char>(out[1]) << 8));
+  return characters;
 }
 
 // The code that the converter gives a character, 0 when it has none.
@@ -104,17 +118,33 @@ std::unique_ptr<const CodePageTables> BuildTables() {
   if (decode == reinterpret_cast<iconv_t>(-1) || encode == reinterpret_cast<iconv_t>(-1)) {
     throw std::runtime_error("the system has no converter for code page 932");
   }
+  // ASCII stands for itself, the backslash included.
+  std::string highBytes;
   for (unsigned code = 1; code < 256; ++code) {
-    const char byte = static_cast<char>(code);
-    // ASCII stands for itself, the backslash included.
-    tables->single[code] = code < 0x80                                    ? static_cast<char16_t>(code)
-                           : IsLeadByte(static_cast<unsigned char>(code)) ? NoCharacter
-                                                                          : DecodeOne(decode, &byte, 1);
+    const auto byte = static_cast<unsigned char>(code);
+    if (code < 0x80) {
+      tables->single[code] = static_cast<char16_t>(code);
+    } else if (!IsLeadByte(byte)) {
+      highBytes.push_back(static_cast<char>(byte));
+    }
+  }
+  const std::u16string highCharacters = DecodeEach(decode, highBytes, 1);
+  for (std::size_t i = 0; i < highBytes.size(); ++i) {
+    tables->single[static_cast<unsigned char>(highBytes[i])] = highCharacters[i];
   }
   for (unsigned lead = 0x81; lead <= 0xFC; ++lead) {
-    for (unsigned trail = 0x40; IsLeadByte(static_cast<unsigned char>(lead)) && trail <= 0xFC; ++trail) {
-      const std::array<char, 2> bytes{static_cast<char>(lead), static_cast<char>(trail)};
-      tables->pair[lead * 256 + trail] = trail == 0x7F ? NoCharacter : DecodeOne(decode, bytes.data(), 2);
+    if (!IsLeadByte(static_cast<unsigned char>(lead))) {
+      continue;
+    }
+    std::string row;
+    for (unsigned trail = 0x40; trail <= 0xFC; ++trail) {
+      if (trail != 0x7F) {
+        row += {static_cast<char>(lead), static_cast<char>(trail)};
+      }
+    }
+    const std::u16string characters = DecodeEach(decode, row, 2);
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+      tables->pair[lead * 256 + static_cast<unsigned char>(row[2 * i + 1])] = characters[i];
     }
   }
   for (const PairOverride& entry : SingleOverrides) {
@@ -123,17 +153,22 @@ std::unique_ptr<const CodePageTables> BuildTables() {
   for (const PairOverride& entry : PairOverrides) {
     tables->pair[entry.code] = entry.character;
   }
-  // The way back: the converter's choice where it agrees with the way in (several codes share a character),
-  // else the first code that decodes to the character.
+  // The way back. Of several codes that share a character the converter's choice, where it agrees with the
+  // way in, else the first.
   for (unsigned code = 0; code < 0x10000; ++code) {
     const char16_t character = code < 256 ? tables->single[code] : tables->pair[code];
-    if (character == NoCharacter || tables->back[character] != 0) {
+    if (character == NoCharacter) {
+      continue;
+    }
+    std::uint16_t& back = tables->back[character];
+    if (back == 0) {
+      back = static_cast<std::uint16_t>(code);
       continue;
     }
     const std::uint16_t preferred = EncodeOne(encode, character);
     const bool agrees =
         preferred < 256 ? tables->single[preferred] == character : tables->pair[preferred] == character;
-    tables->back[character] = preferred != 0 && agrees ? preferred : static_cast<std::uint16_t>(code);
+    back = preferred != 0 && agrees ? preferred : back;
   }
   for (const PairOverride& entry : EncodedAlike) {
     if (tables->back[entry.character] == 0) {
@@ -145,7 +180,7 @@ std::unique_ptr<const CodePageTables> BuildTables() {
   return tables;
 }
 
-// Built at the first use: a program that shows only its window never needs it.
+// Built at the first text that isn't plain ASCII.
 const CodePageTables& Tables() {
   static const std::unique_ptr<const CodePageTables> tables = BuildTables();
   return *tables;
@@ -207,9 +242,16 @@ void AppendUtf8(std::string& out, char32_t code) {
 
 constexpr char32_t ReplacementCharacter = 0xFFFD;
 
+template <typename Text> bool IsAscii(const Text& text) {
+  return std::all_of(text.begin(), text.end(), [](auto unit) { return unit >= 0 && unit < 0x80; });
+}
+
 } // namespace
 
 std::string ToCodePage(std::u16string_view text) {
+  if (IsAscii(text)) {
+    return {text.begin(), text.end()};
+  }
   const CodePageTables& tables = Tables();
   std::string bytes;
   bytes.reserve(text.size());
@@ -237,6 +279,9 @@ std::string ToCodePage(std::u16string_view text) {
 }
 
 std::u16string FromCodePage(std::string_view bytes) {
+  if (IsAscii(bytes)) {
+    return {bytes.begin(), bytes.end()};
+  }
   const CodePageTables& tables = Tables();
   std::u16string text;
   text.reserve(bytes.size());
