@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QHash>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -12,6 +13,8 @@
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
+#include <algorithm>
+#include <memory>
 #include <stdexcept>
 
 #include "qt/BindingRules.h"
@@ -22,18 +25,17 @@ namespace loader {
 
 namespace {
 
-// The object of the form that carries the name and can show the kind. Widgets of Qt's own making (a view
-// inside a list) carry names of their own and never match.
-QObject* FindObject(QWidget& window, const QString& name) {
-  if (window.objectName() == name) {
-    return &window;
-  }
-  for (QObject* candidate : window.findChildren<QObject*>(name)) {
-    if (candidate->isWidgetType() || qobject_cast<QAction*>(candidate) != nullptr) {
-      return candidate;
+// The objects of the form that can show a record, by name. Widgets of Qt's own making (a view inside a list)
+// carry names of their own and never match.
+QHash<QString, QObject*> NamedObjects(QWidget& form) {
+  QHash<QString, QObject*> named{{form.objectName(), &form}};
+  for (QObject* object : form.findChildren<QObject*>()) {
+    const bool shows = object->isWidgetType() || qobject_cast<QAction*>(object) != nullptr;
+    if (shows && !named.contains(object->objectName())) {
+      named.insert(object->objectName(), object);
     }
   }
-  return nullptr;
+  return named;
 }
 
 void ShowEnabled(Binding& binding) {
@@ -67,6 +69,30 @@ bool CanBeClicked(const Control& control) {
   return control.kind == ControlKind::Label && static_cast<const Label&>(control).onClick != nullptr;
 }
 
+void PrepareForm(QWidget& form) {
+  // A page that scrolls is no place for the keyboard; its fields are, and it follows them.
+  for (QScrollArea* page : form.findChildren<QScrollArea*>()) {
+    page->setFocusPolicy(Qt::NoFocus);
+  }
+  // Enter in a field presses no button, unless the form names one as the default.
+  if (qobject_cast<QDialog*>(form.window()) != nullptr) {
+    for (QPushButton* button : form.findChildren<QPushButton*>()) {
+      button->setAutoDefault(button->isDefault());
+    }
+  }
+}
+
+// Gives the focus of a page to its first field.
+void EnterPage(QScrollArea& page) {
+  for (QWidget* field = page.nextInFocusChain(); field != &page; field = field->nextInFocusChain()) {
+    if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled() && field->isVisibleTo(&page) &&
+        page.isAncestorOf(field)) {
+      field->setFocus(Qt::OtherFocusReason);
+      return;
+    }
+  }
+}
+
 } // namespace
 
 std::string WidgetName(const std::string& controlName) {
@@ -77,12 +103,13 @@ std::string WidgetName(const std::string& controlName) {
   return controlName.substr(0, open) + "_" + controlName.substr(open + 1, controlName.size() - open - 2);
 }
 
-Binder::Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formWindow)
-    : screen(boundScreen), window(formWindow), userInterface_(userInterface) {
-  PrepareWindow();
-  for (Control* control : screen.controls) {
-    Bind(*control);
-  }
+Binder::Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formWindow,
+               const FormMaker& makePage, std::vector<std::string>& missing)
+    : screen(boundScreen), window(formWindow), userInterface_(userInterface), makePage_(makePage),
+      missing_(missing), unbound_(boundScreen.controls.begin(), boundScreen.controls.end()) {
+  FindLatePages();
+  BindForm(window);
+  TellMissing();
   userInterface_.Opened(*this);
 }
 
@@ -100,40 +127,78 @@ void Binder::Release() {
   byControl_.clear();
 }
 
-void Binder::PrepareWindow() {
-  // A page that scrolls is no place for the keyboard; its fields are, and it follows them.
-  for (QScrollArea* page : window.findChildren<QScrollArea*>()) {
-    page->setFocusPolicy(Qt::NoFocus);
-  }
-  // Enter in a field presses no button, unless the form names one as the default.
-  if (qobject_cast<QDialog*>(&window) != nullptr) {
-    for (QPushButton* button : window.findChildren<QPushButton*>()) {
-      button->setAutoDefault(button->isDefault());
+void Binder::FindLatePages() {
+  for (const QTabWidget* tabs : window.findChildren<QTabWidget*>()) {
+    for (int index = 0; index < tabs->count(); ++index) {
+      auto* page = qobject_cast<QScrollArea*>(tabs->widget(index));
+      if (page != nullptr && page->widget() == nullptr) {
+        latePages_.push_back(page);
+      }
     }
   }
 }
 
-void Binder::Bind(Control& control) {
-  const QString name = QString::fromStdString(WidgetName(control.name));
-  QObject* object = FindObject(window, name);
-  if (object == nullptr) {
-    // A separator needs no widget.
-    if (control.kind != ControlKind::MenuEntry || static_cast<MenuEntry&>(control).caption != u"-") {
-      missing.push_back(control.name);
-    }
+bool Binder::MakeShownPages() {
+  const auto shown = std::stable_partition(latePages_.begin(), latePages_.end(),
+                                           [this](QScrollArea* page) { return !page->isVisibleTo(&window); });
+  const std::vector<QScrollArea*> pages(shown, latePages_.end());
+  latePages_.erase(shown, latePages_.end());
+  for (QScrollArea* page : pages) {
+    MakePage(*page);
+  }
+  if (!pages.empty()) {
+    TellMissing();
+  }
+  return !pages.empty();
+}
+
+void Binder::MakePage(QScrollArea& page) {
+  std::unique_ptr<QWidget> contents = makePage_(screen.name + "." + page.objectName().toStdString());
+  if (contents == nullptr) {
+    throw std::logic_error("no form for the page " + page.objectName().toStdString() + " of " + screen.name);
+  }
+  QWidget& form = *contents;
+  page.setWidget(contents.release());
+  BindForm(form);
+}
+
+void Binder::TellMissing() {
+  if (!latePages_.empty()) {
     return;
   }
+  for (const Control* control : unbound_) {
+    // A separator needs no widget.
+    if (control->kind != ControlKind::MenuEntry || static_cast<const MenuEntry*>(control)->caption != u"-") {
+      missing_.push_back(screen.name + "." + control->name);
+      qWarning("no widget for %s", missing_.back().c_str());
+    }
+  }
+}
+
+void Binder::BindForm(QWidget& form) {
+  PrepareForm(form);
+  const QHash<QString, QObject*> objects = NamedObjects(form);
+  std::erase_if(unbound_, [&](Control* control) {
+    QObject* object = objects.value(QString::fromStdString(WidgetName(control->name)));
+    if (object != nullptr) {
+      Bind(*control, *object);
+    }
+    return object != nullptr;
+  });
+}
+
+void Binder::Bind(Control& control, QObject& object) {
   const BindingRule& rule = RuleOf(control.kind);
-  if (!rule.accepts(*object)) {
+  if (!rule.accepts(object)) {
     throw std::logic_error("the widget of " + control.name + " on " + screen.name + " is of another kind");
   }
-  auto* widget = object->isWidgetType() ? static_cast<QWidget*>(object) : nullptr;
-  Binding& binding = bindings_.emplace_back(Binding{.control = control, .object = *object, .widget = widget});
-  byObject_.emplace(object, &binding);
+  auto* widget = object.isWidgetType() ? static_cast<QWidget*>(&object) : nullptr;
+  Binding& binding = bindings_.emplace_back(Binding{.control = control, .object = object, .widget = widget});
+  byObject_.emplace(&object, &binding);
   byControl_.emplace(&control, &binding);
   if (widget != nullptr) {
     if (widget->accessibleName().isEmpty()) {
-      widget->setAccessibleName(name);
+      widget->setAccessibleName(object.objectName());
     }
     widget->installEventFilter(this);
     if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
@@ -149,11 +214,20 @@ void Binder::RefreshWidgets() {
   if (window.windowTitle() != title) {
     window.setWindowTitle(title);
   }
-  for (Binding& binding : bindings_) {
-    RuleOf(binding.control.kind).show(binding);
-    ShowEnabled(binding);
-    ShowVisible(binding);
-    binding.fresh = false;
+  // A page that is made on the way adds bindings, which are shown in the same pass.
+  std::size_t next = 0;
+  do {
+    for (; next < bindings_.size(); ++next) {
+      Binding& binding = bindings_[next];
+      RuleOf(binding.control.kind).show(binding);
+      ShowEnabled(binding);
+      ShowVisible(binding);
+      binding.fresh = false;
+    }
+  } while (MakeShownPages());
+  // The keyboard came to a page with its tab when there was nothing on it yet.
+  if (auto* page = qobject_cast<QScrollArea*>(window.focusWidget())) {
+    EnterPage(*page);
   }
 }
 

@@ -23,7 +23,9 @@
 #include <vector>
 
 #include "platform/Controls.h"
+#include "qt/Forms.h"
 
+class QScrollArea;
 class QWidget;
 
 namespace loader {
@@ -46,13 +48,17 @@ struct Binding {
 class Binder final : public QObject {
 public:
   // Widgets and records of the same name have to be of matching kinds: a mismatch is a defect of the form
-  // (std::logic_error). A record without a widget is passed over and listed in `missing`.
-  Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formWindow);
+  // (std::logic_error). Pages that the form leaves empty come from `makePage` when they are first shown. A
+  // record that has no widget when all pages are there is passed over and added to `missing`: "screen.name".
+  // Both have to outlive the binder.
+  Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formWindow, const FormMaker& makePage,
+         std::vector<std::string>& missing);
   ~Binder() override;
 
   // Cuts widgets and records apart for good: the screen has closed, and its records may go before the form.
   void Release();
-  // Shows what differs between the records and what the widgets were given. Focus requests stay.
+  // Shows what differs between the records and what the widgets were given, and makes the page that is shown
+  // if it isn't there yet. Focus requests stay.
   void RefreshWidgets();
   // False when the control can't take the focus: hidden, disabled, on another page.
   bool GiveFocus(Control& control);
@@ -62,17 +68,26 @@ public:
 
   Screen& screen;
   QWidget& window;
-  std::vector<std::string> missing; // control names
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-  void Bind(Control& control);
-  void PrepareWindow();
+  // Ties the records that have no widget yet to the widgets of a form: the window's or a page's.
+  void BindForm(QWidget& form);
+  void Bind(Control& control, QObject& object);
+  void FindLatePages();
+  // True when a page was made.
+  bool MakeShownPages();
+  void MakePage(QScrollArea& page);
+  void TellMissing(); // nothing as long as a page is to come
   bool KeyOnClickable(Control& control, int key);
 
   UserInterface& userInterface_;
-  std::deque<Binding> bindings_; // fixed addresses
+  const FormMaker& makePage_;
+  std::vector<std::string>& missing_;
+  std::vector<Control*> unbound_;
+  std::vector<QScrollArea*> latePages_; // still empty
+  std::deque<Binding> bindings_;        // fixed addresses
   std::unordered_map<const QObject*, Binding*> byObject_;
   std::unordered_map<const Control*, Binding*> byControl_;
 };

@@ -5,7 +5,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QMenu>
 #include <QPushButton>
 #include <QShortcut>
@@ -102,9 +101,7 @@ void ListenToList(UserInterface& userInterface, QObject& binder, Binding& bindin
   combo.setModel(new ListModel(&combo));
   combo.setFocusPolicy(Qt::StrongFocus);
   combo.setMaxVisibleItems(20);
-  if (auto* view = qobject_cast<QListView*>(combo.view())) {
-    view->setUniformItemSizes(true);
-  }
+  // combo.view() stays untouched: asking for it makes the popup of a list that may never be opened.
   combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   QObject::connect(&combo, &QComboBox::activated, &binder, [&userInterface, &list](int row) {
     userInterface.Act(

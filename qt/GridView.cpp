@@ -200,10 +200,11 @@ void GridView::updateGeometries() {
 }
 
 int GridView::Pixels(int twips) const {
-  return static_cast<int>(std::ceil(twips / TwipsPerPixel(font())));
+  return static_cast<int>(std::ceil(twips / twipsPerPixel_));
 }
 
 void GridView::LayOut() {
+  twipsPerPixel_ = TwipsPerPixel(font());
   above_->setVisible(model_.FixedRows() > 0);
   left_->setVisible(model_.FixedCols() > 0);
   left_->setDefaultSectionSize(fontMetrics().height() + 6);

@@ -54,7 +54,8 @@ private:
   HeadingView* above_;
   HeadingView* left_;
   QWidget* corner_;
-  bool showing_ = false; // a move of the current cell is the program's, not the user's
+  double twipsPerPixel_ = 1; // of the font that the columns are laid out in
+  bool showing_ = false;     // a move of the current cell is the program's, not the user's
 };
 
 } // namespace loader

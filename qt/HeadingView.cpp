@@ -97,11 +97,13 @@ void HeadingView::MarkRow(int row) {
   }
 }
 
+// Across its sections a heading takes what the table gives it; the base class would measure the texts of a
+// hundred sections at each layout to find a size that nobody asks for.
 QSize HeadingView::sizeHint() const {
   if (orientation() == Qt::Horizontal) {
-    return {QHeaderView::sizeHint().width(), LineHeight() * model_.FixedRows()};
+    return {length(), LineHeight() * model_.FixedRows()};
   }
-  return {std::accumulate(fixedWidths_.begin(), fixedWidths_.end(), 0), QHeaderView::sizeHint().height()};
+  return {std::accumulate(fixedWidths_.begin(), fixedWidths_.end(), 0), length()};
 }
 
 void HeadingView::paintEvent(QPaintEvent* event) {

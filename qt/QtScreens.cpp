@@ -47,11 +47,7 @@ QtScreens::OpenScreen& QtScreens::Open(Screen& screen, bool modal) {
   if (screen.widthPixels > 0 && screen.heightPixels > 0) {
     window->resize(screen.widthPixels, screen.heightPixels);
   }
-  auto binder = std::make_unique<Binder>(userInterface_, screen, *window);
-  for (const std::string& name : binder->missing) {
-    missing_.push_back(screen.name + "." + name);
-    qWarning("no widget for %s", missing_.back().c_str());
-  }
+  auto binder = std::make_unique<Binder>(userInterface_, screen, *window, makeForm_, missing_);
   window->installEventFilter(this);
   open_.push_back(std::make_unique<OpenScreen>(
       OpenScreen{.screen = screen, .window = std::move(window), .binder = std::move(binder), .loop = {}}));

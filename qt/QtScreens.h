@@ -6,18 +6,16 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "platform/Platform.h"
 #include "qt/Binder.h"
+#include "qt/Forms.h"
 
 namespace loader {
 
 class UserInterface;
-
-// Makes the form of a screen by the screen's name; null when there is none.
-using FormMaker = std::function<std::unique_ptr<QWidget>(std::string_view screenName)>;
 
 class QtScreens final : public QObject, public Screens {
 public:
@@ -34,7 +32,7 @@ public:
   int Run(const std::function<void()>& start);
   // The window of an open screen; null when it isn't open.
   [[nodiscard]] QWidget* WindowOf(const Screen& screen) const;
-  // Names of records that found no widget, of all screens shown so far: "frmSample.cmbKind".
+  // Names of records that found no widget, of all screens whose every page was shown: "frmSample.cmbKind".
   [[nodiscard]] const std::vector<std::string>& MissingWidgets() const { return missing_; }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
