@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QDialog>
 #include <QHash>
 #include <QKeyEvent>
@@ -78,17 +77,6 @@ void PrepareForm(QWidget& form) {
   if (qobject_cast<QDialog*>(form.window()) != nullptr) {
     for (QPushButton* button : form.findChildren<QPushButton*>()) {
       button->setAutoDefault(button->isDefault());
-    }
-  }
-}
-
-// Gives the focus of a page to its first field.
-void EnterPage(QScrollArea& page) {
-  for (QWidget* field = page.nextInFocusChain(); field != &page; field = field->nextInFocusChain()) {
-    if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled() && field->isVisibleTo(&page) &&
-        page.isAncestorOf(field)) {
-      field->setFocus(Qt::OtherFocusReason);
-      return;
     }
   }
 }
@@ -225,9 +213,19 @@ void Binder::RefreshWidgets() {
       binding.fresh = false;
     }
   } while (MakeShownPages());
-  // The keyboard came to a page with its tab when there was nothing on it yet.
-  if (auto* page = qobject_cast<QScrollArea*>(window.focusWidget())) {
-    EnterPage(*page);
+}
+
+void Binder::EnterPage() {
+  const auto* page = qobject_cast<QScrollArea*>(window.focusWidget());
+  if (page == nullptr) {
+    return;
+  }
+  for (QWidget* field = page->nextInFocusChain(); field != page; field = field->nextInFocusChain()) {
+    if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled() && field->isVisibleTo(page) &&
+        page->isAncestorOf(field)) {
+      field->setFocus(Qt::OtherFocusReason);
+      return;
+    }
   }
 }
 

@@ -3,7 +3,7 @@
 //
 // | record     | widget                 | what the user does      |
 // | TextField  | QLineEdit              | each edit               |
-// | ListBox    | QComboBox              | each choice             |
+// | ListBox    | ListBoxView            | each choice             |
 // | Label      | QLabel                 | click (when handled)    |
 // | Button     | QAbstractButton        | click                   |
 // | CheckBox   | QAbstractButton        | click                   |
@@ -60,6 +60,8 @@ public:
   // Shows what differs between the records and what the widgets were given, and makes the page that is shown
   // if it isn't there yet. Focus requests stay.
   void RefreshWidgets();
+  // Gives the keyboard to the first field of a page that it came to when there was nothing on it yet.
+  void EnterPage();
   // False when the control can't take the focus: hidden, disabled, on another page.
   bool GiveFocus(Control& control);
 

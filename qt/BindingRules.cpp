@@ -1,14 +1,12 @@
 #include "qt/BindingRules.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QTabWidget>
 #include <algorithm>
 #include <array>
@@ -17,7 +15,7 @@
 #include "qt/FocusMark.h"
 #include "qt/GridView.h"
 #include "qt/LampView.h"
-#include "qt/ListModel.h"
+#include "qt/ListBoxView.h"
 #include "qt/QtText.h"
 #include "qt/ReadableColour.h"
 #include "qt/UserInterface.h"
@@ -97,33 +95,16 @@ void ShowField(Binding& binding) {
 
 void ListenToList(UserInterface& userInterface, QObject& binder, Binding& binding) {
   auto& list = RecordOf<ListBox>(binding);
-  auto& combo = WidgetAs<QComboBox>(binding);
-  combo.setModel(new ListModel(&combo));
-  combo.setFocusPolicy(Qt::StrongFocus);
-  combo.setMaxVisibleItems(20);
-  // combo.view() stays untouched: asking for it makes the popup of a list that may never be opened.
-  combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  QObject::connect(&combo, &QComboBox::activated, &binder, [&userInterface, &list](int row) {
-    userInterface.Act(
-        list, [&] { list.index = row; }, list.onChange);
-  });
+  QObject::connect(&WidgetAs<ListBoxView>(binding), &QComboBox::activated, &binder,
+                   [&userInterface, &list](int row) {
+                     userInterface.Act(
+                         list, [&] { list.index = row; }, list.onChange);
+                   });
 }
 
 void ShowList(Binding& binding) {
-  auto& list = RecordOf<ListBox>(binding);
-  auto& combo = WidgetAs<QComboBox>(binding);
-  auto& model = static_cast<ListModel&>(*combo.model());
-  const QSignalBlocker quiet(combo);
-  if (model.Items() != list.items) {
-    model.SetItems(list.items);
-    // Wide enough for the longest row, up to a width that no page should be stretched by.
-    constexpr int WidestList = 24;
-    combo.setMinimumContentsLength(std::min(model.LongestRow(), WidestList));
-  }
-  const int row = list.index < model.rowCount() ? std::max(list.index, -1) : -1;
-  if (combo.currentIndex() != row) {
-    combo.setCurrentIndex(row);
-  }
+  const auto& list = RecordOf<ListBox>(binding);
+  WidgetAs<ListBoxView>(binding).ShowItems(list.items, list.index);
 }
 
 void ListenToLabel(UserInterface& /*userInterface*/, QObject& /*binder*/, Binding& binding) {
@@ -348,7 +329,7 @@ void ShowGrid(Binding& binding) {
 
 constexpr auto Rules = std::to_array<BindingRule>({
     {ControlKind::TextField, Is<QLineEdit>, ListenToField, ShowField},
-    {ControlKind::ListBox, Is<QComboBox>, ListenToList, ShowList},
+    {ControlKind::ListBox, Is<ListBoxView>, ListenToList, ShowList},
     {ControlKind::Label, Is<QLabel>, ListenToLabel, ShowLabel},
     {ControlKind::Button, Is<QAbstractButton>, ListenToButton, ShowButton},
     {ControlKind::ToolButton, Is<QAction>, ListenToToolButton, ShowToolButton},

@@ -173,6 +173,7 @@ void UserInterface::Refresh() {
 void UserInterface::GiveFocuses() {
   for (std::size_t i = 0; i < open_.size(); ++i) {
     Binder& binder = *open_[i];
+    binder.EnterPage();
     Control* target = std::exchange(binder.screen.focusRequest, nullptr);
     if (target == nullptr) {
       continue;

@@ -1,4 +1,5 @@
 // Each kind of control: what the user does, what the program changes, focus, selection, state.
+#include <QAbstractItemView>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -234,6 +235,32 @@ TEST_F(BinderTest, AListWhoseHandlerRewritesOtherFieldsShowsThemAll) {
   EXPECT_EQ(QStringLiteral("V"), Find<QLabel>("lblPlain").text());
   EXPECT_TRUE(Find<QCheckBox>("chkOn").isChecked());
   EXPECT_EQ(1, other);
+}
+
+TEST_F(BinderTest, AListIsAsWideAsItsLongestRowUpToALimit) {
+  const auto widthWith = [this](const std::u16string& row) {
+    FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", row});
+    platform.userInterface.Refresh();
+    return Find<QComboBox>("cmbKind").minimumSizeHint().width();
+  };
+  ShowSample();
+  const QFontMetrics metrics = Find<QComboBox>("cmbKind").fontMetrics();
+  const int narrow = widthWith(u"ON");
+  const int wide = widthWith(u"上下限警報");
+  EXPECT_GT(narrow, metrics.horizontalAdvance(QStringLiteral("OFF")));
+  EXPECT_EQ(7 * metrics.horizontalAdvance(u'X'), wide - narrow); // ten half widths against three
+  EXPECT_EQ(widthWith(std::u16string(24, u'x')), widthWith(std::u16string(60, u'x')));
+}
+
+TEST_F(BinderTest, TheRowsOfAListAreLaidOutWhenItIsOpenedNotBefore) {
+  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON"});
+  ShowSample();
+  auto& combo = Find<QComboBox>("cmbKind");
+  EXPECT_EQ(nullptr, combo.findChild<QAbstractItemView*>());
+  combo.showPopup();
+  ASSERT_NE(nullptr, combo.findChild<QAbstractItemView*>());
+  EXPECT_EQ(2, combo.findChild<QAbstractItemView*>()->model()->rowCount());
+  combo.hidePopup();
 }
 
 TEST_F(BinderTest, TheWheelOverAListChangesNothing) {

@@ -7,6 +7,7 @@
 
 #include "channel/modUtil.h"
 #include "core/TextTable.h"
+#include "qt/GridView.h"
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
 
@@ -60,6 +61,16 @@ TEST_F(MainWindowKeys, TheTabKeyGoesRoundTheWholeWindowOnEveryPage) {
       }
     }
   }
+}
+
+TEST_F(MainWindowKeys, APageOfTablesIsEnteredInTheFirstRowOfItsFirstTable) {
+  Start("0");
+  ClickTab(RecorderPage); // the keyboard is on a page that the next click hides
+  ClickTab(DisplayPage);
+  auto& table = Find<GridView>("fgrGroup");
+  EXPECT_TRUE(table.hasFocus());
+  EXPECT_EQ(0, table.currentIndex().row());
+  EXPECT_EQ(1, frmParamLoader->fgrGroup.Row);
 }
 
 TEST_F(MainWindowKeys, CtrlTabTurnsThePagesFromAListToo) {

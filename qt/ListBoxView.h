@@ -1,0 +1,32 @@
+// A list of which one row is chosen: as wide as its longest row, with a popup that is made when it is first
+// opened.
+#pragma once
+
+#include <QComboBox>
+#include <string>
+#include <vector>
+
+#include "qt/ListModel.h"
+
+namespace loader {
+
+class ListBoxView : public QComboBox {
+  Q_OBJECT
+
+public:
+  explicit ListBoxView(QWidget* parent = nullptr);
+
+  // Shows the rows with one of them chosen; an index outside the rows shows none. Emits nothing.
+  void ShowItems(const std::vector<std::u16string>& items, int index);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+private:
+  [[nodiscard]] QSize SizeFor(int margin) const;
+
+  ListModel rows_;
+  int columns_ = 0; // half-width characters of the longest row
+};
+
+} // namespace loader
