@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
@@ -44,6 +45,13 @@ double ProcessorMilliseconds() {
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
   };
   return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+}
+
+bool Report(const char* what, double figure, double bar) {
+  const bool held = figure <= bar;
+  std::printf("  %-58s %8.4f  bar %.3f  %s\n", what, figure, bar, held ? "held" : "MISSED");
+  std::fflush(stdout);
+  return held;
 }
 
 BoxAnswer QuietBoxes::Show(std::u16string_view text, BoxButtons /*buttons*/, BoxIcon /*icon*/,

@@ -21,6 +21,9 @@ namespace loader::bench {
 // Processor time of this process so far, user and system, in milliseconds.
 [[nodiscard]] double ProcessorMilliseconds();
 
+// Tells the figure against its bar; whether it holds it.
+bool Report(const char* what, double figure, double bar);
+
 // Every box is answered with OK; which ones came is kept.
 class QuietBoxes final : public MessageBoxes {
 public:

@@ -36,14 +36,6 @@ constexpr int TriesOfShortForm = 3;
 constexpr int Pace = 19200;
 constexpr int BitsOfCharacter = 11;
 
-// Tells the figure; whether it holds its bar.
-bool Report(const char* what, double figure, double bar) {
-  const bool held = figure <= bar;
-  std::printf("  %-58s %8.4f  bar %.3f  %s\n", what, figure, bar, held ? "held" : "MISSED");
-  std::fflush(stdout);
-  return held;
-}
-
 enum class Way { Read, Write };
 const char* NameOf(Way way) {
   return way == Way::Read ? "read" : "write";
