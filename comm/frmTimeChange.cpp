@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "channel/modUtil.h"
@@ -32,6 +33,8 @@ constexpr std::array<FieldRange, 5> FieldRanges{{
     {&TimeChangeScreen::txtMinute, 0, 59},
 }};
 
+constexpr std::span<const FieldRange> TimeOfDay = std::span(FieldRanges).last<2>();
+
 void SetCaptions(TimeChangeScreen& screen) {
   screen.caption = LoadText(10020);
   screen.Label3.caption = LoadText(18087);
@@ -53,10 +56,12 @@ void ShowNow(TimeChangeScreen& screen) {
   screen.txtMinute.text = DecimalText(now.minute);
 }
 
-void CheckField(TextField& field, const FieldRange& range) {
-  if (!CheckValueField(0, range.lowest, range.highest, field)) {
+bool CheckField(TextField& field, const FieldRange& range) {
+  const bool good = CheckValueField(0, range.lowest, range.highest, field);
+  if (!good) {
     WaitChk();
   }
+  return good;
 }
 
 void CheckYear(TextField& year, const FieldRange& range) {
@@ -97,10 +102,16 @@ void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow) {
     ShowMessage(LoadText(62500));
     return;
   }
+  // Once more: a field that was left while the guard behind another message ran has not been checked.
+  for (const FieldRange& range : TimeOfDay) {
+    if (!CheckField(screen.*range.field, range)) {
+      return;
+    }
+  }
   const std::optional<std::uint8_t> hour = ShortNumber(screen.txtHour.text);
   const std::optional<std::uint8_t> minute = ShortNumber(screen.txtMinute.text);
   if (!hour || !minute) {
-    return; // the field's own check has refused it
+    return;
   }
   clock.hour = *hour;
   clock.minute = *minute;
@@ -126,6 +137,13 @@ TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("fr
       ~Reset() { flag = false; }
     } const reset{flowUnderWay};
     SetClock(*this, mainWindow);
+  };
+  // Behind this screen the main window is free: it stays until its exchange has ended.
+  onCloseQuery = [this] {
+    if (flowUnderWay) {
+      ShowMessage(LoadText(20102));
+    }
+    return !flowUnderWay;
   };
   cmdCancel.onClick = [this] { ThePlatform().screens.Close(*this); };
 }

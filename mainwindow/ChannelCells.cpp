@@ -93,14 +93,15 @@ std::u16string TextWithin(const ParamNumRecord& record, int position, const Limi
 
 std::u16string RangeText(const ChannelRow& row, const ChannelColumn& column, const ParamNumRecord& record) {
   const Limits limits = EngineeringLimits(row.state, record);
+  // Under logarithm these values are whole exponents, whatever the position of the channel. The record range
+  // takes the form by the switch alone; the scaling range of a channel that its kind limits knows no
+  // logarithm.
+  if (row.state.logOn && column.rule == RecordRange) {
+    return TextWithin(record, 0, limits).empty() ? std::u16string()
+                                                 : LogValueText(0, 0, 0, record.Value, record.Value);
+  }
   if (row.state.logOn && !KindLimited(row.state.kind, row.state.scalingOn)) {
-    // Under logarithm these values are whole exponents, whatever the position of the channel. A channel that its kind
-    // limits has no logarithm, whatever its switch says.
-    const std::u16string exponent = TextWithin(record, 0, limits);
-    if (column.rule == RecordRange && !exponent.empty()) {
-      return LogValueText(0, 0, 0, record.Value, record.Value);
-    }
-    return exponent;
+    return TextWithin(record, 0, limits);
   }
   const bool fPoint = column.rule == RecordRange && row.fValue;
   const int position = EngineeringPoint(row.state.kind, row.state.scalingOn, row.point);

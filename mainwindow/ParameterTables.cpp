@@ -254,6 +254,18 @@ void FillOperationTable() {
            Profile.FirstOperationChannel);
 }
 
+void FillConstantTable() {
+  FillRows(frmParamLoader->fgrConst, Profile.ConstantCount, FillConstantRow);
+}
+
+void FillMessageTable() {
+  FillRows(frmParamLoader->fgrMess, Profile.MessageCount, FillMessageRow);
+}
+
+void FillUnitTable() {
+  FillRows(frmParamLoader->fgrUnit, Profile.UnitCount, FillUnitRow);
+}
+
 void RefreshAll() {
   ParamLoaderScreen& window = *frmParamLoader;
   FillChannelTable();
@@ -261,13 +273,13 @@ void RefreshAll() {
   if (Profile.OperationChannelCount != 0) {
     FillOperationTable();
     SelectFirstRow(window.fgrOperationChSet);
-    FillRows(window.fgrConst, Profile.ConstantCount, FillConstantRow);
+    FillConstantTable();
     SelectFirstRow(window.fgrConst);
   }
   FillSettingsPages();
-  FillRows(window.fgrMess, Profile.MessageCount, FillMessageRow);
+  FillMessageTable();
   SelectFirstRow(window.fgrMess);
-  FillRows(window.fgrUnit, Profile.UnitCount, FillUnitRow);
+  FillUnitTable();
   SelectFirstRow(window.fgrUnit);
   FillDigitalInputs();
   FillGroupTable();
@@ -344,7 +356,11 @@ void FillMessageRow(int number) {
     break;
   case AlarmOn:
   case AlarmOff:
-    ShowListValue(grid, row, 3, NoneChannelList, "M", item, "MTM2");
+    // "None" and the model's own channels: the list has more.
+    if (const int channel = NumValue("M", item, "MTM2", -1);
+        channel <= Profile.ChannelCount + Profile.OperationChannelCount) {
+      ShowEntry(grid, row, 3, NoneChannelList, channel);
+    }
     ShowListValue(grid, row, 4, AlarmNumberList, "M", item, "MTM3");
     break;
   default:

@@ -27,6 +27,9 @@ void FillMailTriggerTable();
 // All rows of a table, with its drawing off meanwhile.
 void FillChannelTable();
 void FillOperationTable();
+void FillConstantTable();
+void FillMessageTable();
+void FillUnitTable();
 
 // The width of a text in the font of the tables, in twips.
 [[nodiscard]] double MeasureTextWidth(std::u16string_view text);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "comm/BulkRead.h"
@@ -147,7 +148,8 @@ void ChangeModel(ParamLoaderScreen& window) {
   if (saved && picked == *saved) {
     return;
   }
-  if (!AskOkCancel(LoadText(11016))) {
+  // A new model would pull the store from under a flow whose link is still being opened.
+  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
     if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
       window.cmbType.index = *saved;
     }
@@ -205,6 +207,48 @@ void TieMenus(ParamLoaderScreen& window) {
   }
 }
 
+int EntryOfRow(const Grid& table) {
+  return table.Row - table.FixedRows;
+}
+
+// What a double click on a table opens, and which tables its dialog may have changed.
+struct RowOpening {
+  Grid ParamLoaderScreen::*table;
+  RowDialog RowDialogs::*dialog;
+  int (*entryOf)(const Grid& table);
+  void (*rewrite)();
+};
+constexpr std::array<RowOpening, 7> RowOpenings{{
+    {&ParamLoaderScreen::fgrCh, &RowDialogs::channel, EntryOfRow, RefreshAll},
+    {&ParamLoaderScreen::fgrOperationChSet, &RowDialogs::operation,
+     [](const Grid& table) { return EntryOfRow(table) + Profile.FirstOperationChannel - 1; }, RefreshAll},
+    {&ParamLoaderScreen::fgrGroup, &RowDialogs::group, EntryOfRow,
+     [] {
+       FillGroupTable();
+       FillChannelTable(); // a group may name channels
+     }},
+    {&ParamLoaderScreen::fgrMess, &RowDialogs::message, EntryOfRow, FillMessageTable},
+    {&ParamLoaderScreen::fgrUnit, &RowDialogs::unit, EntryOfRow,
+     [] {
+       FillUnitTable();
+       FillChannelTable(); // channels show unit texts
+     }},
+    {&ParamLoaderScreen::fgrConst, &RowDialogs::constant, EntryOfRow, FillConstantTable},
+    // This dialog rewrites its table itself.
+    {&ParamLoaderScreen::flxEMailTriggerSetting, &RowDialogs::mailTrigger,
+     [](const Grid& table) { return table.RowSel; }, [] {}},
+}};
+
+void OpenRow(ParamLoaderScreen& window, const RowOpening& opening) {
+  const Grid& table = window.*opening.table;
+  const RowDialog& show = window.rowDialogs.*opening.dialog;
+  if (!show || table.Row < table.FixedRows) {
+    return; // no row has been chosen yet
+  }
+  show(opening.entryOf(table));
+  opening.rewrite();
+}
+
 void TieTables(ParamLoaderScreen& window) {
   struct TableKind {
     Grid& grid;
@@ -218,16 +262,37 @@ void TieTables(ParamLoaderScreen& window) {
   for (const TableKind& table : tables) {
     table.grid.onGotFocus = [&window, kind = table.kind] { TakeCopyFocus(window, kind); };
   }
+  for (const RowOpening& opening : RowOpenings) {
+    (window.*opening.table).onDoubleClick = [&window, &opening] { OpenRow(window, opening); };
+  }
   // Headings of two rows.
   window.fgrCh.FixedRows = 2;
   window.fgrOperationChSet.FixedRows = 2;
 }
 
+// One flow at a time. A flow disables its controls when its link stands; while a recorder that does not
+// answer is waited for, they look free.
+void StartFlow(ParamLoaderScreen& window, Flow kind, void (*flow)(const FlowCallbacks&)) {
+  if (std::exchange(window.flowUnderWay, true)) {
+    return;
+  }
+  struct Reset {
+    bool& flag;
+    ~Reset() { flag = false; }
+  } const reset{window.flowUnderWay};
+  flow(CallbacksOf(window, kind));
+}
+
 void TieCommunication(ParamLoaderScreen& window) {
-  window.btnRegRead.onClick = [&window] { ReadFromRecorder(CallbacksOf(window, Flow::ReadOrWrite)); };
-  window.btnRegWrite.onClick = [&window] { WriteToRecorder(CallbacksOf(window, Flow::ReadOrWrite)); };
-  window.cmdFIX.onClick = [&window] { FixSettings(CallbacksOf(window, Flow::StoreSettings)); };
-  window.cmdTime.onClick = [&window] { ShowTimeChange(CallbacksOf(window, Flow::SetClock)); };
+  window.btnRegRead.onClick = [&window] { StartFlow(window, Flow::ReadOrWrite, ReadFromRecorder); };
+  window.btnRegWrite.onClick = [&window] { StartFlow(window, Flow::ReadOrWrite, WriteToRecorder); };
+  window.cmdFIX.onClick = [&window] { StartFlow(window, Flow::StoreSettings, FixSettings); };
+  // The clock's screen starts its flow itself and covers the window meanwhile.
+  window.cmdTime.onClick = [&window] {
+    if (!window.flowUnderWay) {
+      ShowTimeChange(CallbacksOf(window, Flow::SetClock));
+    }
+  };
   window.LampTimer.onTimer = [&window] {
     constexpr Colour LampOn = 0x800000; // dark red
     constexpr Colour LampOff = 0x000000;
@@ -286,7 +351,7 @@ void OpenMainWindow() {
 }
 
 bool ExchangeUnderWay(const ParamLoaderScreen& window) {
-  return !window.btnRegRead.enabled || !window.btnRegWrite.enabled;
+  return window.flowUnderWay || !window.btnRegRead.enabled || !window.btnRegWrite.enabled;
 }
 
 FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow) {

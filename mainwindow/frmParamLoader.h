@@ -35,6 +35,19 @@ enum class CopyKinds : std::int16_t {
   None = 6,
 };
 
+// Shows the dialog of a table's row modally. `entry` counts from 0; for the mail triggers it is the row, 1
+// for the first trigger. Empty as long as a table has no dialog: a double click on it does nothing then.
+using RowDialog = std::function<void(int entry)>;
+struct RowDialogs {
+  RowDialog channel;   // a measuring channel
+  RowDialog operation; // an operation channel, counted on behind the measuring channels
+  RowDialog group;
+  RowDialog message;
+  RowDialog unit;
+  RowDialog constant;
+  RowDialog mailTrigger;
+};
+
 struct ParamLoaderScreen : Screen {
   ParamLoaderScreen();
   ~ParamLoaderScreen();
@@ -87,11 +100,15 @@ struct ParamLoaderScreen : Screen {
   std::deque<ListBox> lists;
   std::deque<TextField> fields;
 
+  RowDialogs rowDialogs;
+
   // 0-based row chosen by Copy.
   std::int16_t CopySourceRow = 0;
   CopyKinds CopyKind = CopyKinds::Channels;
   Timer LampTimer;
   bool lampLit = false;
+  // A flow is on its way, be it that its link is still being opened and no control is disabled yet.
+  bool flowUnderWay = false;
 };
 
 // The one main window; null until it is opened and after it was closed.
@@ -100,8 +117,8 @@ extern std::unique_ptr<ParamLoaderScreen> frmParamLoader;
 // Makes the window, fills it and shows it. The store has been built.
 void OpenMainWindow();
 
-// True while an exchange with the recorder is under way: btnRegRead or btnRegWrite is disabled. The window's
-// only notion of being busy.
+// True while an exchange with the recorder is under way: btnRegRead or btnRegWrite is disabled, or a flow of
+// the window is opening its link. The window's only notion of being busy.
 [[nodiscard]] bool ExchangeUnderWay(const ParamLoaderScreen& window);
 // The flows, by the controls that each keeps disabled.
 enum class Flow { ReadOrWrite, StoreSettings, SetClock };

@@ -187,6 +187,8 @@ void Binder::Bind(Control& control, QObject& object) {
   if (widget != nullptr) {
     if (widget->accessibleName().isEmpty()) {
       widget->setAccessibleName(object.objectName());
+    } else if (widget->toolTip().isEmpty()) {
+      widget->setToolTip(widget->accessibleName()); // the form names what no caption on the screen names
     }
     widget->installEventFilter(this);
     if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
@@ -229,13 +231,23 @@ void Binder::EnterPage() {
   }
 }
 
-bool Binder::GiveFocus(Control& control) {
-  QWidget* widget = WidgetOf(control);
-  if (widget == nullptr || !widget->isVisibleTo(&window) || !widget->isEnabledTo(&window)) {
-    return false;
+bool Binder::CanTakeFocus(const Control& control) const {
+  const QWidget* widget = WidgetOf(control);
+  return widget != nullptr && widget->isVisibleTo(&window) && widget->isEnabledTo(&window);
+}
+
+void Binder::GiveFocus(const Control& control) {
+  if (!CanTakeFocus(control)) {
+    return;
   }
+  QWidget* widget = WidgetOf(control);
   widget->setFocus(Qt::OtherFocusReason);
-  return true;
+  // A page follows the Tab key by itself, but not a focus that the program gives.
+  for (QWidget* parent = widget->parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
+    if (auto* page = qobject_cast<QScrollArea*>(parent)) {
+      page->ensureWidgetVisible(widget);
+    }
+  }
 }
 
 QWidget* Binder::WidgetOf(const Control& control) const {

@@ -62,8 +62,10 @@ public:
   void RefreshWidgets();
   // Gives the keyboard to the first field of a page that it came to when there was nothing on it yet.
   void EnterPage();
-  // False when the control can't take the focus: hidden, disabled, on another page.
-  bool GiveFocus(Control& control);
+  // False when the control is hidden, disabled or on another page.
+  [[nodiscard]] bool CanTakeFocus(const Control& control) const;
+  // Does nothing with a control that can't take it.
+  void GiveFocus(const Control& control);
 
   [[nodiscard]] QWidget* WidgetOf(const Control& control) const;
   [[nodiscard]] Control* ControlOf(const QObject& object) const;

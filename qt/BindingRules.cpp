@@ -12,6 +12,7 @@
 #include <array>
 #include <stdexcept>
 
+#include "core/Text.h"
 #include "qt/FocusMark.h"
 #include "qt/GridView.h"
 #include "qt/LampView.h"
@@ -52,8 +53,17 @@ QString SpokenCaption(const std::u16string& caption) {
   return ToQt(caption).remove(u'&').trimmed();
 }
 
+// What a field takes of a text that the user typed or pasted: one line, since a line break would split the
+// row that the value has in the parameter file, and the characters that the recorder knows, so that the user
+// sees at once what will be stored.
+std::u16string FieldText(const std::u16string& typed) {
+  return FromCodePage(ToCodePage(typed.substr(0, typed.find_first_of(u"\r\n\u2028\u2029"))));
+}
+
 void ListenToField(UserInterface& userInterface, QObject& binder, Binding& binding) {
   auto& field = RecordOf<TextField>(binding);
+  // A drop would edit a field that the user isn't in and whose check never comes.
+  WidgetAs<QLineEdit>(binding).setAcceptDrops(false);
   QObject::connect(&WidgetAs<QLineEdit>(binding), &QLineEdit::textEdited, &binder,
                    [&userInterface, &binding, &field](const QString& typed) {
                      binding.text = FromQt(typed);
@@ -61,7 +71,7 @@ void ListenToField(UserInterface& userInterface, QObject& binder, Binding& bindi
                        userInterface.EditBegins(field);
                      }
                      userInterface.Act(
-                         field, [&] { field.text = binding.text; }, field.onChange);
+                         field, [&] { field.text = FieldText(binding.text); }, field.onChange);
                    });
 }
 

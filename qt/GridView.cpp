@@ -16,7 +16,7 @@ namespace loader {
 
 namespace {
 
-constexpr int CellMargin = 4; // pixels at either side of a cell's text
+constexpr int GridLine = 1; // pixels that the view takes of each cell
 
 // Paints cells without the style: colours as they stand in the record, and a frame around the current cell
 // that can be seen on every colour.
@@ -32,11 +32,14 @@ public:
     painter->fillRect(option.rect,
                       back.isValid() ? back.value<QColor>() : option.palette.color(group, QPalette::Base));
     painter->setPen(text.isValid() ? text.value<QColor>() : option.palette.color(group, QPalette::Text));
-    const QRect inside = option.rect.adjusted(CellMargin, 0, -CellMargin, 0);
-    const QString shown =
-        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, inside.width());
+    const QString whole = index.data().toString();
+    // A text that is a little too wide may come close to the line before it is cut.
+    const QRect inside = option.rect.adjusted(GridView::CellMargin, 0, -GridView::CellMargin, 0);
+    const QRect most = option.rect.adjusted(GridView::CellMargin, 0, -1, 0);
+    const bool fits = option.fontMetrics.horizontalAdvance(whole) <= inside.width();
+    const QString shown = fits ? whole : option.fontMetrics.elidedText(whole, Qt::ElideRight, most.width());
     const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
-    painter->drawText(inside, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
+    painter->drawText(fits ? inside : most, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
     if (index == view.currentIndex()) {
       PaintFrame(*painter, option.rect, option.palette, view.hasFocus());
     }
@@ -183,8 +186,10 @@ bool GridView::viewportEvent(QEvent* event) {
     const QModelIndex index = indexAt(help.pos());
     const QString text = index.data().toString();
     const QRect cell = visualRect(index);
-    const bool cut = fontMetrics().horizontalAdvance(text) > cell.width() - 2 * CellMargin;
-    QToolTip::showText(help.globalPos(), cut ? text.toHtmlEscaped() : QString(), viewport(), cell);
+    const bool cut = fontMetrics().horizontalAdvance(text) > cell.width() - CellMargin - 1;
+    // Always rich text: Qt would guess by the text whether it is.
+    const QString whole = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
+    QToolTip::showText(help.globalPos(), cut ? whole : QString(), viewport(), cell);
     return true;
   }
   return QTableView::viewportEvent(event);
@@ -235,12 +240,12 @@ void GridView::LayOutFixedColumns() {
 
 void GridView::LayOutColumns() {
   for (int col = 0; col < model_.columnCount(); ++col) {
-    const int width = Pixels(model_.WidthTwips(col + model_.FixedCols()));
-    if (isColumnHidden(col) != (width == 0)) {
-      setColumnHidden(col, width == 0);
+    const int textWidth = Pixels(model_.WidthTwips(col + model_.FixedCols()));
+    if (isColumnHidden(col) != (textWidth == 0)) {
+      setColumnHidden(col, textWidth == 0);
     }
-    if (width > 0) {
-      setColumnWidth(col, width);
+    if (textWidth > 0) {
+      setColumnWidth(col, textWidth + 2 * CellMargin + GridLine);
     }
   }
 }

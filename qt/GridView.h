@@ -1,7 +1,8 @@
 // A table of cells with headings of one or more rows and fixed columns that stay put while the rest scrolls.
 //
-// Column widths come in twips: 15 to a pixel where a full-width character is 12 pixels wide (9 points at 96
-// dots an inch), and in that proportion with any other font; never narrower than the heading. Width 0 hides.
+// Column widths come in twips of text: 15 to a pixel where a full-width character is 12 pixels wide (9 points
+// at 96 dots an inch), and in that proportion with any other font. The cell's margins come on top, so that a
+// tag of full length is not cut; and no column is narrower than its heading. Width 0 hides.
 #pragma once
 
 #include <QTableView>
@@ -21,6 +22,8 @@ class GridView : public QTableView {
 
 public:
   explicit GridView(QWidget* parent = nullptr);
+
+  static constexpr int CellMargin = 4; // pixels at either side of a cell's text
 
   // Shows what differs; nothing while the record's Redraw is false.
   void ShowRecord(const Grid& grid);

@@ -27,6 +27,21 @@ std::size_t SentAtOnce([[maybe_unused]] const QTcpSocket& socket,
   return 0;
 }
 
+// An address whose parts may be written with leading zeros, all of them decimal: the system's resolver would
+// take "010" for eight and reach another recorder. Any other host name stays as it is.
+QString DecimalAddress(const QString& host) {
+  QStringList parts = host.split(u'.');
+  for (QString& part : parts) {
+    bool decimal = false;
+    const uint number = part.toUInt(&decimal, 10);
+    if (!decimal) {
+      return host;
+    }
+    part = QString::number(number);
+  }
+  return parts.join(u'.');
+}
+
 } // namespace
 
 QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
@@ -81,7 +96,7 @@ void QtSocket::Connect() {
     throw RunTimeFailure("no such port");
   }
   inUse_ = true;
-  socket_.connectToHost(ToQt(RemoteHost), static_cast<quint16>(port));
+  socket_.connectToHost(DecimalAddress(ToQt(RemoteHost)), static_cast<quint16>(port));
 }
 
 void QtSocket::SendData(std::span<const std::uint8_t> bytes) {

@@ -178,14 +178,18 @@ void UserInterface::GiveFocuses() {
     if (target == nullptr) {
       continue;
     }
-    const bool leaves =
-        activeField_ != nullptr && activeField_ != target && &activeField_->screen == &binder.screen;
+    // A field is left only for a control that takes the focus; one that is asked in vain leaves all as it is.
+    const bool leaves = activeField_ != nullptr && activeField_ != target &&
+                        &activeField_->screen == &binder.screen && binder.CanTakeFocus(*target);
     if (leaves && !LeaveField()) {
       continue; // the field has asked it back, and has it
     }
     lastFocused_ = target;
-    if (binder.GiveFocus(*target) && target->kind == ControlKind::TextField) {
-      activeField_ = static_cast<TextField*>(target);
+    if (binder.CanTakeFocus(*target)) {
+      binder.GiveFocus(*target);
+      if (target->kind == ControlKind::TextField) {
+        activeField_ = static_cast<TextField*>(target);
+      }
     }
   }
 }

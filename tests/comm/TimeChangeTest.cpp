@@ -256,16 +256,52 @@ TEST_F(TimeChange, TheYearKeepsWhatWasTyped) {
   });
 }
 
-TEST_F(TimeChange, AnHourThatCannotBeANumberIsNeverSent) {
+// A field that is left within the guard behind another field's message is not checked by that.
+TEST_F(TimeChange, ATimeThatPassedItsCheckByIsNeverSent) {
+  struct Slip {
+    TextField TimeChangeScreen::*field;
+    const char16_t* text;
+    const char16_t* message;
+  };
+  const Slip slips[] = {
+      {&TimeChangeScreen::txtHour, u"abc", u"数字ではありません。"},
+      {&TimeChangeScreen::txtHour, u"99", u"0から23の値を入力してください"},
+      {&TimeChangeScreen::txtMinute, u"", u"数字ではありません。"},
+      {&TimeChangeScreen::txtMinute, u"60", u"0から59の値を入力してください"},
+  };
   StartOn(Line::Ethernet);
-  Show([&](TimeChangeScreen& screen) {
-    screen.txtHour.text = u"abc";
-    user.Click(screen.cmdOK);
-    screen.txtHour.text = u"0";
-    screen.txtMinute.text = u"";
-    user.Click(screen.cmdOK);
-  });
+  for (const Slip& slip : slips) {
+    Show([&](TimeChangeScreen& screen) {
+      (screen.*slip.field).text = slip.text;
+      platform.boxes.Expect(slip.message);
+      user.Click(screen.cmdOK);
+    });
+    platform.time.Advance(100); // the guard behind the message
+  }
   EXPECT_TRUE(recorder.requests.empty());
+}
+
+TEST_F(TimeChange, StaysOpenUntilItsExchangeHasEnded) {
+  StartOn(Line::Ethernet);
+  platform.socket.connectDelay = 2000;
+  Show([&](TimeChangeScreen& screen) {
+    const auto cancel = [&] {
+      platform.ExpectBox(20102);
+      user.Click(screen.cmdCancel);
+    };
+    platform.time.After(1000, cancel); // while the link is being opened
+    recorder.onRequest = [&](int request) {
+      if (request == 1) {
+        cancel();
+      }
+    };
+    user.Click(screen.cmdOK);
+    EXPECT_TRUE(platform.screens.closed.empty());
+    user.Click(screen.cmdCancel);
+    EXPECT_EQ(platform.screens.closed, std::vector<Screen*>{&screen});
+  });
+  EXPECT_EQ(platform.boxes.shown.size(), 2U);
+  EXPECT_EQ(recorder.requests.size(), 3U);
 }
 
 TEST_F(TimeChange, ABusyRecorderIsRefused) {

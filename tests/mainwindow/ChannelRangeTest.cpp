@@ -301,12 +301,13 @@ TEST_F(LogCell, HoldsForAnotherChannelsInputToo) {
   EXPECT_EQ("1.00E4", ChannelCell(1, RecordMax));
 }
 
-TEST_F(LogCell, IsPassedOverWhereTheKindLimitsTheChannel) {
+// Only a file of hand or a recorder brings the two together.
+TEST_F(LogCell, IsTakenByTheRecordRangeAloneWhereTheKindLimitsTheChannel) {
   Put("C", 0, "TYPE", 1); // K thermocouple, position 1
   Put("C", 0, "SCAL", 0);
-  PutRanges(5000);
-  EXPECT_EQ("500.0", ChannelCell(1, EngineeringMax));
-  EXPECT_EQ("500.0", ChannelCell(1, RecordMax));
+  PutRanges(5);
+  EXPECT_EQ("0.5", ChannelCell(1, EngineeringMax));
+  EXPECT_EQ("1.00E5", ChannelCell(1, RecordMax));
 }
 
 TEST_F(LogCell, IsNoMatterOfTheFValuesPosition) {

@@ -277,6 +277,44 @@ TEST_F(ReadingWindow, IsLiveDuringTheExchangeAndCannotBeClosedOrStartedTwice) {
   EXPECT_EQ(2, Window().tbsParameter.current);
 }
 
+// While the link is being opened no control is disabled yet.
+TEST_F(ReadingWindow, IsBusyFromTheFirstClickOn) {
+  platform.socket.connectDelay = 2000;
+  bool seen = false;
+  platform.time.After(1000, [&] {
+    seen = true;
+    EXPECT_TRUE(Window().btnRegRead.enabled);
+    EXPECT_TRUE(ExchangeUnderWay(Window()));
+    platform.boxes.Expect(Refusal);
+    user.Click(Window().smenuEnd);
+    for (Button* flow : {&Window().btnRegRead, &Window().btnRegWrite, &Window().cmdFIX, &Window().cmdTime}) {
+      user.Click(*flow);
+    }
+    user.Choose(Window().cmbType, 1);
+    user.Click(Window().smenuOpen);
+    user.Click(Window().smenuOverWrite);
+  });
+  platform.ExpectBox(20104);
+  user.Click(Window().btnRegRead);
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(platform.screens.closed.empty());
+  EXPECT_TRUE(platform.screens.shownModally.empty());
+  EXPECT_TRUE(platform.fileDialogs.shown.empty());
+  EXPECT_EQ(1U, platform.socket.connected.size());
+  EXPECT_EQ(0, Window().cmbType.index);
+  EXPECT_EQ("KOV", ModelCode);
+  EXPECT_EQ("FURNACE", ChannelCell(1, 2)) << "the read went on";
+  EXPECT_FALSE(ExchangeUnderWay(Window()));
+}
+
+TEST_F(ReadingWindow, IsFreeAgainWhenNoLinkCameToStand) {
+  platform.socket.connectDelay = -1;
+  platform.ExpectBox(20104);
+  platform.boxes.Expect(u"タイムアウトエラー");
+  user.Click(Window().btnRegRead);
+  EXPECT_FALSE(ExchangeUnderWay(Window()));
+}
+
 TEST_F(ReadingWindow, ShowsWhatWasRead) {
   recorder.PutText(40321, "kg/m", 8);  // user unit 1
   recorder.Register(44001 + 11) = 156; // unit of channel 1

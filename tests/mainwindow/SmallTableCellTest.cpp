@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
                     MessageRow{"DIOffOutside", 2, 16, 3, "DI OFF", Left, ""},
                     MessageRow{"AlarmNoChannel", 3, 0, 0, "警報発生", "無し", "1"},
                     MessageRow{"AlarmFirstChannel", 3, 1, 1, "警報発生", "チャネル1", "2"},
-                    MessageRow{"AlarmLastChannel", 3, 72, 3, "警報発生", "チャネル72", "4"},
+                    MessageRow{"AlarmLastChannelOfTheSmallerModel", 3, 30, 3, "警報発生", "チャネル30", "4"},
                     MessageRow{"AlarmOutside", 3, 73, 4, "警報発生", Left, Left},
                     MessageRow{"AlarmNegative", 3, -1, -1, "警報発生", Left, Left},
                     MessageRow{"AlarmCleared", 4, 30, 2, "警報解除", "チャネル30", "3"},
@@ -67,6 +67,32 @@ INSTANTIATE_TEST_SUITE_P(
                     MessageRow{"TimingOutside", 5, 1, 1, Left, Left, Left},
                     MessageRow{"TimingNegative", -1, 1, 1, Left, Left, Left}),
     [](const auto& tested) { return std::string(tested.param.name); });
+
+class MessageChannel : public MainWindow {
+protected:
+  // What the cell shows that held Before.
+  static constexpr const char* Before = "before";
+  std::string Shown(int channel) {
+    Put("M", 0, "MTM1", 3);
+    Put("M", 0, "MTM2", channel);
+    Window().fgrMess.SetText(1, 3, FromUtf8(Before));
+    FillMessageRow(1);
+    return CellText(Window().fgrMess, 1, 3);
+  }
+};
+
+TEST_F(MessageChannel, IsOneOfTheModelsOwnOnKov) {
+  Open("KOV");
+  EXPECT_EQ("チャネル30", Shown(30)); // 18 measuring and 12 operation channels
+  EXPECT_EQ(Before, Shown(31));
+  EXPECT_EQ(Before, Shown(72));
+}
+
+TEST_F(MessageChannel, IsOneOfTheModelsOwnOnRug) {
+  Open("RUG");
+  EXPECT_EQ("チャネル72", Shown(72)); // 36 and 36
+  EXPECT_EQ(Before, Shown(73));
+}
 
 using SmallTables = EitherWindow;
 LOADER_FOR_BOTH_MODELS(SmallTables);

@@ -1,7 +1,7 @@
 // Each kind of control: what the user does, what the program changes, focus, selection, state.
-#include <QAbstractItemView>
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -50,6 +50,35 @@ TEST_F(BinderTest, TypingGoesIntoTheRecordLetterByLetter) {
   screen.txtName.onChange = [&] { seen.push_back(screen.txtName.text); };
   TypeOver(Find<QLineEdit>("txtName"), "abc");
   EXPECT_EQ((std::vector<std::u16string>{u"a", u"ab", u"abc"}), seen);
+}
+
+TEST_F(BinderTest, APastedTextEndsAtItsFirstLineBreak) {
+  ShowSample();
+  auto& edit = Find<QLineEdit>("txtName");
+  for (const char16_t* pasted : {u"taro@heat\r\n", u"taro@heat\nsecond", u"taro@heat\u2028second"}) {
+    edit.setFocus();
+    edit.selectAll();
+    QApplication::clipboard()->setText(QString::fromUtf16(pasted));
+    QTest::keyClick(&edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(u"taro@heat", screen.txtName.text);
+    EXPECT_EQ(QStringLiteral("taro@heat"), edit.text());
+    EXPECT_EQ(9, edit.cursorPosition());
+  }
+}
+
+TEST_F(BinderTest, ACharacterThatTheRecorderDoesNotKnowIsShownAsItWillBeStored) {
+  ShowSample();
+  auto& edit = Find<QLineEdit>("txtName");
+  edit.setFocus();
+  QApplication::clipboard()->setText(QStringLiteral("caf\u00E9 温度① \U0001F600"));
+  QTest::keyClick(&edit, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(u"caf? 温度① ?", screen.txtName.text);
+  EXPECT_EQ(QStringLiteral("caf? 温度① ?"), edit.text());
+}
+
+TEST_F(BinderTest, AFieldTakesNoDropThatWouldPassItsCheckBy) {
+  ShowSample();
+  EXPECT_FALSE(Find<QLineEdit>("txtName").acceptDrops());
 }
 
 TEST_F(BinderTest, ATextSetByTheProgramIsShownAndRunsNothing) {
@@ -166,115 +195,6 @@ TEST_F(BinderTest, ComingBackFromABoxRunsNoFocusHandler) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
   EXPECT_TRUE(GetsFocus(Find<QLineEdit>("txtName")));
   EXPECT_EQ(1, got);
-}
-
-// list
-
-TEST_F(BinderTest, AChoiceOfTheUserRunsTheHandlerOnce) {
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON", u"AUTO"});
-  screen.cmbKind.index = 0;
-  ShowSample();
-  std::vector<int> seen;
-  screen.cmbKind.onChange = [&] { seen.push_back(screen.cmbKind.index); };
-  auto& combo = Find<QComboBox>("cmbKind");
-  combo.setFocus();
-  QTest::keyClick(&combo, Qt::Key_Down);
-  EXPECT_EQ(std::vector<int>{1}, seen);
-  EXPECT_EQ(QStringLiteral("ON"), combo.currentText());
-}
-
-TEST_F(BinderTest, AListSetByTheProgramIsShownAndRunsNothing) {
-  ShowSample();
-  screen.cmbKind.onChange = [] { FAIL() << "ran"; };
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"２線式", u"３線式"});
-  screen.cmbKind.index = 1;
-  platform.userInterface.Refresh();
-  auto& combo = Find<QComboBox>("cmbKind");
-  EXPECT_EQ(2, combo.count());
-  EXPECT_EQ(QStringLiteral("３線式"), combo.currentText());
-}
-
-TEST_F(BinderTest, AnIndexOutsideTheListShowsNothingChosen) {
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON"});
-  screen.cmbKind.index = 5;
-  ShowSample();
-  EXPECT_EQ(-1, Find<QComboBox>("cmbKind").currentIndex());
-}
-
-TEST_F(BinderTest, AHandlerThatTurnsBackTheChoiceIsShown) {
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"KOV", u"RUG"});
-  screen.cmbKind.index = 0;
-  ShowSample();
-  screen.cmbKind.onChange = [&] { screen.cmbKind.index = 0; };
-  auto& combo = Find<QComboBox>("cmbKind");
-  combo.setFocus();
-  QTest::keyClick(&combo, Qt::Key_Down);
-  EXPECT_EQ(0, combo.currentIndex());
-}
-
-TEST_F(BinderTest, AListWhoseHandlerRewritesOtherFieldsShowsThemAll) {
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"K", u"1-5V"});
-  FillList(screen.cmbDI3, std::vector<std::u16string>{u"off"});
-  ShowSample();
-  screen.cmbKind.onChange = [&] {
-    screen.txtValue.text = u"5.000";
-    screen.txtName.enabled = false;
-    FillList(screen.cmbDI3, std::vector<std::u16string>{u"x", u"y", u"z"});
-    SelectRow(screen.cmbDI3, 2);
-    screen.lblPlain.caption = u"V";
-    screen.chkOn.checked = true;
-  };
-  int other = 0;
-  screen.cmbDI3.onChange = [&] { ++other; };
-  auto& combo = Find<QComboBox>("cmbKind");
-  combo.setFocus();
-  QTest::keyClick(&combo, Qt::Key_Down);
-  EXPECT_EQ(QStringLiteral("5.000"), Find<QLineEdit>("txtValue").text());
-  EXPECT_FALSE(Find<QLineEdit>("txtName").isEnabled());
-  EXPECT_EQ(QStringLiteral("z"), Find<QComboBox>("cmbDI_3").currentText());
-  EXPECT_EQ(QStringLiteral("V"), Find<QLabel>("lblPlain").text());
-  EXPECT_TRUE(Find<QCheckBox>("chkOn").isChecked());
-  EXPECT_EQ(1, other);
-}
-
-TEST_F(BinderTest, AListIsAsWideAsItsLongestRowUpToALimit) {
-  const auto widthWith = [this](const std::u16string& row) {
-    FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", row});
-    platform.userInterface.Refresh();
-    return Find<QComboBox>("cmbKind").minimumSizeHint().width();
-  };
-  ShowSample();
-  const QFontMetrics metrics = Find<QComboBox>("cmbKind").fontMetrics();
-  const int narrow = widthWith(u"ON");
-  const int wide = widthWith(u"上下限警報");
-  EXPECT_GT(narrow, metrics.horizontalAdvance(QStringLiteral("OFF")));
-  EXPECT_EQ(7 * metrics.horizontalAdvance(u'X'), wide - narrow); // ten half widths against three
-  EXPECT_EQ(widthWith(std::u16string(24, u'x')), widthWith(std::u16string(60, u'x')));
-}
-
-TEST_F(BinderTest, TheRowsOfAListAreLaidOutWhenItIsOpenedNotBefore) {
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON"});
-  ShowSample();
-  auto& combo = Find<QComboBox>("cmbKind");
-  EXPECT_EQ(nullptr, combo.findChild<QAbstractItemView*>());
-  combo.showPopup();
-  ASSERT_NE(nullptr, combo.findChild<QAbstractItemView*>());
-  EXPECT_EQ(2, combo.findChild<QAbstractItemView*>()->model()->rowCount());
-  combo.hidePopup();
-}
-
-TEST_F(BinderTest, TheWheelOverAListChangesNothing) {
-  FillList(screen.cmbKind, std::vector<std::u16string>{u"a", u"b", u"c"});
-  screen.cmbKind.index = 1;
-  ShowSample();
-  auto& combo = Find<QComboBox>("cmbKind");
-  combo.setFocus();
-  const QPoint middle = combo.rect().center();
-  QWheelEvent wheel(middle, combo.mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                    Qt::NoScrollPhase, false);
-  QApplication::sendEvent(&combo, &wheel);
-  EXPECT_EQ(1, combo.currentIndex());
-  EXPECT_EQ(1, screen.cmbKind.index);
 }
 
 // label

@@ -1,9 +1,12 @@
 // The table: one pass for a rewrite, headings, widths, colours, the current cell both ways, the keyboard.
 #include <QAbstractItemModelTester>
+#include <QHelpEvent>
 #include <QImage>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTabWidget>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include "qt/GridView.h"
 #include "qt/HeadingView.h"
@@ -189,17 +192,54 @@ TEST_F(GridTest, NoFixedRowsOrColumnsMeansNoHeadings) {
 
 // widths
 
-TEST_F(GridTest, WidthsAreTwipsInProportionToTheFont) {
+// Behind the cell's margins and its line.
+TEST_F(GridTest, WidthsAreTwipsOfTextInProportionToTheFont) {
+  constexpr int Around = 2 * GridView::CellMargin + 1;
   ShowGrid(3, 3);
   QFont font = View().font();
   font.setPixelSize(12);
   View().setFont(font);
   grid.SetColWidth(1, 1500);
   Refresh();
-  EXPECT_NEAR(100, View().columnWidth(0), 1);
+  EXPECT_NEAR(100, View().columnWidth(0) - Around, 1);
   font.setPixelSize(24); // 200 %
   View().setFont(font);
-  EXPECT_NEAR(200, View().columnWidth(0), 2);
+  EXPECT_NEAR(200, View().columnWidth(0) - Around, 2);
+}
+
+// Sixteen bytes in 1500 twips; wide letters of a proportional font may need more.
+TEST_F(GridTest, ATagOfFullLengthIsNotCut) {
+  ShowGrid(3, 3);
+  grid.SetColWidth(1, 1500);
+  for (const int pixels : {12, 18, 24}) {
+    QFont font = View().font();
+    font.setPixelSize(pixels);
+    View().setFont(font);
+    Refresh();
+    const int room = View().visualRect(Model().index(0, 0)).width() - GridView::CellMargin - 1;
+    for (const char16_t* tag : {u"一号炉出口温度計", u"ﾆｭｳｺｳ ｵﾝﾄﾞｹｲ 01", u"TIC-1234 No.0001"}) {
+      EXPECT_LE(View().fontMetrics().horizontalAdvance(QString::fromUtf16(tag)), room) << pixels;
+    }
+  }
+}
+
+TEST_F(GridTest, ACutTextIsToldWholeAndLetterByLetter) {
+  ShowGrid(3, 3);
+  grid.SetColWidth(1, 600);
+  grid.SetText(1, 1, u"P&ID \"A\" > 100 <b>x</b>  y");
+  grid.SetText(2, 1, u"short");
+  Refresh();
+  const auto tipOver = [this](int row) {
+    const QPoint spot = View().visualRect(Model().index(row, 0)).center();
+    QHelpEvent help(QEvent::ToolTip, spot, View().viewport()->mapToGlobal(spot));
+    QApplication::sendEvent(View().viewport(), &help);
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    EXPECT_TRUE(QToolTip::text().isEmpty() || Qt::mightBeRichText(QToolTip::text()));
+    return shown.toPlainText();
+  };
+  EXPECT_EQ(QString(), tipOver(1));
+  EXPECT_EQ(QStringLiteral("P&ID \"A\" > 100 <b>x</b>  y"), tipOver(0));
 }
 
 TEST_F(GridTest, AColumnIsNeverNarrowerThanItsHeading) {
@@ -243,6 +283,9 @@ struct GridColours : GridTest {
     grid.SetBack(1, 1, 0x404040);
     grid.SetBack(1, 2, 0xFFFF00);
     grid.SetBack(1, 3, White);
+    for (const int col : {1, 2, 3}) {
+      grid.SetColWidth(col, 600); // all within the window
+    }
     Refresh();
   }
   QColor TextColour(int col) { return Model().index(0, col - 1).data(Qt::ForegroundRole).value<QColor>(); }

@@ -342,5 +342,14 @@ TEST_F(LostFocus, ATableIsNotEntered) {
   EXPECT_EQ(0, screen.fgrTable.Row);
 }
 
+// The page of the field that is asked for does not show: nobody leaves the one the user is in.
+TEST_F(LostFocus, AFocusThatCannotBeTakenChecksNoField) {
+  EnterWrongValue();
+  RequestFocus(screen.txtOther);
+  platform.userInterface.Refresh();
+  EXPECT_EQ(0, checks);
+  EXPECT_EQ(&Field(), Window().focusWidget());
+}
+
 } // namespace
 } // namespace loader::test

@@ -1,6 +1,8 @@
 // The main window by the keyboard, and what a refused field does that turns the page.
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
 #include <set>
@@ -71,6 +73,27 @@ TEST_F(MainWindowKeys, APageOfTablesIsEnteredInTheFirstRowOfItsFirstTable) {
   EXPECT_TRUE(table.hasFocus());
   EXPECT_EQ(0, table.currentIndex().row());
   EXPECT_EQ(1, frmParamLoader->fgrGroup.Row);
+}
+
+TEST_F(MainWindowKeys, ARefusedFieldThatWasScrolledAwayStandsBeforeTheUserAgain) {
+  Start("0");
+  ClickTab(RecorderPage);
+  TypeWrongValue("txtAlarmHist");
+  auto& field = Find<QLineEdit>("txtAlarmHist");
+  auto& page = Find<QScrollArea>("pageRecorder");
+  page.verticalScrollBar()->setValue(page.verticalScrollBar()->maximum());
+  ASSERT_TRUE(field.visibleRegion().isEmpty()) << "the page does not scroll far enough";
+  boxes.Expect(std::u16string(LoadText(62200)));
+  QTest::mouseClick(&Find<QComboBox>("cmbDI_8"), Qt::LeftButton);
+  EXPECT_EQ(&field, Window().focusWidget());
+  EXPECT_EQ(field.rect(), field.visibleRegion().boundingRect());
+}
+
+TEST_F(MainWindowKeys, WhatNoCaptionNamesTellsItsNameAsAToolTip) {
+  Start("0");
+  ClickTab(EthernetPage);
+  EXPECT_EQ(QStringLiteral("Web ｻｰﾊﾞｰ メッセージ"), Find<QComboBox>("cmbWebSrvMsgFunc").toolTip());
+  EXPECT_TRUE(Find<QComboBox>("cmbWebSrvFunc").toolTip().isEmpty());
 }
 
 TEST_F(MainWindowKeys, CtrlTabTurnsThePagesFromAListToo) {

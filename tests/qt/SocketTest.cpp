@@ -104,6 +104,25 @@ TEST_F(Socket, AHostThatIsNoneIsToldByNothing) {
   EXPECT_EQ(0, connects);
 }
 
+// Not eight and ten, as a resolver reads them that takes a leading zero for octal.
+TEST_F(Socket, APartWithLeadingZerosIsDecimal) {
+  server.close();
+  if (!server.listen(QHostAddress(QStringLiteral("127.0.0.12")))) {
+    GTEST_SKIP() << "this machine has one loopback address only";
+  }
+  serverPort = server.serverPort();
+  socket.RemoteHost = u"127.000.00.012";
+  socket.Connect();
+  EXPECT_TRUE(Until([&] { return connects == 1; }));
+  ASSERT_TRUE(Until([&] { return server.hasPendingConnections(); }));
+}
+
+TEST_F(Socket, AHostNameIsLookedUpAsItIs) {
+  socket.RemoteHost = u"localhost";
+  socket.Connect();
+  EXPECT_TRUE(Until([&] { return connects == 1; }));
+}
+
 TEST_F(Socket, ConnectsAgainAfterClose) {
   ConnectBoth();
   PeerSends("rest of the last exchange");
