@@ -164,6 +164,10 @@ int QtScreens::Run(const std::function<void()>& start) {
   running_ = true;
   const int code = QCoreApplication::exec();
   running_ = false;
+  // The session may have ended the program with a screen open, and the records go before the windows.
+  for (const auto& open : open_) {
+    open->binder->Release();
+  }
   return code;
 }
 

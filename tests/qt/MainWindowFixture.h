@@ -20,6 +20,7 @@ struct MainWindowTest : testing::Test {
 
   ~MainWindowTest() override {
     if (platform != nullptr) {
+      platform->screens.EndProgram();
       frmParamLoader.reset(); // its timers end while there is a platform
     }
   }
