@@ -31,10 +31,18 @@ std::string LineOf(const ParamSection& section, int item, std::string_view tag, 
          std::string(tag) + "," + ToCodePage(value) + "\r\n";
 }
 
+// A line break that a recorder holds in a text would split its row, and the file would not open again.
+std::u16string OneLine(std::u16string_view value) {
+  std::u16string text(value);
+  std::replace_if(
+      text.begin(), text.end(), [](char16_t c) { return c == u'\r' || c == u'\n'; }, u' ');
+  return text;
+}
+
 void WriteItem(std::ostream& out, const ParamSection& section, int number) {
   const ParamItem& item = section.Items[static_cast<std::size_t>(number)];
   for (const ParamTextRecord& record : item.TextRecords) {
-    out << LineOf(section, number, record.Tag, TrimRight(record.Value));
+    out << LineOf(section, number, record.Tag, TrimRight(OneLine(record.Value)));
   }
   for (const ParamNumRecord& record : item.NumRecords) {
     out << LineOf(section, number, record.Tag, DecimalText(record.Value));

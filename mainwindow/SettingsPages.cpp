@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "channel/modUtil.h"
 #include "core/ModelProfile.h"
@@ -24,9 +25,31 @@ ParamTextRecord* TextRecordOf(const SettingsField& field) {
   return FindTextRecord(field.section, field.item, field.tag);
 }
 
-void StoreListRow(const SettingsField& field, const ListBox& list) {
+// Some lists and fields are one setting. What one of them has stored the others show at once, lest a look at
+// one writes its stale value back. A list that does not hold the value stays as it was; no handler runs.
+void ShowOnTheOthers(const ParamLoaderScreen& window, const SettingsField& stored,
+                     const ParamNumRecord& record) {
+  for (const SettingsField& other : SettingsFields()) {
+    if (other.control == stored.control || other.section != stored.section || other.item != stored.item ||
+        other.tag != stored.tag) {
+      continue;
+    }
+    if (other.shape == FieldShape::Number) {
+      FieldNamed(window, other.control).text =
+          StoredToText(record.Value, 0, record.MinValue, record.MaxValue);
+    } else if (other.shape == FieldShape::List) {
+      ListBox& list = ListNamed(window, other.control);
+      if (record.Value >= 0 && std::cmp_less(record.Value, list.items.size())) {
+        list.index = record.Value;
+      }
+    }
+  }
+}
+
+void StoreListRow(const ParamLoaderScreen& window, const SettingsField& field, const ListBox& list) {
   if (ParamNumRecord* record = NumRecordOf(field)) {
     record->Value = static_cast<std::int16_t>(list.index);
+    ShowOnTheOthers(window, field, *record);
   }
 }
 
@@ -63,6 +86,7 @@ void LeaveNumberField(ParamLoaderScreen& window, const SettingsField& field, Tex
   std::int16_t stored = record->Value;
   if (TextToStored(typed, stored, record->MinValue, record->MaxValue, 0)) {
     record->Value = stored;
+    ShowOnTheOthers(window, field, *record);
   }
 }
 
@@ -121,7 +145,7 @@ void LeaveTextField(const SettingsField& field, TextField& text) {
 void TieList(ParamLoaderScreen& window, const SettingsField& field) {
   ListBox& list = window.lists.emplace_back(window, std::string(field.control));
   if (field.shape == FieldShape::List) {
-    list.onChange = [&field, &list] { StoreListRow(field, list); };
+    list.onChange = [&window, &field, &list] { StoreListRow(window, field, list); };
     return;
   }
   ListBox& minutes = window.lists.emplace_back(window, std::string(field.second));

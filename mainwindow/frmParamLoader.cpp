@@ -149,15 +149,26 @@ void ChangeModel(ParamLoaderScreen& window) {
     return;
   }
   // A new model would pull the store from under a flow whose link is still being opened.
-  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
+  const auto showSaved = [&] {
     if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
       window.cmbType.index = *saved;
     }
+  };
+  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
+    showSaved();
     return;
   }
   SaveCommSettings();
   window.CopySourceRow = 0;
-  SetIniValue(LoaderSection, "TYPE", DecimalText(picked), LoaderIniPath());
+  const std::u16string type = DecimalText(picked);
+  SetIniValue(LoaderSection, "TYPE", type, LoaderIniPath());
+  // The rebuild takes the model from the file: where that cannot be written, it would throw the set-up away
+  // and stay with the old model.
+  if (GetIniValue(LoaderSection, "TYPE", LoaderIniPath()) != type) {
+    ShowMessage(LoadText(11002));
+    window.cmbType.index = ModelCode == "KOV" ? 0 : 1;
+    return;
+  }
   ParamStoreBackup = ParamStore;
   if (!RebuildStoreOrEnd()) {
     return;

@@ -95,7 +95,7 @@ Binder::Binder(UserInterface& userInterface, Screen& boundScreen, QWidget& formW
                const FormMaker& makePage, std::vector<std::string>& missing)
     : screen(boundScreen), window(formWindow), userInterface_(userInterface), makePage_(makePage),
       missing_(missing), unbound_(boundScreen.controls.begin(), boundScreen.controls.end()) {
-  FindLatePages();
+  FindPages();
   BindForm(window);
   TellMissing();
   userInterface_.Opened(*this);
@@ -115,13 +115,23 @@ void Binder::Release() {
   byControl_.clear();
 }
 
-void Binder::FindLatePages() {
+void Binder::FindPages() {
   for (const QTabWidget* tabs : window.findChildren<QTabWidget*>()) {
+    shownPages_.emplace_back(tabs, tabs->currentIndex());
     for (int index = 0; index < tabs->count(); ++index) {
       auto* page = qobject_cast<QScrollArea*>(tabs->widget(index));
       if (page != nullptr && page->widget() == nullptr) {
         latePages_.push_back(page);
       }
+    }
+  }
+}
+
+void Binder::WatchPages() {
+  for (auto& [tabs, page] : shownPages_) {
+    if (page != tabs->currentIndex()) {
+      page = tabs->currentIndex();
+      pageTurned = true;
     }
   }
 }
@@ -185,9 +195,9 @@ void Binder::Bind(Control& control, QObject& object) {
   byObject_.emplace(&object, &binding);
   byControl_.emplace(&control, &binding);
   if (widget != nullptr) {
-    if (widget->accessibleName().isEmpty()) {
-      widget->setAccessibleName(object.objectName());
-    } else if (widget->toolTip().isEmpty()) {
+    if (widget->accessibleName().isEmpty() && qobject_cast<QLabel*>(widget) == nullptr) {
+      widget->setAccessibleName(object.objectName()); // until a caption names it; a label's text is its name
+    } else if (!widget->accessibleName().isEmpty() && widget->toolTip().isEmpty()) {
       widget->setToolTip(widget->accessibleName()); // the form names what no caption on the screen names
     }
     widget->installEventFilter(this);
@@ -215,6 +225,7 @@ void Binder::RefreshWidgets() {
       binding.fresh = false;
     }
   } while (MakeShownPages());
+  WatchPages();
 }
 
 void Binder::EnterPage() {
@@ -226,6 +237,18 @@ void Binder::EnterPage() {
     if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled() && field->isVisibleTo(page) &&
         page->isAncestorOf(field)) {
       field->setFocus(Qt::OtherFocusReason);
+      return;
+    }
+  }
+}
+
+void Binder::EnterTabsOf(const Control& control) {
+  const QWidget* widget = WidgetOf(control);
+  const bool waits = std::find(unbound_.begin(), unbound_.end(), &control) != unbound_.end();
+  for (const auto& [tabs, page] : shownPages_) {
+    const bool on = widget != nullptr && tabs->isAncestorOf(widget);
+    if (tabs->currentWidget() != nullptr && (waits || (on && !tabs->currentWidget()->isAncestorOf(widget)))) {
+      tabs->tabBar()->setFocus(Qt::OtherFocusReason);
       return;
     }
   }

@@ -20,12 +20,14 @@
 #include <deque>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/Controls.h"
 #include "qt/Forms.h"
 
 class QScrollArea;
+class QTabWidget;
 class QWidget;
 
 namespace loader {
@@ -62,6 +64,8 @@ public:
   void RefreshWidgets();
   // Gives the keyboard to the first field of a page that it came to when there was nothing on it yet.
   void EnterPage();
+  // Gives the keyboard to the tabs of a control whose page does not show; does nothing with another control.
+  void EnterTabsOf(const Control& control);
   // False when the control is hidden, disabled or on another page.
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
   // Does nothing with a control that can't take it.
@@ -72,6 +76,8 @@ public:
 
   Screen& screen;
   QWidget& window;
+  // A page has come to the front since this was last looked at, by the user or by the program.
+  bool pageTurned = false;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -79,7 +85,8 @@ private:
   // Ties the records that have no widget yet to the widgets of a form: the window's or a page's.
   void BindForm(QWidget& form);
   void Bind(Control& control, QObject& object);
-  void FindLatePages();
+  void FindPages();
+  void WatchPages();
   // True when a page was made.
   bool MakeShownPages();
   void MakePage(QScrollArea& page);
@@ -90,6 +97,7 @@ private:
   const FormMaker& makePage_;
   std::vector<std::string>& missing_;
   std::vector<Control*> unbound_;
+  std::vector<std::pair<const QTabWidget*, int>> shownPages_;
   std::vector<QScrollArea*> latePages_; // still empty
   std::deque<Binding> bindings_;        // fixed addresses
   std::unordered_map<const QObject*, Binding*> byObject_;

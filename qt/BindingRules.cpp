@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QTabWidget>
 #include <algorithm>
 #include <array>
@@ -53,26 +54,62 @@ QString SpokenCaption(const std::u16string& caption) {
   return ToQt(caption).remove(u'&').trimmed();
 }
 
-// What a field takes of a text that the user typed or pasted: one line, since a line break would split the
+// What a field takes of a text that the user types or pastes: one line, since a line break would split the
 // row that the value has in the parameter file, and the characters that the recorder knows, so that the user
 // sees at once what will be stored.
-std::u16string FieldText(const std::u16string& typed) {
-  return FromCodePage(ToCodePage(typed.substr(0, typed.find_first_of(u"\r\n\u2028\u2029"))));
+std::u16string Taken(std::u16string_view inserted) {
+  constexpr std::u16string_view LineBreaks = u"\r\n\u2028\u2029";
+  const std::size_t begin = inserted.find_first_not_of(LineBreaks);
+  if (begin == std::u16string_view::npos) {
+    return {};
+  }
+  inserted.remove_prefix(begin);
+  return FromCodePage(ToCodePage(inserted.substr(0, inserted.find_first_of(LineBreaks))));
+}
+
+// Takes back of an edit what a field does not take. `before` is the text that the edit found; what was
+// inserted ends at the cursor. The edit stays one step for Ctrl+Z.
+void CleanEdit(QLineEdit& edit, const std::u16string& before) {
+  const std::u16string after = FromQt(edit.text());
+  const auto end = static_cast<std::size_t>(edit.cursorPosition());
+  const auto differs = std::mismatch(after.begin(), after.begin() + static_cast<std::ptrdiff_t>(end),
+                                     before.begin(), before.end())
+                           .first;
+  // Where the insertion began, or further on when it begins like what it replaced.
+  auto begin = static_cast<std::size_t>(differs - after.begin());
+  const std::u16string inserted = after.substr(begin, end - begin);
+  if (Taken(inserted) == inserted) {
+    return;
+  }
+  const QSignalBlocker quiet(edit);
+  edit.undo();
+  if (FromQt(edit.text()) == before) {
+    const int selected = edit.selectionStart();
+    begin = std::min(begin, static_cast<std::size_t>(selected >= 0 ? selected : edit.cursorPosition()));
+    const std::size_t behind = after.size() - end;
+    edit.setSelection(static_cast<int>(begin), static_cast<int>(before.size() - behind - begin));
+    edit.insert(ToQt(Taken(after.substr(begin, end - begin))));
+  } else { // the step was joined with others
+    const std::u16string taken = Taken(inserted);
+    edit.setText(ToQt(after.substr(0, begin) + taken + after.substr(end)));
+    edit.setCursorPosition(static_cast<int>(begin + taken.size()));
+  }
 }
 
 void ListenToField(UserInterface& userInterface, QObject& binder, Binding& binding) {
   auto& field = RecordOf<TextField>(binding);
+  auto& edit = WidgetAs<QLineEdit>(binding);
   // A drop would edit a field that the user isn't in and whose check never comes.
-  WidgetAs<QLineEdit>(binding).setAcceptDrops(false);
-  QObject::connect(&WidgetAs<QLineEdit>(binding), &QLineEdit::textEdited, &binder,
-                   [&userInterface, &binding, &field](const QString& typed) {
-                     binding.text = FromQt(typed);
-                     if (field.enabled && field.visible) {
-                       userInterface.EditBegins(field);
-                     }
-                     userInterface.Act(
-                         field, [&] { field.text = FieldText(binding.text); }, field.onChange);
-                   });
+  edit.setAcceptDrops(false);
+  QObject::connect(&edit, &QLineEdit::textEdited, &binder, [&userInterface, &binding, &field, &edit] {
+    CleanEdit(edit, binding.text);
+    binding.text = FromQt(edit.text());
+    if (field.enabled && field.visible) {
+      userInterface.EditBegins(field);
+    }
+    userInterface.Act(
+        field, [&] { field.text = binding.text; }, field.onChange);
+  });
 }
 
 void ShowField(Binding& binding) {

@@ -10,19 +10,36 @@ namespace loader {
 
 class FrontWindow {
 public:
-  FrontWindow() : window_(QApplication::activeWindow()) {}
+  FrontWindow() : active_(QApplication::activeWindow()), window_(Find()) {}
   ~FrontWindow() {
-    if (window_ && window_->isVisible()) {
-      window_->activateWindow();
+    if (active_ && active_->isVisible()) {
+      active_->activateWindow();
     }
   }
   FrontWindow(const FrontWindow&) = delete;
   FrontWindow& operator=(const FrontWindow&) = delete;
 
-  // Null when no window of the program has the keyboard.
+  // What a box or a dialog belongs over; null when no window stands.
   [[nodiscard]] QWidget* Window() const { return window_; }
 
 private:
+  // No window has the keyboard just after a box has gone, or while the user works in another program.
+  static QWidget* Find() {
+    if (QWidget* active = QApplication::activeWindow()) {
+      return active;
+    }
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+      return modal;
+    }
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->isVisible() && window->windowType() == Qt::Window) {
+        return window;
+      }
+    }
+    return nullptr;
+  }
+
+  QPointer<QWidget> active_;
   QPointer<QWidget> window_;
 };
 

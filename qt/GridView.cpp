@@ -11,6 +11,7 @@
 
 #include "qt/HeadingView.h"
 #include "qt/QtText.h"
+#include "qt/ReadableColour.h"
 
 namespace loader {
 
@@ -27,19 +28,19 @@ public:
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     const auto& view = static_cast<const GridView&>(*option.widget);
     const QVariant back = index.data(Qt::BackgroundRole);
-    const QVariant text = index.data(Qt::ForegroundRole);
     const QPalette::ColorGroup group = view.isEnabled() ? QPalette::Active : QPalette::Disabled;
-    painter->fillRect(option.rect,
-                      back.isValid() ? back.value<QColor>() : option.palette.color(group, QPalette::Base));
-    painter->setPen(text.isValid() ? text.value<QColor>() : option.palette.color(group, QPalette::Text));
+    const QColor base = option.palette.color(group, QPalette::Base);
+    const QColor shown = back.isValid() ? ShadeOn(base, back.value<QColor>()) : base;
+    painter->fillRect(option.rect, shown);
+    painter->setPen(back.isValid() ? ReadableOn(shown) : option.palette.color(group, QPalette::Text));
     const QString whole = index.data().toString();
     // A text that is a little too wide may come close to the line before it is cut.
     const QRect inside = option.rect.adjusted(GridView::CellMargin, 0, -GridView::CellMargin, 0);
     const QRect most = option.rect.adjusted(GridView::CellMargin, 0, -1, 0);
     const bool fits = option.fontMetrics.horizontalAdvance(whole) <= inside.width();
-    const QString shown = fits ? whole : option.fontMetrics.elidedText(whole, Qt::ElideRight, most.width());
+    const QString text = fits ? whole : option.fontMetrics.elidedText(whole, Qt::ElideRight, most.width());
     const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
-    painter->drawText(fits ? inside : most, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
+    painter->drawText(fits ? inside : most, static_cast<int>(alignment) | Qt::TextSingleLine, text);
     if (index == view.currentIndex()) {
       PaintFrame(*painter, option.rect, option.palette, view.hasFocus());
     }

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -36,6 +37,14 @@ bool HasExtension(const QString& path) {
   return QFileInfo(path).fileName().lastIndexOf(u'.') > 0;
 }
 
+// Qt's dialog takes a quote for the border between two names: a"b.KOV would be saved as b.KOV in some other
+// folder.
+bool HasQuote(const QFileDialog& dialog) {
+  const auto* name =
+      dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); // none in a platform's own dialog
+  return name != nullptr && name->text().contains(u'"');
+}
+
 // The path that the user chose, the extension appended where it is to be; empty when he gave up.
 QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath) {
   const FileFilter filter = FilterOf(asked.Filter);
@@ -50,8 +59,14 @@ QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath)
   if (!lastPath.isEmpty()) {
     dialog.selectFile(lastPath);
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-    return {};
+  while (true) {
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+      return {};
+    }
+    if (purpose == Purpose::Open || !HasQuote(dialog)) {
+      break;
+    }
+    ShowMessage(u"ファイル名に「\"」は使えません。");
   }
   QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
   if (purpose == Purpose::Save && !filter.extension.isEmpty() && !HasExtension(path)) {

@@ -32,7 +32,7 @@ QWidget* QtScreens::WindowOf(const Screen& screen) const {
   return open == nullptr ? nullptr : open->window.get();
 }
 
-QtScreens::OpenScreen& QtScreens::Open(Screen& screen, bool modal) {
+QtScreens::OpenScreen& QtScreens::Open(Screen& screen, const FrontWindow* front) {
   if (Find(screen) != nullptr) {
     throw std::logic_error("the screen " + screen.name + " is open already");
   }
@@ -40,8 +40,8 @@ QtScreens::OpenScreen& QtScreens::Open(Screen& screen, bool modal) {
   if (window == nullptr) {
     throw std::logic_error("no form for the screen " + screen.name);
   }
-  if (modal) {
-    window->setParent(QApplication::activeWindow(), Qt::Dialog);
+  if (front != nullptr) {
+    window->setParent(front->Window(), Qt::Dialog);
     window->setWindowModality(Qt::ApplicationModal);
   }
   if (screen.widthPixels > 0 && screen.heightPixels > 0) {
@@ -58,7 +58,7 @@ QtScreens::OpenScreen& QtScreens::Open(Screen& screen, bool modal) {
 
 void QtScreens::Show(Screen& screen) {
   closed_.clear();
-  Open(screen, false).window->show();
+  Open(screen, nullptr).window->show();
 }
 
 void QtScreens::ShowModal(Screen& screen) {
@@ -66,7 +66,7 @@ void QtScreens::ShowModal(Screen& screen) {
     return;
   }
   const FrontWindow front;
-  OpenScreen& open = Open(screen, true);
+  OpenScreen& open = Open(screen, &front);
   open.loop = std::make_unique<QEventLoop>();
   QEventLoop& loop = *open.loop;
   open.window->show();

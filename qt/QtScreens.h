@@ -15,6 +15,7 @@
 
 namespace loader {
 
+class FrontWindow;
 class UserInterface;
 
 class QtScreens final : public QObject, public Screens {
@@ -45,7 +46,8 @@ private:
     std::unique_ptr<QEventLoop> loop; // of a modal screen
     bool askingToClose = false;
   };
-  OpenScreen& Open(Screen& screen, bool modal);
+  // Modal over the window in front; null: on its own.
+  OpenScreen& Open(Screen& screen, const FrontWindow* front);
   bool MayClose(OpenScreen& open);
   void Closed(OpenScreen& open);
   [[nodiscard]] OpenScreen* Find(const Screen& screen) const;

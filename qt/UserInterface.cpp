@@ -173,9 +173,10 @@ void UserInterface::Refresh() {
 void UserInterface::GiveFocuses() {
   for (std::size_t i = 0; i < open_.size(); ++i) {
     Binder& binder = *open_[i];
-    binder.EnterPage();
     Control* target = std::exchange(binder.screen.focusRequest, nullptr);
+    const bool pageTurned = std::exchange(binder.pageTurned, false);
     if (target == nullptr) {
+      binder.EnterPage();
       continue;
     }
     // A field is left only for a control that takes the focus; one that is asked in vain leaves all as it is.
@@ -190,6 +191,12 @@ void UserInterface::GiveFocuses() {
       if (target->kind == ControlKind::TextField) {
         activeField_ = static_cast<TextField*>(target);
       }
+    } else if (pageTurned) {
+      // To a page that isn't the target's: a refused field may turn to another page than its own, and what
+      // the user types next is meant for it. The tabs take it, where it changes nothing, and not the field
+      // that the keyboard came to with the page.
+      activeField_ = nullptr;
+      binder.EnterTabsOf(*target);
     }
   }
 }

@@ -48,6 +48,14 @@ TEST_F(SmallStore, WritesItemNumbersAboveNinetyNineInThreeDigits) {
   EXPECT_NE(std::string::npos, Saved().find("\r\nN99CONS,5\r\nN100CONS,5\r\n"));
 }
 
+// As a recorder may hold it: the row would be split, and the file would not open again.
+TEST_F(SmallStore, WritesALineBreakInATextAsABlank) {
+  Start("1,S,30101,1,1\r\n0,NAME,0,1,x,16\r\n");
+  SetText(*FindTextRecord("S", 0, "NAME"), u"\nA\r\nB\n", SlotValue);
+  EXPECT_EQ("LOADER ,V210\r\nS00NAME, A  B\r\n", Saved());
+  EXPECT_EQ(u"\nA\r\nB\n", TrimRight(FindTextRecord("S", 0, "NAME")->Value)) << "as the recorder has it";
+}
+
 TEST_F(SmallStore, WritesTheExtremesOfANumber) {
   Start("1,S,30101,1,2\r\n0,SYS1,0,0,0,-32768,32767\r\n");
   SetNumber(*FindNumRecord("S", 0, "SYS1"), -32768, SlotValue);

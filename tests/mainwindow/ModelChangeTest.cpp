@@ -1,4 +1,6 @@
 // The model list: what a pick of the user asks, keeps and rebuilds.
+#include <filesystem>
+
 #include "core/modIniReadWrite.h"
 #include "tests/mainwindow/Fixture.h"
 
@@ -224,6 +226,21 @@ TEST_F(ModelChange, NegativeModelNumberIsHandledAlike) {
   EXPECT_EQ("RUG", ModelCode);
   Pick(1, BoxAnswer::Cancel);
   EXPECT_EQ(1, Window().cmbType.index);
+}
+
+// Where the program's folder cannot be written. The rebuild reads the model from the file.
+TEST_F(ModelChange, ThatCannotBeSavedLeavesAllAsItIs) {
+  Open("KOV");
+  PutText("C", 0, "TAG", "MINE");
+  std::filesystem::remove(LoaderIniPath());
+  std::filesystem::create_directory(LoaderIniPath());
+  platform.boxes.Expect(Question);
+  platform.boxes.Expect(u"保存に失敗しました");
+  user.Choose(Window().cmbType, 1);
+  EXPECT_EQ(0, Window().cmbType.index);
+  EXPECT_EQ("KOV", ModelCode);
+  EXPECT_EQ(Padded64("MINE"), StoredText("C", 0, "TAG"));
+  EXPECT_TRUE(ParamStoreBackup.empty());
 }
 
 // --- Who runs the handler

@@ -66,6 +66,33 @@ TEST_F(BinderTest, APastedTextEndsAtItsFirstLineBreak) {
   }
 }
 
+TEST_F(BinderTest, APasteWithALineBreakKeepsWhatStandsAroundIt) {
+  ShowSample();
+  auto& edit = Find<QLineEdit>("txtName");
+  const auto paste = [&](const char* before, int from, int length, const char16_t* pasted) {
+    screen.txtName.text = u"";
+    platform.userInterface.Refresh();
+    edit.setFocus();
+    QTest::keyClicks(&edit, QString::fromLatin1(before));
+    edit.setSelection(from, length);
+    QApplication::clipboard()->setText(QString::fromUtf16(pasted));
+    QTest::keyClick(&edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(FromQt(edit.text()), screen.txtName.text);
+    return edit.text();
+  };
+  EXPECT_EQ(QStringLiteral("furXnace"), paste("furnace", 3, 0, u"X\n"));
+  EXPECT_EQ(4, edit.cursorPosition());
+  QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(QStringLiteral("furnace"), edit.text());
+  EXPECT_EQ(u"furnace", screen.txtName.text);
+  EXPECT_EQ(QStringLiteral("abcnace"), paste("furnace", 0, 3, u"\nabc\ndef"));
+  EXPECT_EQ(3, edit.cursorPosition());
+  EXPECT_EQ(QStringLiteral("Xfurnace"), paste("furnace", 0, 0, u"X\r\nY"));
+  EXPECT_EQ(QStringLiteral("aab"),
+            paste("ab", 1, 0, u"a\n")); // what was inserted repeats what stands before it
+  EXPECT_EQ(QStringLiteral("furnace"), paste("furnace", 7, 0, u"\n"));
+}
+
 TEST_F(BinderTest, ACharacterThatTheRecorderDoesNotKnowIsShownAsItWillBeStored) {
   ShowSample();
   auto& edit = Find<QLineEdit>("txtName");
@@ -74,6 +101,16 @@ TEST_F(BinderTest, ACharacterThatTheRecorderDoesNotKnowIsShownAsItWillBeStored) 
   QTest::keyClick(&edit, Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(u"caf? 温度① ?", screen.txtName.text);
   EXPECT_EQ(QStringLiteral("caf? 温度① ?"), edit.text());
+}
+
+// Just after a box has gone, or while the user works in another program.
+TEST_F(BinderTest, ABoxBelongsOverTheWindowThoughItHasNotTheKeyboard) {
+  ShowSample();
+  QApplication::setActiveWindow(nullptr);
+  const QWidget* parent = nullptr;
+  boxes.Expect(u"text", BoxAnswer::Ok, [&](QMessageBox& box) { parent = box.parentWidget(); });
+  ShowMessage(u"text");
+  EXPECT_EQ(&Window(), parent);
 }
 
 TEST_F(BinderTest, AFieldTakesNoDropThatWouldPassItsCheckBy) {

@@ -107,6 +107,15 @@ TEST_F(FileDialog, SaveKeepsAnExtensionThatTheUserGave) {
   EXPECT_EQ(FullPath("plant.old"), asked.FileName);
 }
 
+TEST_F(FileDialog, SaveRefusesANameWithAQuote) {
+  boxes.Expect(u"ファイル名に「\"」は使えません。", BoxAnswer::Ok,
+               [this](QMessageBox&) { WhileShown([](QFileDialog& again) { again.reject(); }); });
+  WhileShown([this](QFileDialog& dialog) { Name(dialog, Path("a\"b.KOV")); });
+  EXPECT_EQ(FileDialogCancelled, platform.fileDialogs.ShowSave(asked));
+  EXPECT_EQ(1, boxes.Shown());
+  EXPECT_EQ(u"", asked.FileName);
+}
+
 TEST_F(FileDialog, SaveAsksBeforeItOverwrites) {
   MakeFile("plant.KOV");
   asked.Flags = AskBeforeOverwrite;

@@ -314,6 +314,20 @@ TEST_F(GridColours, WhiteIsTheBaseOfThePaletteLightOrDark) {
   EXPECT_FALSE(Model().index(0, 2).data(Qt::ForegroundRole).isValid());
 }
 
+// Gray says that a cell does not apply: nearly the gray of a dark palette, it is drawn lighter, with text that can be
+// read on it.
+TEST_F(GridColours, AShadeIsToldFromADarkBase) {
+  ShowColours();
+  for (const int base : {0x20, 0x2D, 0x3D, 0x50}) {
+    QPalette dark = View().palette();
+    dark.setColor(QPalette::Base, QColor(base, base, base));
+    dark.setColor(QPalette::Text, Qt::white);
+    View().setPalette(dark);
+    EXPECT_GE(std::abs(PixelInside(1, 1).lightness() - base), 32) << base;
+    EXPECT_EQ(QColor(0xFF, 0xFF, 0), PixelInside(1, 2)) << base;
+  }
+}
+
 TEST_F(GridColours, AlignmentIsTheCells) {
   ShowGrid(3, 4);
   grid.SetAlignment(1, 1, CellAlignment::Right);

@@ -31,6 +31,17 @@ struct MainWindowKeys : MainWindowTest {
     edit.selectAll();
     QTest::keyClicks(&edit, QStringLiteral("bad"));
   }
+  static std::vector<int> AllNumbers() {
+    std::vector<int> numbers;
+    for (const ParamSection& section : ParamStore) {
+      for (const ParamItem& item : section.Items) {
+        for (const ParamNumRecord& record : item.NumRecords) {
+          numbers.push_back(record.Value);
+        }
+      }
+    }
+    return numbers;
+  }
   void GuardEnds() {
     while (WaitTimer2.Enabled) {
       QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -94,6 +105,48 @@ TEST_F(MainWindowKeys, WhatNoCaptionNamesTellsItsNameAsAToolTip) {
   ClickTab(EthernetPage);
   EXPECT_EQ(QStringLiteral("Web ｻｰﾊﾞｰ メッセージ"), Find<QComboBox>("cmbWebSrvMsgFunc").toolTip());
   EXPECT_TRUE(Find<QComboBox>("cmbWebSrvFunc").toolTip().isEmpty());
+}
+
+// What is typed next is meant for the refused field: no list and no other field may take it.
+TEST_F(MainWindowKeys, AFieldThatTurnsToAnotherPageLeavesTheKeyboardToTheTabs) {
+  struct Refused {
+    const char* field;
+    int page;
+  };
+  for (const Refused refused : {Refused{"txtAVG", OperationPage}, Refused{"txtStationNo", RecorderPage}}) {
+    if (!platform) {
+      Start("0");
+    }
+    ClickTab(refused.page);
+    const std::vector<int> before = AllNumbers();
+    TypeWrongValue(refused.field);
+    boxes.Expect(std::u16string(LoadText(62200)));
+    QTest::keyClick(&Find<QLineEdit>(refused.field), Qt::Key_Tab);
+    EXPECT_NE(refused.page, Pages().currentIndex());
+    EXPECT_EQ(Pages().tabBar(), Window().focusWidget()) << refused.field;
+    QTest::keyClicks(Window().focusWidget(), QStringLiteral("5"));
+    EXPECT_EQ(before, AllNumbers());
+    GuardEnds();
+    ClickTab(refused.page);
+    auto& field = Find<QLineEdit>(refused.field);
+    field.setFocus();
+    field.selectAll();
+    QTest::keyClicks(&field, QStringLiteral("1"));
+    QTest::keyClick(&field, Qt::Key_Tab);
+  }
+}
+
+// A recorder may hold an address that none of its parts can be.
+TEST_F(MainWindowKeys, APageWithAWrongStoredValueCanBeLeftAgain) {
+  Start("0");
+  FindNumRecord("J", 0, "SIP1")->Value = 300;
+  for (int visit = 0; visit < 2; ++visit) {
+    ClickTab(MailPage);
+    EXPECT_EQ(Pages().tabBar(), Window().focusWidget());
+    ClickTab(RecorderPage);
+    EXPECT_EQ(RecorderPage, Pages().currentIndex());
+  }
+  EXPECT_EQ(0, boxes.Shown());
 }
 
 TEST_F(MainWindowKeys, CtrlTabTurnsThePagesFromAListToo) {
