@@ -148,12 +148,12 @@ void ChangeModel(ParamLoaderScreen& window) {
   if (saved && picked == *saved) {
     return;
   }
-  // A new model would pull the store from under a flow whose link is still being opened.
   const auto showSaved = [&] {
     if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
       window.cmbType.index = *saved;
     }
   };
+  // A new model would pull the store from under a flow whose link is still being opened.
   if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
     showSaved();
     return;
