@@ -54,6 +54,23 @@ bool Report(const char* what, double figure, double bar) {
   return held;
 }
 
+bool ReportRatio(const std::string& what, const std::vector<double>& ours, const std::vector<double>& theirs,
+                 double bar, bool medians) {
+  const bool held = Report(what.c_str(), Median(ours) / Median(theirs), bar);
+  const bool undisturbed =
+      Report("  the same of the rounds that nothing disturbed", LowestTenth(ours) / LowestTenth(theirs), bar);
+  return medians ? held : undisturbed;
+}
+
+bool Holds(bool shortForm, const std::function<bool()>& work) {
+  constexpr int TriesOfShortForm = 3;
+  bool held = false;
+  for (int tries = shortForm ? TriesOfShortForm : 1; tries > 0 && !held; --tries) {
+    held = work();
+  }
+  return held;
+}
+
 BoxAnswer QuietBoxes::Show(std::u16string_view text, BoxButtons /*buttons*/, BoxIcon /*icon*/,
                            std::u16string_view /*title*/) {
   shown.emplace_back(text);

@@ -23,6 +23,13 @@ namespace loader::bench {
 
 // Tells the figure against its bar; whether it holds it.
 bool Report(const char* what, double figure, double bar);
+// Tells ours against theirs, by the medians and by the rounds that nothing disturbed; whether the one that
+// the bar is for holds it.
+bool ReportRatio(const std::string& what, const std::vector<double>& ours, const std::vector<double>& theirs,
+                 double bar, bool medians);
+// Whether a bench held its bars. The short forms run with the tests, on machines that have other things to
+// do: what misses a bar there is measured again before it counts.
+[[nodiscard]] bool Holds(bool shortForm, const std::function<bool()>& work);
 
 // Every box is answered with OK; which ones came is kept.
 class QuietBoxes final : public MessageBoxes {

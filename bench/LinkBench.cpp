@@ -28,10 +28,8 @@ struct Bars {
   bool medians;     // the bar over TCP is for the medians; else for the rounds that nothing disturbed
 };
 constexpr Bars Prescribed{1.15, 1.03, 0.02, true};
-// The short form runs with the tests, on machines that have other things to do: its bars tell a mistake from
-// that, and what misses one is measured again before it counts.
+// Of the short form: they tell a mistake from a machine that has other things to do.
 constexpr Bars Wide{1.5, 1.1, 0.04, false};
-constexpr int TriesOfShortForm = 3;
 
 constexpr int Pace = 19200;
 constexpr int BitsOfCharacter = 11;
@@ -93,10 +91,7 @@ bool TcpBench(BenchPlatform& bench, Way way, int rounds, const Bars& bars) {
   }
   std::printf("  TCP %s: %zu requests, %d rounds, medians: ours %.2f ms, libmodbus %.2f ms\n", NameOf(way),
               requests.size(), rounds, Median(ours), Median(theirs));
-  const bool held = Report("  ours / libmodbus", Median(ours) / Median(theirs), bars.tcp);
-  const bool undisturbed = Report("  the same of the rounds that nothing disturbed",
-                                  LowestTenth(ours) / LowestTenth(theirs), bars.tcp);
-  return bars.medians ? held : undisturbed;
+  return ReportRatio("  ours / libmodbus", ours, theirs, bars.tcp, bars.medians);
 }
 
 bool RtuBench(BenchPlatform& bench, Way way, const Bars& bars) {
@@ -145,14 +140,7 @@ struct Options {
 // True when all bars are held.
 bool RunAll(const Options& options) {
   const Bars& bars = options.shortForm ? Wide : Prescribed;
-  const auto measure = [&](const std::function<bool()>& bench) {
-    int tries = options.shortForm ? TriesOfShortForm : 1;
-    bool held = false;
-    for (; tries > 0 && !held; --tries) {
-      held = bench();
-    }
-    return held;
-  };
+  const auto measure = [&](const std::function<bool()>& work) { return Holds(options.shortForm, work); };
   BenchPlatform bench;
   std::printf("%s the main window:\n", options.window ? "With" : "Without");
   bench.Start("RUG", options.window);

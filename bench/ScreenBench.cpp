@@ -31,7 +31,6 @@ constexpr Bars Prescribed{1.5, 10, 20, 90, true};
 // For the short form that runs with the tests: room in the ratio for a machine that has other things to do.
 // The other bars lie far enough above what they measure.
 constexpr Bars Wide{1.8, 10, 20, 90, false};
-constexpr int TriesOfShortForm = 3;
 
 std::vector<double> Times(int rounds, const std::function<void()>& work) {
   std::vector<double> times;
@@ -75,13 +74,9 @@ bool StartBench(BenchPlatform& bench, int rounds, const Bars& bars) {
       "Start to the painted window, %d rounds: ours %.1f ms, bare window with a table %.1f ms, with an "
       "empty table %.1f ms\n",
       rounds, Median(ours), Median(bare), Median(empty));
-  const double medians = Median(ours) / Median(bare);
-  const double undisturbed = LowestTenth(ours) / LowestTenth(bare);
   std::printf("  %-58s %8.4f\n", "undisturbed rounds, ours / empty table, for information",
               LowestTenth(ours) / LowestTenth(empty));
-  std::printf("  %-58s %8.4f\n", bars.medians ? "undisturbed rounds, ours / bare window" : "medians",
-              bars.medians ? undisturbed : medians);
-  const bool fast = Report("start, ours / bare window", bars.medians ? medians : undisturbed, bars.start);
+  const bool fast = ReportRatio("start, ours / bare window", ours, bare, bars.start, bars.medians);
   std::printf("  %-58s %8.1f MB\n", "resident once painted", resident);
   const double all = MeasureStart({"bench-start-loader", folder, "--all-pages"}).residentMegabytes;
   return Report("resident with all pages shown, MB", all, bars.residentMegabytes) && fast;
@@ -152,13 +147,7 @@ void TellTheRest(BenchPlatform& bench, const char* model) {
 // True when all bars are held.
 bool RunAll(bool shortForm) {
   const Bars& bars = shortForm ? Wide : Prescribed;
-  const auto measure = [&](const std::function<bool()>& work) {
-    bool held = false;
-    for (int tries = shortForm ? TriesOfShortForm : 1; tries > 0 && !held; --tries) {
-      held = work();
-    }
-    return held;
-  };
+  const auto measure = [&](const std::function<bool()>& work) { return Holds(shortForm, work); };
   bool held = true;
   BenchPlatform bench;
   for (const char* model : {"RUG", "KOV"}) {

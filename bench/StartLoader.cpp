@@ -37,7 +37,6 @@ int main(int argc, char** argv) {
     }
     loader::bench::TellPaintedAndLeave();
   });
-  bool started = false;
-  (void)platform.screens.Run([&] { started = loader::Main(loader::OpenMainWindow); });
+  (void)platform.screens.Run([] { (void)loader::Main(loader::OpenMainWindow); });
   return 1; // ended before anything was painted
 }

@@ -4,21 +4,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <array>
 #include <charconv>
 #include <chrono>
-#include <filesystem>
 #include <stdexcept>
+#include <string_view>
 
 extern char** environ;
 
 namespace loader::bench {
 
 namespace {
-
-std::string ProgramFolder() {
-  return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
-}
 
 // What the process writes up to its end.
 std::string ReadAll(int pipe) {
@@ -33,7 +30,7 @@ std::string ReadAll(int pipe) {
 } // namespace
 
 StartUp MeasureStart(const std::vector<std::string>& command) {
-  const std::string program = ProgramFolder() + "/" + command.at(0);
+  const std::string program = QCoreApplication::applicationDirPath().toStdString() + "/" + command.at(0);
   std::vector<char*> arguments;
   for (const std::string& argument : command) {
     arguments.push_back(const_cast<char*>(argument.c_str()));

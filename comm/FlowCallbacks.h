@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 namespace loader {
 
@@ -14,6 +15,19 @@ struct FlowCallbacks {
   // Every page is to be shown anew from the store.
   std::function<void()> refresh;
 };
+
+// Runs a flow unless one is on its way. The flag stands meanwhile, and falls when a failure passes through
+// too.
+template <typename Flow> void RunAlone(bool& underWay, const Flow& flow) {
+  if (std::exchange(underWay, true)) {
+    return;
+  }
+  struct Reset {
+    bool& flag;
+    ~Reset() { flag = false; }
+  } const reset{underWay};
+  flow();
+}
 
 // From a link that stands to its end: the controls are disabled and the lamp blinks. Each flow ends the three
 // things in its own order; what it has not ended itself, because a failure passed through, ends with the

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <optional>
 #include <span>
-#include <utility>
 
 #include "channel/modUtil.h"
 #include "comm/RecorderCommands.h"
@@ -128,16 +127,7 @@ TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("fr
     field.onLostFocus = [&field, &range] { CheckField(field, range); };
   }
   txtYear.onLostFocus = [this] { CheckYear(txtYear, FieldRanges[0]); };
-  cmdOK.onClick = [this, &mainWindow] {
-    if (std::exchange(flowUnderWay, true)) {
-      return;
-    }
-    struct Reset {
-      bool& flag;
-      ~Reset() { flag = false; }
-    } const reset{flowUnderWay};
-    SetClock(*this, mainWindow);
-  };
+  cmdOK.onClick = [this, &mainWindow] { RunAlone(flowUnderWay, [&] { SetClock(*this, mainWindow); }); };
   // Behind this screen the main window is free: it stays until its exchange has ended.
   onCloseQuery = [this] {
     if (flowUnderWay) {

@@ -96,6 +96,11 @@ void FillChannelCells(Grid& grid, int gridRow, const ChannelRow& row, const Colu
   }
 }
 
+// Measuring and operation channels of the model.
+int AllChannels() {
+  return Profile.ChannelCount + Profile.OperationChannelCount;
+}
+
 std::string SlotTag(int slot) {
   return "GC" + Narrow(PaddedDecimal(slot, 2));
 }
@@ -110,7 +115,7 @@ void ShowGroupSlot(Grid& grid, int row, int column, int item, int slot) {
     return;
   }
   const int value = record->Value;
-  if (value >= 0 && value <= Profile.ChannelCount + Profile.OperationChannelCount) {
+  if (value >= 0 && value <= AllChannels()) {
     ShowEntry(grid, row, column, GroupChannelList, value);
   } else if (value >= FirstSpecial && value <= LastSpecial) {
     ShowEntry(grid, row, column, GroupChannelList, FirstSpecialEntry + (value - FirstSpecial));
@@ -143,7 +148,7 @@ MailText MailSourceText(int timing, int value) {
     return NumberedEntry(63520, value, Profile.TriggerDIListSize);
   case MailTiming::AlarmOn:
   case MailTiming::AlarmOff:
-    return NumberedEntry(63510, value, Profile.ChannelCount + Profile.OperationChannelCount);
+    return NumberedEntry(63510, value, AllChannels());
   case MailTiming::Recorder:
     return ListedEntry(RecorderAlarmList, value);
   case MailTiming::Period:
@@ -357,8 +362,7 @@ void FillMessageRow(int number) {
   case AlarmOn:
   case AlarmOff:
     // "None" and the model's own channels: the list has more.
-    if (const int channel = NumValue("M", item, "MTM2", -1);
-        channel <= Profile.ChannelCount + Profile.OperationChannelCount) {
+    if (const int channel = NumValue("M", item, "MTM2", -1); channel <= AllChannels()) {
       ShowEntry(grid, row, 3, NoneChannelList, channel);
     }
     ShowListValue(grid, row, 4, AlarmNumberList, "M", item, "MTM3");

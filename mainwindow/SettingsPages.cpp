@@ -25,8 +25,19 @@ ParamTextRecord* TextRecordOf(const SettingsField& field) {
   return FindTextRecord(field.section, field.item, field.tag);
 }
 
+// A value that is no row leaves the list as it was. No handler runs.
+void ShowRow(ListBox& list, int row) {
+  if (row >= 0 && std::cmp_less(row, list.items.size())) {
+    list.index = row;
+  }
+}
+
+void ShowNumber(const ParamLoaderScreen& window, const SettingsField& field, const ParamNumRecord& record) {
+  FieldNamed(window, field.control).text = StoredToText(record.Value, 0, record.MinValue, record.MaxValue);
+}
+
 // Some lists and fields are one setting. What one of them has stored the others show at once, lest a look at
-// one writes its stale value back. A list that does not hold the value stays as it was; no handler runs.
+// one writes its stale value back.
 void ShowOnTheOthers(const ParamLoaderScreen& window, const SettingsField& stored,
                      const ParamNumRecord& record) {
   for (const SettingsField& other : SettingsFields()) {
@@ -35,13 +46,9 @@ void ShowOnTheOthers(const ParamLoaderScreen& window, const SettingsField& store
       continue;
     }
     if (other.shape == FieldShape::Number) {
-      FieldNamed(window, other.control).text =
-          StoredToText(record.Value, 0, record.MinValue, record.MaxValue);
+      ShowNumber(window, other, record);
     } else if (other.shape == FieldShape::List) {
-      ListBox& list = ListNamed(window, other.control);
-      if (record.Value >= 0 && std::cmp_less(record.Value, list.items.size())) {
-        list.index = record.Value;
-      }
+      ShowRow(ListNamed(window, other.control), record.Value);
     }
   }
 }
@@ -184,19 +191,13 @@ void FillField(const ParamLoaderScreen& window, const SettingsField& field) {
     if (const ParamNumRecord* record = NumRecordOf(field)) {
       // Both rows first, then nothing to write: a handler that ran between them would store half a time.
       const int minutesOfDay = record->Value;
-      const auto show = [](ListBox& list, int row) {
-        if (row >= 0 && row < static_cast<int>(list.items.size())) {
-          list.index = row;
-        }
-      };
-      show(ListNamed(window, field.control), minutesOfDay / MinutesOfHour);
-      show(ListNamed(window, field.second), minutesOfDay % MinutesOfHour);
+      ShowRow(ListNamed(window, field.control), minutesOfDay / MinutesOfHour);
+      ShowRow(ListNamed(window, field.second), minutesOfDay % MinutesOfHour);
     }
     break;
   case FieldShape::Number:
     if (const ParamNumRecord* record = NumRecordOf(field)) {
-      FieldNamed(window, field.control).text =
-          StoredToText(record->Value, 0, record->MinValue, record->MaxValue);
+      ShowNumber(window, field, *record);
     }
     break;
   case FieldShape::Octet:
@@ -347,6 +348,10 @@ void MakeSettingsControls(ParamLoaderScreen& window) {
   window.lists.emplace_back(window, "cmbTmove"); // filled with the others; stands for no parameter
 }
 
+int ModelRow() {
+  return ModelCode == "KOV" ? 0 : 1;
+}
+
 void ApplyModelVisibility(ParamLoaderScreen& window) {
   // The date format is a setting that the screen never shows.
   LabelNamed(window, "lblDateFormat").visible = false;
@@ -355,7 +360,7 @@ void ApplyModelVisibility(ParamLoaderScreen& window) {
   if (!kov && ModelCode != "RUG") {
     return;
   }
-  window.cmbType.index = kov ? 0 : 1;
+  window.cmbType.index = ModelRow();
   window.tbsParameter.pages[OperationPage].visible = true;
   SetVisible(window, ShownForBothModels, true);
   SetVisible(window, ShownForKov, kov);

@@ -56,6 +56,8 @@ struct SettingsList {
 
 // Makes the labels, frames, lists and fields of the pages in the window and ties their handlers.
 void MakeSettingsControls(ParamLoaderScreen& window);
+// The row of the model list for the model in force.
+[[nodiscard]] int ModelRow();
 // What is shown for the model in force; a model other than KOV and RUG leaves all as it is.
 void ApplyModelVisibility(ParamLoaderScreen& window);
 void FillRecorderLists(ParamLoaderScreen& window);

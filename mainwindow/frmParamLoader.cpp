@@ -2,7 +2,6 @@
 
 #include <array>
 #include <stdexcept>
-#include <utility>
 #include <vector>
 
 #include "comm/BulkRead.h"
@@ -148,14 +147,11 @@ void ChangeModel(ParamLoaderScreen& window) {
   if (saved && picked == *saved) {
     return;
   }
-  const auto showSaved = [&] {
+  // A new model would pull the store from under a flow whose link is still being opened.
+  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
     if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
       window.cmbType.index = *saved;
     }
-  };
-  // A new model would pull the store from under a flow whose link is still being opened.
-  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
-    showSaved();
     return;
   }
   SaveCommSettings();
@@ -166,7 +162,7 @@ void ChangeModel(ParamLoaderScreen& window) {
   // and stay with the old model.
   if (GetIniValue(LoaderSection, "TYPE", LoaderIniPath()) != type) {
     ShowMessage(LoadText(11002));
-    window.cmbType.index = ModelCode == "KOV" ? 0 : 1;
+    window.cmbType.index = ModelRow();
     return;
   }
   ParamStoreBackup = ParamStore;
@@ -284,14 +280,7 @@ void TieTables(ParamLoaderScreen& window) {
 // One flow at a time. A flow disables its controls when its link stands; while a recorder that does not
 // answer is waited for, they look free.
 void StartFlow(ParamLoaderScreen& window, Flow kind, void (*flow)(const FlowCallbacks&)) {
-  if (std::exchange(window.flowUnderWay, true)) {
-    return;
-  }
-  struct Reset {
-    bool& flag;
-    ~Reset() { flag = false; }
-  } const reset{window.flowUnderWay};
-  flow(CallbacksOf(window, kind));
+  RunAlone(window.flowUnderWay, [&] { flow(CallbacksOf(window, kind)); });
 }
 
 void TieCommunication(ParamLoaderScreen& window) {

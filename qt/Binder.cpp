@@ -195,10 +195,10 @@ void Binder::Bind(Control& control, QObject& object) {
   byObject_.emplace(&object, &binding);
   byControl_.emplace(&control, &binding);
   if (widget != nullptr) {
-    if (widget->accessibleName().isEmpty() && qobject_cast<QLabel*>(widget) == nullptr) {
-      widget->setAccessibleName(object.objectName()); // until a caption names it; a label's text is its name
-    } else if (!widget->accessibleName().isEmpty() && widget->toolTip().isEmpty()) {
+    if (!widget->accessibleName().isEmpty()) {
       widget->setToolTip(widget->accessibleName()); // the form names what no caption on the screen names
+    } else if (qobject_cast<QLabel*>(widget) == nullptr) {
+      widget->setAccessibleName(object.objectName()); // until a caption names it; a label's text is its name
     }
     widget->installEventFilter(this);
     if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
@@ -259,9 +259,9 @@ bool Binder::CanTakeFocus(const Control& control) const {
   return widget != nullptr && widget->isVisibleTo(&window) && widget->isEnabledTo(&window);
 }
 
-void Binder::GiveFocus(const Control& control) {
+bool Binder::GiveFocus(const Control& control) {
   if (!CanTakeFocus(control)) {
-    return;
+    return false;
   }
   QWidget* widget = WidgetOf(control);
   widget->setFocus(Qt::OtherFocusReason);
@@ -271,6 +271,7 @@ void Binder::GiveFocus(const Control& control) {
       page->ensureWidgetVisible(widget);
     }
   }
+  return true;
 }
 
 QWidget* Binder::WidgetOf(const Control& control) const {

@@ -68,8 +68,8 @@ public:
   void EnterTabsOf(const Control& control);
   // False when the control is hidden, disabled or on another page.
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
-  // Does nothing with a control that can't take it.
-  void GiveFocus(const Control& control);
+  // False, and nothing is done, when the control can't take it.
+  bool GiveFocus(const Control& control);
 
   [[nodiscard]] QWidget* WidgetOf(const Control& control) const;
   [[nodiscard]] Control* ControlOf(const QObject& object) const;

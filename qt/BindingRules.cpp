@@ -174,7 +174,7 @@ void ShowLabelColour(Label& record, QLabel& label, Binding& binding) {
   if (record.hasBackColour) {
     QPalette palette = label.palette();
     palette.setColor(QPalette::Window, ToColour(record.backColour));
-    palette.setColor(QPalette::WindowText, ReadableOn(record.backColour));
+    palette.setColor(QPalette::WindowText, ReadableOn(ToColour(record.backColour)));
     label.setPalette(palette);
   } else {
     label.setPalette({});

@@ -132,8 +132,6 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   case Qt::BackgroundRole:
     // White means no colour of its own: the palette's, light or dark.
     return cell.back == White ? QVariant() : ToColour(cell.back);
-  case Qt::ForegroundRole:
-    return cell.back == White ? QVariant() : ReadableOn(cell.back);
   default:
     return {};
   }

@@ -19,6 +19,11 @@ namespace {
 
 constexpr int GridLine = 1; // pixels that the view takes of each cell
 
+// What a text may take of its cell before it is cut: one that is a little too wide comes close to the line.
+QRect RoomOf(const QRect& cell) {
+  return cell.adjusted(GridView::CellMargin, 0, -1, 0);
+}
+
 // Paints cells without the style: colours as they stand in the record, and a frame around the current cell
 // that can be seen on every colour.
 class CellPainter final : public QStyledItemDelegate {
@@ -34,9 +39,8 @@ public:
     painter->fillRect(option.rect, shown);
     painter->setPen(back.isValid() ? ReadableOn(shown) : option.palette.color(group, QPalette::Text));
     const QString whole = index.data().toString();
-    // A text that is a little too wide may come close to the line before it is cut.
     const QRect inside = option.rect.adjusted(GridView::CellMargin, 0, -GridView::CellMargin, 0);
-    const QRect most = option.rect.adjusted(GridView::CellMargin, 0, -1, 0);
+    const QRect most = RoomOf(option.rect);
     const bool fits = option.fontMetrics.horizontalAdvance(whole) <= inside.width();
     const QString text = fits ? whole : option.fontMetrics.elidedText(whole, Qt::ElideRight, most.width());
     const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
@@ -187,7 +191,7 @@ bool GridView::viewportEvent(QEvent* event) {
     const QModelIndex index = indexAt(help.pos());
     const QString text = index.data().toString();
     const QRect cell = visualRect(index);
-    const bool cut = fontMetrics().horizontalAdvance(text) > cell.width() - CellMargin - 1;
+    const bool cut = fontMetrics().horizontalAdvance(text) > RoomOf(cell).width();
     // Always rich text: Qt would guess by the text whether it is.
     const QString whole = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
     QToolTip::showText(help.globalPos(), cut ? whole : QString(), viewport(), cell);

@@ -21,9 +21,6 @@ namespace loader {
   constexpr int Middle = 140; // above it, black is the better contrast
   return LumaOf(back) > Middle ? QColor(0x10, 0x10, 0x10) : QColor(0xF0, 0xF0, 0xF0);
 }
-[[nodiscard]] inline QColor ReadableOn(Colour back) {
-  return ReadableOn(ToColour(back));
-}
 
 // A gray that shades a cell, as it is told from the palette's base: on a dark base of nearly the same luma it
 // is drawn lighter. Colours are shown as they are.

@@ -186,8 +186,7 @@ void UserInterface::GiveFocuses() {
       continue; // the field has asked it back, and has it
     }
     lastFocused_ = target;
-    if (binder.CanTakeFocus(*target)) {
-      binder.GiveFocus(*target);
+    if (binder.GiveFocus(*target)) {
       if (target->kind == ControlKind::TextField) {
         activeField_ = static_cast<TextField*>(target);
       }

@@ -19,6 +19,7 @@
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/frmParamLoader.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/StoreNumbers.h"
 
 namespace loader::test {
 
@@ -75,19 +76,6 @@ inline void DropSection(std::string_view section) {
   ASSERT_NE(index, NotFound) << section;
   ParamStore.erase(ParamStore.begin() + index);
 }
-// Every number of the store, in its order: what a fill must not change.
-inline std::vector<std::int16_t> AllNumbers() {
-  std::vector<std::int16_t> numbers;
-  for (const ParamSection& section : ParamStore) {
-    for (const ParamItem& item : section.Items) {
-      for (const ParamNumRecord& record : item.NumRecords) {
-        numbers.push_back(record.Value);
-      }
-    }
-  }
-  return numbers;
-}
-
 // --- The window
 
 inline ParamLoaderScreen& Window() {

@@ -288,7 +288,15 @@ struct GridColours : GridTest {
     }
     Refresh();
   }
-  QColor TextColour(int col) { return Model().index(0, col - 1).data(Qt::ForegroundRole).value<QColor>(); }
+  // Of a full block, as it is painted.
+  QColor TextColour(int col) {
+    grid.SetText(1, col, u"\u2588\u2588");
+    Refresh();
+    const QRect cell = View().visualRect(Model().index(0, col - grid.FixedCols));
+    const QPoint spot(cell.left() + GridView::CellMargin + View().fontMetrics().height() / 2,
+                      cell.center().y());
+    return View().grab().toImage().pixelColor(View().viewport()->mapTo(&View(), spot));
+  }
 };
 
 TEST_F(GridColours, APrescribedColourIsShownAsItIs) {
@@ -311,11 +319,11 @@ TEST_F(GridColours, WhiteIsTheBaseOfThePaletteLightOrDark) {
   dark.setColor(QPalette::Text, Qt::white);
   View().setPalette(dark);
   EXPECT_EQ(QColor(0x20, 0x20, 0x20), PixelInside(1, 3));
-  EXPECT_FALSE(Model().index(0, 2).data(Qt::ForegroundRole).isValid());
+  EXPECT_EQ(QColor(Qt::white), TextColour(3));
 }
 
-// Gray says that a cell does not apply: nearly the gray of a dark palette, it is drawn lighter, with text that can be
-// read on it.
+// Gray says that a cell does not apply: nearly the gray of a dark palette, it is drawn lighter, with text
+// that can be read on it.
 TEST_F(GridColours, AShadeIsToldFromADarkBase) {
   ShowColours();
   for (const int base : {0x20, 0x2D, 0x3D, 0x50}) {
@@ -324,6 +332,7 @@ TEST_F(GridColours, AShadeIsToldFromADarkBase) {
     dark.setColor(QPalette::Text, Qt::white);
     View().setPalette(dark);
     EXPECT_GE(std::abs(PixelInside(1, 1).lightness() - base), 32) << base;
+    EXPECT_GT(TextColour(1).lightness() - PixelInside(1, 1).lightness(), 80) << base;
     EXPECT_EQ(QColor(0xFF, 0xFF, 0), PixelInside(1, 2)) << base;
   }
 }

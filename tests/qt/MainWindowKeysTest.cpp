@@ -12,6 +12,7 @@
 #include "qt/GridView.h"
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
+#include "tests/support/StoreNumbers.h"
 
 namespace loader::test {
 namespace {
@@ -30,17 +31,6 @@ struct MainWindowKeys : MainWindowTest {
     edit.setFocus();
     edit.selectAll();
     QTest::keyClicks(&edit, QStringLiteral("bad"));
-  }
-  static std::vector<int> AllNumbers() {
-    std::vector<int> numbers;
-    for (const ParamSection& section : ParamStore) {
-      for (const ParamItem& item : section.Items) {
-        for (const ParamNumRecord& record : item.NumRecords) {
-          numbers.push_back(record.Value);
-        }
-      }
-    }
-    return numbers;
   }
   void GuardEnds() {
     while (WaitTimer2.Enabled) {
@@ -118,7 +108,7 @@ TEST_F(MainWindowKeys, AFieldThatTurnsToAnotherPageLeavesTheKeyboardToTheTabs) {
       Start("0");
     }
     ClickTab(refused.page);
-    const std::vector<int> before = AllNumbers();
+    const std::vector<std::int16_t> before = AllNumbers();
     TypeWrongValue(refused.field);
     boxes.Expect(std::u16string(LoadText(62200)));
     QTest::keyClick(&Find<QLineEdit>(refused.field), Qt::Key_Tab);

@@ -107,9 +107,7 @@ TEST_F(Socket, AHostThatIsNoneIsToldByNothing) {
 // Not eight and ten, as a resolver reads them that takes a leading zero for octal.
 TEST_F(Socket, APartWithLeadingZerosIsDecimal) {
   server.close();
-  if (!server.listen(QHostAddress(QStringLiteral("127.0.0.12")))) {
-    GTEST_SKIP() << "this machine has one loopback address only";
-  }
+  ASSERT_TRUE(server.listen(QHostAddress(QStringLiteral("127.0.0.12"))));
   serverPort = server.serverPort();
   socket.RemoteHost = u"127.000.00.012";
   socket.Connect();
