@@ -125,12 +125,6 @@ int FallbackValue(Fallback fallback, const ParamNumRecord& record, const InputRa
   return record.DefaultValue < range.MinValue ? record.MinValue : record.MaxValue;
 }
 
-void PutNumber(std::string_view section, int item, std::string_view tag, int value) {
-  if (ParamNumRecord* record = FindNumRecord(section, item, tag)) {
-    SetNumber(*record, static_cast<std::int16_t>(value), SlotValue);
-  }
-}
-
 } // namespace
 
 const InputRangeRow& InputRangeRowOf(int kind) {
@@ -233,8 +227,8 @@ void ChannelInit(int channelIndex, int kind) {
     return;
   }
   const InputRangeEntry& celsius = InputRangeRowOf(kind)[0];
-  PutNumber("C", channelIndex, "TYPE", kind);
-  PutNumber("C", channelIndex, "UNIT", celsius.UnitNo);
+  SetNumValue("C", channelIndex, "TYPE", static_cast<std::int16_t>(kind));
+  SetNumValue("C", channelIndex, "UNIT", celsius.UnitNo);
   InputRange range;
   InputRangeLookup(kind, celsius.UnitNo, range);
   if (ParamNumRecord* point = FindNumRecord("C", channelIndex, "POIN")) {

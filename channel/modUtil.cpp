@@ -103,6 +103,10 @@ int Mantissa(double fraction) {
 
 } // namespace
 
+std::u16string RangeMessage(TextId text, std::u16string_view lowest, std::u16string_view highest) {
+  return Replace(Replace(LoadText(text), u"@FORMIN@", lowest), u"@FORMAX@", highest);
+}
+
 Timer WaitTimer2{0, false, OnWaitTimer2};
 int WaitTimer2Count = 0;
 
@@ -144,37 +148,46 @@ std::u16string StoredToText(std::int32_t value, int position, int minimum, int m
   return ValuePicture(value, position);
 }
 
-bool TextToStored(std::u16string& text, std::int16_t& stored, int minimum, int maximum, int position) {
+NumberReading ReadNumber(std::u16string_view text, int minimum, int maximum, int position) {
+  NumberReading reading{std::nullopt, std::u16string(text), {}};
   if (!NumericText(text)) {
-    ShowMessage(LoadText(62200));
-    return false;
+    reading.message = LoadText(62200);
+    return reading;
   }
-  if (const std::size_t point = text.find(u'.'); point != std::u16string::npos) {
+  if (const std::size_t point = text.find(u'.'); point != std::u16string_view::npos) {
     // The cut is blind on purpose: an exponent behind the last digit goes with it, wholly or in part.
-    text.resize(std::min(text.size(), point + DecimalMask(position).size()));
+    reading.text.resize(std::min(text.size(), point + DecimalMask(position).size()));
   }
-  const std::optional<double> number = NumericText(text);
+  const std::optional<double> number = NumericText(reading.text);
   if (!number) {
-    return false; // nothing, a lone sign or half an exponent is left: no message of its own
+    return reading; // nothing, a lone sign or half an exponent is left: no message of its own
   }
   const double product = std::nearbyint(*number * ValuePow10(position)); // ties to even
   constexpr double Smallest = std::numeric_limits<std::int32_t>::min();
   constexpr double Largest = std::numeric_limits<std::int32_t>::max();
   if (!(product >= Smallest && product <= Largest)) {
-    return false; // does not fit 32 bits: no message of its own
+    return reading; // does not fit 32 bits: no message of its own
   }
   const auto rounded = static_cast<std::int32_t>(product);
   if (rounded < minimum || rounded > maximum) {
-    ShowMessage(Replace(Replace(LoadText(62201), u"@FORMIN@", ValuePicture(minimum, position)), u"@FORMAX@",
-                        ValuePicture(maximum, position)));
-    return false;
+    reading.message = RangeMessage(62201, ValuePicture(minimum, position), ValuePicture(maximum, position));
+    return reading;
   }
-  if (rounded < std::numeric_limits<std::int16_t>::min() ||
-      rounded > std::numeric_limits<std::int16_t>::max()) {
-    return false; // limits wider than a stored value
+  if (rounded >= std::numeric_limits<std::int16_t>::min() &&
+      rounded <= std::numeric_limits<std::int16_t>::max()) { // the limits may be wider than a stored value
+    reading.stored = static_cast<std::int16_t>(rounded);
   }
-  stored = static_cast<std::int16_t>(rounded);
-  return true;
+  return reading;
+}
+
+bool TextToStored(std::u16string& text, std::int16_t& stored, int minimum, int maximum, int position) {
+  NumberReading reading = ReadNumber(text, minimum, maximum, position);
+  text = std::move(reading.text);
+  if (!reading.message.empty()) {
+    ShowMessage(reading.message);
+  }
+  stored = reading.stored.value_or(stored);
+  return reading.stored.has_value();
 }
 
 bool CheckValueField(int position, int minimum, int maximum, TextField& field) {
@@ -214,32 +227,64 @@ std::u16string LogValueText(std::int32_t value, std::int32_t measuringMinimum, s
   return digits.substr(0, 1) + u"." + digits.substr(1) + u"E" + DecimalText(static_cast<std::int64_t>(whole));
 }
 
-bool CheckTagField(TextField& field, int byteLimit, TextId tooLong, TextId forbidden) {
-  if (std::cmp_greater(CodePageLength(field.text), byteLimit)) {
-    ShowMessage(Replace(LoadText(tooLong), u"@LEN@", DecimalText(byteLimit)));
-    RequestFocusAndSelectAll(field);
-    return false;
+TextReading ReadText(std::u16string_view text, const TextRule& rule) {
+  TextReading reading{false, {}, 0, static_cast<int>(text.size())};
+  if (std::cmp_greater(CodePageLength(text), rule.byteLimit)) {
+    reading.message = Replace(LoadText(rule.tooLong), u"@LEN@", DecimalText(rule.byteLimit));
+    return reading;
   }
-  if (const std::size_t comma = field.text.find(u','); comma != std::u16string::npos) {
-    ShowMessage(Replace(LoadText(forbidden), u"@MID@", u","));
-    RequestFocusAndSelect(field, static_cast<int>(comma), 1);
-    return false;
+  if (const std::size_t comma = text.find(u','); rule.forbidden && comma != std::u16string_view::npos) {
+    reading.message = Replace(LoadText(*rule.forbidden), u"@MID@", u",");
+    reading.selectFrom = static_cast<int>(comma);
+    reading.selectLength = 1;
+    return reading;
   }
-  return true;
+  reading.good = true;
+  return reading;
 }
 
-std::optional<int> CheckChannelNumber(TextField& field, int channelCount) {
+bool CheckTextField(TextField& field, const TextRule& rule) {
+  if (rule.trimBoth) {
+    field.text = std::u16string(Trim(field.text));
+  }
+  const TextReading reading = ReadText(field.text, rule);
+  if (!reading.good) {
+    ShowMessage(reading.message);
+    RequestFocusAndSelect(field, reading.selectFrom, reading.selectLength);
+  }
+  return reading.good;
+}
+
+bool CheckTagField(TextField& field, int byteLimit, TextId tooLong, TextId forbidden) {
+  return CheckTextField(field, {byteLimit, tooLong, forbidden, false});
+}
+
+std::optional<int> CheckEntryNumber(TextField& field, const EntryNumberRule& rule) {
   const std::optional<double> number = NumericText(field.text);
   if (!number) {
-    ShowMessage(LoadText(62102));
+    ShowMessage(LoadText(rule.notANumber));
+    if (rule.current) {
+      field.text = DecimalText(*rule.current);
+      RequestFocusAndSelectAll(field);
+    }
     return std::nullopt;
   }
-  if (*number < 1.0 || *number > channelCount) {
-    ShowMessage(Replace(LoadText(62103), u"@CHASU@", DecimalText(channelCount)));
+  const bool whole = !rule.wholeOnly || *number == std::nearbyint(*number);
+  if (!whole || *number < rule.first || *number > rule.last) {
+    const std::u16string text(LoadText(rule.outOfRange));
+    ShowMessage(rule.placeholder.empty() ? text : Replace(text, rule.placeholder, DecimalText(rule.last)));
     RequestFocusAndSelectAll(field);
     return std::nullopt;
   }
   return static_cast<int>(std::nearbyint(*number));
+}
+
+std::optional<int> CheckChannelNumber(TextField& field, int channelCount) {
+  return CheckEntryNumber(field, {.first = 1,
+                                  .last = channelCount,
+                                  .notANumber = 62102,
+                                  .outOfRange = 62103,
+                                  .placeholder = u"@CHASU@"});
 }
 
 } // namespace loader

@@ -34,6 +34,15 @@ namespace loader {
 // field.
 [[nodiscard]] std::u16string StoredToText(std::int32_t value, int position, int minimum, int maximum);
 
+// What a typed text is as a stored value.
+struct NumberReading {
+  std::optional<std::int16_t> stored; // empty: refused
+  std::u16string text;                // as typed, cut behind the position
+  std::u16string message;             // why it was refused; empty for a refusal without a word
+};
+// TextToStored without its message box: a text that is refused says why. `text` is cut when it is numeric.
+[[nodiscard]] NumberReading ReadNumber(std::u16string_view text, int minimum, int maximum, int position);
+
 // The typed text as a stored value. Digits behind the position are cut off, never rounded, and with them
 // whatever stands there; `text` keeps the cut form. On failure `stored` is unchanged, and a message (text
 // 62200 or 62201) has been shown with one exception: a number that cannot be computed (what is left after the
@@ -60,14 +69,45 @@ void WaitChk();
                                           std::int32_t measuringMaximum, std::int32_t exponentMinimum,
                                           std::int32_t exponentMaximum);
 
-// The check of a tag field that is left: at most `byteLimit` bytes in code page 932, no comma (it separates
-// the fields of the parameter file). On failure the message `tooLong` or `forbidden` has been shown, the
-// field takes the focus back and has its text, or the comma, selected. The limit is the ByteLength of the
-// tag's record.
+// A message with the limits of a value in it (62201, 20115).
+[[nodiscard]] std::u16string RangeMessage(TextId text, std::u16string_view lowest,
+                                          std::u16string_view highest);
+
+// What a text field takes: at most `byteLimit` bytes in code page 932 (the ByteLength of its record); no
+// comma where `forbidden` has a text, because it separates the fields of the parameter file.
+struct TextRule {
+  int byteLimit;
+  TextId tooLong;                  // with @LEN@
+  std::optional<TextId> forbidden; // with @MID@
+  bool trimBoth = false;           // the field is trimmed at both ends before it is measured
+};
+struct TextReading {
+  bool good;
+  std::u16string message; // why it was refused
+  int selectFrom;         // what of it is wrong
+  int selectLength;
+};
+[[nodiscard]] TextReading ReadText(std::u16string_view text, const TextRule& rule);
+// The check of a text field that is left. A refused field has shown its message, takes the focus back and has
+// its text, or the comma, selected.
+[[nodiscard]] bool CheckTextField(TextField& field, const TextRule& rule);
+// The same for the tag of a channel, which is measured as it was typed.
 [[nodiscard]] bool CheckTagField(TextField& field, int byteLimit, TextId tooLong, TextId forbidden);
 
-// The channel number typed into the field, 1 to channelCount. Empty after a message (62102, 62103): the
-// channel shown stays. Only a number out of range asks for the focus.
+// The number of an entry that is typed into a browsing screen: each screen has its own texts.
+struct EntryNumberRule {
+  int first;
+  int last;
+  TextId notANumber;
+  TextId outOfRange;
+  std::u16string_view placeholder = {}; // in outOfRange, for `last`
+  bool wholeOnly = false;               // "1.5" is out of range; otherwise it is rounded
+  std::optional<int> current = {};      // comes back, with the focus, in place of a text that is no number
+};
+// The number, or empty after a message: the entry shown stays. A number out of range takes the focus back
+// with its text selected.
+[[nodiscard]] std::optional<int> CheckEntryNumber(TextField& field, const EntryNumberRule& rule);
+// The channel number of a measuring channel, 1 to channelCount (62102, 62103).
 [[nodiscard]] std::optional<int> CheckChannelNumber(TextField& field, int channelCount);
 
 } // namespace loader

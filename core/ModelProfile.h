@@ -28,6 +28,10 @@ struct ModelProfile {
 
 // The profile in force. Constant between two model selections.
 extern ModelProfile Profile;
+// Measuring and operation channels of the model in force.
+[[nodiscard]] inline int AllChannels() {
+  return Profile.ChannelCount + Profile.OperationChannelCount;
+}
 // "KOV" or "RUG"; tests for other codes survive in some rules, no path sets one.
 extern std::string ModelCode;
 // "V00L" for KOV, "V00W" for RUG: the block of the initial settings file.

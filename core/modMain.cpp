@@ -122,6 +122,15 @@ std::int16_t NumValue(std::string_view sectionCode, int itemNumber, std::string_
   return record == nullptr ? absent : record->Value;
 }
 
+bool SetNumValue(std::string_view sectionCode, int itemNumber, std::string_view tag, std::int16_t value) {
+  ParamNumRecord* record = FindNumRecord(sectionCode, itemNumber, tag);
+  if (record == nullptr) {
+    return false;
+  }
+  SetNumber(*record, value, SlotValue);
+  return true;
+}
+
 std::u16string FixedText(std::u16string_view text) {
   std::u16string fixed(text.substr(0, TextWidth));
   fixed.resize(TextWidth, u' ');

@@ -87,6 +87,8 @@ bool gFParamValue(std::string_view sectionCode, int itemNumber, std::string_view
 // Value of a number, or `absent` where it does not exist.
 [[nodiscard]] std::int16_t NumValue(std::string_view sectionCode, int itemNumber, std::string_view tag,
                                     std::int16_t absent = 0);
+// Value of a number; false, with nothing changed, where it does not exist.
+bool SetNumValue(std::string_view sectionCode, int itemNumber, std::string_view tag, std::int16_t value);
 
 // Padded with blanks to 64 characters, or cut there.
 [[nodiscard]] std::u16string FixedText(std::u16string_view text);

@@ -1,16 +1,14 @@
 #include "mainwindow/ParameterTables.h"
 
-#include <array>
 #include <optional>
+#include <span>
 
-#include "channel/modUtil.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
-#include "core/modIni.h"
 #include "core/modMain.h"
-#include "mainwindow/ChannelCells.h"
 #include "mainwindow/SettingsPages.h"
+#include "mainwindow/TableCells.h"
 #include "mainwindow/TableLayouts.h"
 #include "mainwindow/frmParamLoader.h"
 #include "operation/Formula.h"
@@ -44,157 +42,8 @@ void WriteNumberedCell(Grid& grid, int row, TextId prefix, int number) {
   grid.SetText(row, 0, std::u16string(LoadText(prefix)) + DecimalText(number));
 }
 
-void ShowEntry(Grid& grid, int row, int column, const Catalogue& list, long index) {
-  if (const std::u16string* entry = CatalogueEntry(list, index)) {
-    grid.SetText(row, column, *entry);
-  }
-}
-
-void ShowText(Grid& grid, int row, int column, std::string_view section, int item, std::string_view tag) {
-  if (const ParamTextRecord* record = FindTextRecord(section, item, tag)) {
-    grid.SetText(row, column, TrimRight(record->Value));
-    grid.SetAlignment(row, column, CellAlignment::Left);
-  }
-}
-
-// The entry of a list at the stored value; a tag that does not exist leaves the cell as it is.
-void ShowListValue(Grid& grid, int row, int column, const Catalogue& list, std::string_view section, int item,
-                   std::string_view tag) {
-  if (const ParamNumRecord* record = FindNumRecord(section, item, tag)) {
-    ShowEntry(grid, row, column, list, record->Value);
-  }
-}
-
 bool RowExists(const Grid& grid, int row) {
   return row >= grid.FixedRows && row < grid.Rows();
-}
-
-// The cells that the two channel tables share. `columnOf` maps a column of fgrCh to the table's own.
-template <typename ColumnOf>
-void FillChannelCells(Grid& grid, int gridRow, const ChannelRow& row, const ColumnOf& columnOf) {
-  for (const ChannelColumn& column : ChannelCellColumns()) {
-    const std::optional<int> target = columnOf(column.column);
-    if (!target) {
-      continue;
-    }
-    if (column.rule == CellRule::BackColour) {
-      const int colour = NumValue(column.section, row.item, column.tag, -1);
-      if (colour >= 1 && colour < static_cast<int>(ColourTable.size())) {
-        grid.SetBack(gridRow, *target, ColourTable[static_cast<std::size_t>(colour)]);
-      }
-      continue;
-    }
-    if (const auto text = ChannelCellText(row, column)) {
-      grid.SetText(gridRow, *target, *text);
-      grid.SetAlignment(gridRow, *target, CellAlignment::Left);
-    }
-  }
-  for (const CellShade& shade : ChannelShades(row)) {
-    if (const std::optional<int> target = columnOf(shade.column)) {
-      grid.SetBack(gridRow, *target, shade.applies ? White : GrayCellColor);
-    }
-  }
-}
-
-// Measuring and operation channels of the model.
-int AllChannels() {
-  return Profile.ChannelCount + Profile.OperationChannelCount;
-}
-
-std::string SlotTag(int slot) {
-  return "GC" + Narrow(PaddedDecimal(slot, 2));
-}
-
-// A data slot: a channel of the list, or one of the five special contents, tied to list entries 19 to 23.
-void ShowGroupSlot(Grid& grid, int row, int column, int item, int slot) {
-  constexpr int FirstSpecial = -32768;
-  constexpr int LastSpecial = -32764;
-  constexpr int FirstSpecialEntry = 19;
-  const ParamNumRecord* record = FindNumRecord("G", item, SlotTag(slot));
-  if (record == nullptr) {
-    return;
-  }
-  const int value = record->Value;
-  if (value >= 0 && value <= AllChannels()) {
-    ShowEntry(grid, row, column, GroupChannelList, value);
-  } else if (value >= FirstSpecial && value <= LastSpecial) {
-    ShowEntry(grid, row, column, GroupChannelList, FirstSpecialEntry + (value - FirstSpecial));
-  }
-}
-
-enum class MailTiming { None, DIOn, DIOff, AlarmOn, AlarmOff, Recorder, Period };
-
-// What a cell of a trigger shows; nothing leaves it as it is: a timing or a value outside its list.
-using MailText = std::optional<std::u16string>;
-
-MailText NumberedEntry(TextId prefix, int value, int count) {
-  if (value < 0 || value >= count) {
-    return std::nullopt;
-  }
-  return std::u16string(LoadText(prefix)) + DecimalText(value + 1);
-}
-
-MailText ListedEntry(const Catalogue& list, int value) {
-  const std::u16string* entry = CatalogueEntry(list, value);
-  return entry == nullptr ? std::nullopt : MailText(*entry);
-}
-
-MailText MailSourceText(int timing, int value) {
-  switch (static_cast<MailTiming>(timing)) {
-  case MailTiming::None:
-    return std::u16string();
-  case MailTiming::DIOn:
-  case MailTiming::DIOff:
-    return NumberedEntry(63520, value, Profile.TriggerDIListSize);
-  case MailTiming::AlarmOn:
-  case MailTiming::AlarmOff:
-    return NumberedEntry(63510, value, AllChannels());
-  case MailTiming::Recorder:
-    return ListedEntry(RecorderAlarmList, value);
-  case MailTiming::Period:
-    return ListedEntry(MailPeriodList, value);
-  }
-  return std::nullopt;
-}
-
-MailText MailDetailText(int timing, int value) {
-  switch (static_cast<MailTiming>(timing)) {
-  case MailTiming::None:
-  case MailTiming::DIOn:
-  case MailTiming::DIOff:
-  case MailTiming::Recorder:
-    return std::u16string();
-  case MailTiming::AlarmOn:
-  case MailTiming::AlarmOff:
-    return ListedEntry(AlarmNumberList, value);
-  case MailTiming::Period:
-    return ListedEntry(HourList, value);
-  }
-  return std::nullopt;
-}
-
-void FillMailTriggerRow(Grid& grid, int item) {
-  constexpr std::u16string_view Chosen = u"○";
-  constexpr int Addresses = 8;
-  const int row = grid.FixedRows + item;
-  ShowText(grid, row, 1, "X", item, "ETTL");
-  ShowText(grid, row, 2, "X", item, "ECM1");
-  ShowText(grid, row, 3, "X", item, "ECM2");
-  ShowListValue(grid, row, 4, MailTriggerList, "X", item, "ETRG");
-  const int timing = NumValue("X", item, "ETRG");
-  if (const MailText source = MailSourceText(timing, NumValue("X", item, "ETG1"))) {
-    grid.SetText(row, 5, *source);
-  }
-  if (const MailText detail = MailDetailText(timing, NumValue("X", item, "ETG2"))) {
-    grid.SetText(row, 6, *detail);
-  }
-  ShowListValue(grid, row, 7, YesNoList, "X", item, "EPVA");
-  const int addresses = NumValue("X", item, "EADD");
-  for (int address = 0; address < Addresses; ++address) {
-    const bool chosen = (addresses >> address & 1) != 0;
-    grid.SetText(row, FirstMailAddressColumn + address, chosen ? Chosen : std::u16string_view{});
-    grid.SetAlignment(row, FirstMailAddressColumn + address, CellAlignment::Centre);
-  }
 }
 
 int ItemCountOf(std::string_view section) {
@@ -202,11 +51,27 @@ int ItemCountOf(std::string_view section) {
   return index == NotFound ? 0 : static_cast<int>(ParamStore[index].Items.size());
 }
 
-// Rows 1 to `count`, then the first data row becomes the current one.
+// The rows of `count` entries from `firstNumber` on, with drawing off meanwhile.
 void FillRows(Grid& grid, int count, void (*fillRow)(int), int firstNumber = 1) {
   const DrawingOff off(grid);
   for (int i = 0; i < count; ++i) {
     fillRow(firstNumber + i);
+  }
+}
+
+// The row of the n-th entry, with its number in the first column; nothing when the table has no such row.
+std::optional<int> StartRow(Grid& grid, TextId prefix, int entry, int shownNumber) {
+  const int row = grid.FixedRows + entry - 1;
+  if (!RowExists(grid, row)) {
+    return std::nullopt;
+  }
+  WriteNumberedCell(grid, row, prefix, shownNumber);
+  return row;
+}
+
+void FillSmallRow(Grid& grid, TextId prefix, std::span<const CellSource> cells, int number) {
+  if (const auto row = StartRow(grid, prefix, number, number)) {
+    WriteCells(grid, *row, cells, number - 1);
   }
 }
 
@@ -217,10 +82,6 @@ void SelectFirstRow(Grid& grid) {
 }
 
 } // namespace
-
-double MeasureTextWidth(std::u16string_view text) {
-  return ThePlatform().screens.TextWidth(text);
-}
 
 void BuildTables() {
   ParamLoaderScreen& window = *frmParamLoader;
@@ -244,9 +105,8 @@ void BuildTables() {
               UnitColumns());
   LayOutTable(window.fgrConst, Profile.ConstantCount, window.fgrConst.FixedCols + LayoutNumber(28000), 28002,
               ConstantColumns());
-  FillRecorderLists(window);
   LayOutTable(window.fgrGroup, Profile.GroupCount, LayoutNumber(26001), 26003, GroupColumns());
-  FillEthernetLists(window);
+  FillPageLists(window);
   LayOutMailTable(window.flxEMailTriggerSetting, ItemCountOf("X"));
 }
 
@@ -295,126 +155,51 @@ void RefreshAll() {
 }
 
 void FillChannelRow(int channelNumber) {
-  Grid& grid = frmParamLoader->fgrCh;
-  const int row = grid.FixedRows + channelNumber - 1;
-  if (!RowExists(grid, row)) {
-    return;
+  if (const auto row = StartRow(frmParamLoader->fgrCh, ChannelPrefix, channelNumber, channelNumber)) {
+    WriteChannelCells(frmParamLoader->fgrCh, *row, LookUpChannelRow(channelNumber - 1, false));
   }
-  WriteNumberedCell(grid, row, ChannelPrefix, channelNumber);
-  FillChannelCells(grid, row, LookUpChannelRow(channelNumber - 1, false),
-                   [](int column) { return std::optional(column); });
 }
 
 void FillOperationRow(int channelNumber) {
   constexpr int FirstFormulaColumn = 4;
   Grid& grid = frmParamLoader->fgrOperationChSet;
   const int operationChannel = channelNumber - Profile.FirstOperationChannel; // from 0
-  const int row = grid.FixedRows + operationChannel;
-  if (!RowExists(grid, row)) {
+  const auto row = StartRow(grid, OperationPrefix, operationChannel + 1, channelNumber);
+  if (!row) {
     return;
   }
-  WriteNumberedCell(grid, row, OperationPrefix, channelNumber);
   for (int formula = 1; formula <= FormulaCount; ++formula) {
-    grid.SetText(row, FirstFormulaColumn + formula - 1,
-                 FormulaText(operationChannel, FormulaModeStore, formula));
+    grid.SetText(*row, FirstFormulaColumn + formula - 1, StoredFormulaText(operationChannel, formula));
   }
-  FillChannelCells(grid, row, LookUpChannelRow(channelNumber - 1, true), OperationColumnOf);
+  WriteChannelCells(grid, *row, LookUpChannelRow(channelNumber - 1, true));
 }
 
 void FillConstantRow(int number) {
-  Grid& grid = frmParamLoader->fgrConst;
-  const int row = grid.FixedRows + number - 1;
-  if (!RowExists(grid, row)) {
-    return;
-  }
-  WriteNumberedCell(grid, row, ConstantPrefix, number);
-  if (const ParamNumRecord* value = FindNumRecord("N", number - 1, "CONS")) {
-    grid.SetText(
-        row, 1,
-        StoredToText(value->Value, NumValue("N", number - 1, "CONP"), value->MinValue, value->MaxValue));
-  }
+  FillSmallRow(frmParamLoader->fgrConst, ConstantPrefix, ConstantCells(), number);
 }
 
 void FillMessageRow(int number) {
-  constexpr int DIOn = 1;
-  constexpr int DIOff = 2;
-  constexpr int AlarmOn = 3;
-  constexpr int AlarmOff = 4;
-  Grid& grid = frmParamLoader->fgrMess;
-  const int row = grid.FixedRows + number - 1;
-  const int item = number - 1;
-  if (!RowExists(grid, row)) {
-    return;
-  }
-  WriteNumberedCell(grid, row, MessagePrefix, number);
-  ShowText(grid, row, 1, "M", item, "MESS");
-  ShowListValue(grid, row, 2, MessageTimingList, "M", item, "MTM1");
-  switch (NumValue("M", item, "MTM1")) {
-  case 0:
-    grid.SetText(row, 3, {});
-    grid.SetText(row, 4, {});
-    break;
-  case DIOn:
-  case DIOff:
-    ShowListValue(grid, row, 3, DINames, "M", item, "MTM2");
-    grid.SetText(row, 4, {});
-    break;
-  case AlarmOn:
-  case AlarmOff:
-    // "None" and the model's own channels: the list has more.
-    if (const int channel = NumValue("M", item, "MTM2", -1); channel <= AllChannels()) {
-      ShowEntry(grid, row, 3, NoneChannelList, channel);
-    }
-    ShowListValue(grid, row, 4, AlarmNumberList, "M", item, "MTM3");
-    break;
-  default:
-    break; // a timing outside the list leaves its cells as they are
-  }
+  FillSmallRow(frmParamLoader->fgrMess, MessagePrefix, MessageCells(), number);
 }
 
 void FillUnitRow(int number) {
-  Grid& grid = frmParamLoader->fgrUnit;
-  const int row = grid.FixedRows + number - 1;
-  if (!RowExists(grid, row)) {
-    return;
-  }
-  WriteNumberedCell(grid, row, UnitPrefix, number);
-  ShowText(grid, row, 1, "U", number - 1, "UNIT");
+  FillSmallRow(frmParamLoader->fgrUnit, UnitPrefix, UnitCells(), number);
 }
 
 void FillGroupTable() {
-  constexpr int FirstSlotColumn = 3;
-  constexpr int Left = 1;
-  Grid& grid = frmParamLoader->fgrGroup;
-  const DrawingOff off(grid);
-  for (int item = 0; item < Profile.GroupCount; ++item) {
-    const int row = grid.FixedRows + item;
-    if (!RowExists(grid, row)) {
-      break;
-    }
-    WriteNumberedCell(grid, row, GroupPrefix, item + 1);
-    ShowListValue(grid, row, 1, BarMeterList, "B", item, "BBRM");
-    ShowListValue(grid, row, 2, ColorBarList, "T", item, "TPVD");
-    for (int slot = 1; slot <= Profile.GroupChannelLast + 1; ++slot) {
-      ShowGroupSlot(grid, row, FirstSlotColumn + slot - 1, item, slot);
-    }
-    ShowText(grid, row, 13, "G", item, "GNEM");
-    if (const ParamNumRecord* direction = FindNumRecord("T", item, "THOU")) {
-      grid.SetText(row, 14, direction->Value == Left ? LoadText(54001) : LoadText(54000));
-    }
-    if (const ParamNumRecord* division = FindNumRecord("T", item, "TBUN")) {
-      grid.SetText(row, 15, DecimalText(division->Value));
-    }
+  FillRows(frmParamLoader->fgrGroup, Profile.GroupCount,
+           [](int number) { FillSmallRow(frmParamLoader->fgrGroup, GroupPrefix, GroupCells(), number); });
+}
+
+void FillMailTriggerRow(int number) {
+  Grid& grid = frmParamLoader->flxEMailTriggerSetting;
+  if (const int row = grid.FixedRows + number - 1; RowExists(grid, row)) {
+    WriteCells(grid, row, MailTriggerCells(), number - 1); // the number stands there from the layout
   }
 }
 
 void FillMailTriggerTable() {
-  Grid& grid = frmParamLoader->flxEMailTriggerSetting;
-  const DrawingOff off(grid);
-  const int triggers = ItemCountOf("X");
-  for (int item = 0; item < triggers && RowExists(grid, grid.FixedRows + item); ++item) {
-    FillMailTriggerRow(grid, item);
-  }
+  FillRows(frmParamLoader->flxEMailTriggerSetting, ItemCountOf("X"), FillMailTriggerRow);
 }
 
 } // namespace loader

@@ -5,8 +5,6 @@
 // list leaves the cell as it was, a number outside its limits leaves it blank.
 #pragma once
 
-#include <string_view>
-
 namespace loader {
 
 // Model-dependent visibility, table layout, all fixed lists. Writes no values.
@@ -22,6 +20,8 @@ void FillConstantRow(int number);
 void FillMessageRow(int number);
 void FillUnitRow(int number);
 void FillGroupTable();
+// One row of flxEMailTriggerSetting; the number counts from 1.
+void FillMailTriggerRow(int number);
 void FillMailTriggerTable();
 
 // All rows of a table, with its drawing off meanwhile.
@@ -30,8 +30,5 @@ void FillOperationTable();
 void FillConstantTable();
 void FillMessageTable();
 void FillUnitTable();
-
-// The width of a text in the font of the tables, in twips.
-[[nodiscard]] double MeasureTextWidth(std::u16string_view text);
 
 } // namespace loader

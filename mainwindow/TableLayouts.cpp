@@ -82,7 +82,7 @@ int LayoutWidth(TextId id) {
     return *width;
   }
   // A word: the whole part of its width times 1.1.
-  return static_cast<int>(std::lround(std::floor(ThePlatform().screens.TextWidth(LoadText(id))) * 1.1));
+  return static_cast<int>(std::lround(std::floor(MeasureTextWidth(LoadText(id))) * 1.1));
 }
 
 void LayOutTable(Grid& grid, int dataRows, int cols, TextId firstColumnWidth,

@@ -249,8 +249,9 @@ constexpr std::array<RowOpening, 7> RowOpenings{{
 void OpenRow(ParamLoaderScreen& window, const RowOpening& opening) {
   const Grid& table = window.*opening.table;
   const RowDialog& show = window.rowDialogs.*opening.dialog;
-  if (!show || table.Row < table.FixedRows) {
-    return; // no row has been chosen yet
+  // A dialog behind whose back a read replaces the store would write stale values over it.
+  if (!show || table.Row < table.FixedRows || ExchangeUnderWay(window)) {
+    return; // nothing to open, no row chosen yet, or not now
   }
   show(opening.entryOf(table));
   opening.rewrite();
@@ -299,14 +300,6 @@ void TieCommunication(ParamLoaderScreen& window) {
     window.picCommStatus(0).colour = window.lampLit ? LampOn : LampOff;
     window.lampLit = !window.lampLit;
   };
-}
-
-template <typename Kind> Kind& Named(const Screen& screen, std::string_view name, ControlKind kind) {
-  Control* control = screen.Find(name);
-  if (control == nullptr || control->kind != kind) {
-    throw std::logic_error("no such control on " + screen.name + ": " + std::string(name));
-  }
-  return static_cast<Kind&>(*control);
 }
 
 } // namespace
@@ -385,16 +378,6 @@ FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow) {
   };
   callbacks.refresh = RefreshAll;
   return callbacks;
-}
-
-ListBox& ListNamed(const Screen& screen, std::string_view name) {
-  return Named<ListBox>(screen, name, ControlKind::ListBox);
-}
-TextField& FieldNamed(const Screen& screen, std::string_view name) {
-  return Named<TextField>(screen, name, ControlKind::TextField);
-}
-Label& LabelNamed(const Screen& screen, std::string_view name) {
-  return Named<Label>(screen, name, ControlKind::Label);
 }
 
 } // namespace loader

@@ -10,6 +10,8 @@
 #include <memory>
 
 #include "comm/FlowCallbacks.h"
+#include "fields/Fields.h"
+#include "mainwindow/SettingsPages.h"
 #include "platform/Controls.h"
 #include "platform/Platform.h"
 
@@ -97,8 +99,9 @@ struct ParamLoaderScreen : Screen {
   // The labels, frames and fields of the settings pages, made from the tables of SettingsPages.
   std::deque<Label> labels;
   std::deque<Frame> frames;
-  std::deque<ListBox> lists;
-  std::deque<TextField> fields;
+  FieldSet settings{*this, SettingsFields(), StoreTime::AtOnce};
+  std::deque<ListBox>& lists = settings.lists;
+  std::deque<TextField>& fields = settings.texts;
 
   RowDialogs rowDialogs;
 
@@ -124,10 +127,5 @@ void OpenMainWindow();
 enum class Flow { ReadOrWrite, StoreSettings, SetClock };
 // What the window does around an exchange: which controls it disables, the lamp, the refresh.
 [[nodiscard]] FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow);
-
-// A control of a screen by name and kind; one that is missing is a defect of the program (std::logic_error).
-[[nodiscard]] ListBox& ListNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] TextField& FieldNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] Label& LabelNamed(const Screen& screen, std::string_view name);
 
 } // namespace loader

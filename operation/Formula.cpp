@@ -99,11 +99,11 @@ void FormulaTermLength(FormulaTerm& term) {
   term.TextLen = static_cast<std::int16_t>(length + (term.Rule != 0 ? 1 : 0));
 }
 
-std::u16string FormulaText(int channel, int mode, int formula) {
+std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formula) {
   if (formula < 1 || formula > FormulaCount) {
     return {};
   }
-  auto& terms = FormulaWork[static_cast<std::size_t>(formula - 1)];
+  auto& terms = table[static_cast<std::size_t>(formula - 1)];
   if (mode == FormulaModeStore) {
     for (int term = 0; term < TermCount; ++term) {
       terms[static_cast<std::size_t>(term)] = LoadTerm(channel, formula, term);
@@ -128,6 +128,15 @@ std::u16string FormulaText(int channel, int mode, int formula) {
     text += u' ';
   }
   return text;
+}
+
+std::u16string FormulaText(int channel, int mode, int formula) {
+  return FormulaText(FormulaWork, channel, mode, formula);
+}
+
+std::u16string StoredFormulaText(int channel, int formula) {
+  FormulaTable table{};
+  return FormulaText(table, channel, FormulaModeStore, formula);
 }
 
 } // namespace loader

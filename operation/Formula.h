@@ -26,7 +26,9 @@ struct FormulaTerm {
 };
 
 using FormulaTable = std::array<std::array<FormulaTerm, TermCount>, FormulaCount>;
-// The formulas in work: reloaded from the store for each channel.
+// The formulas that are being edited: they belong to the screen of an operation channel, which reloads them
+// from the store for each channel. Whoever only prints formulas prints from a table of its own, so that a
+// table that is refilled behind that screen does not destroy its edits.
 extern FormulaTable FormulaWork;
 
 // high x 256 + low, as the signed 16-bit number that the store holds.
@@ -42,11 +44,15 @@ struct FormulaBytes {
 void FormulaTermLength(FormulaTerm& term);
 
 constexpr int FormulaModeDialog = 1; // one blank behind a text of fewer than three terms
-constexpr int FormulaModeWork = 2;   // what stands in FormulaWork
+constexpr int FormulaModeWork = 2;   // what stands in the table
 constexpr int FormulaModeStore = 3;  // reloads the formula from the store first
 
-// The text of formula `formula` (1 to 4) of operation channel `channel` (from 0: its item in section "O").
-// Printing stops at the first empty term.
+// The text of formula `formula` (1 to 4) of operation channel `channel` (from 0: its item in section "O"), by
+// the terms of `table`. Printing stops at the first empty term.
+[[nodiscard]] std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formula);
+// The same with FormulaWork.
 [[nodiscard]] std::u16string FormulaText(int channel, int mode, int formula);
+// What the store holds, for a reader who edits nothing.
+[[nodiscard]] std::u16string StoredFormulaText(int channel, int formula);
 
 } // namespace loader

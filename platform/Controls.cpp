@@ -152,12 +152,16 @@ void FillList(ListBox& list, std::span<const std::u16string> texts, int count) {
   }
 }
 
-void SelectRow(ListBox& list, long row) {
+bool ShowRow(ListBox& list, long row) {
   if (row < 0 || row >= static_cast<long>(list.items.size())) {
-    return;
+    return false;
   }
   list.index = static_cast<int>(row);
-  if (list.onChange) {
+  return true;
+}
+
+void SelectRow(ListBox& list, long row) {
+  if (ShowRow(list, row) && list.onChange) {
     list.onChange();
   }
 }

@@ -214,6 +214,8 @@ void FillList(ListBox& list, std::span<const std::u16string> texts, int count = 
 // Selects the row and runs the change handler, as the user's choice does. A row outside the list leaves the
 // selection as it was and runs nothing: a stale row would be written back by the handler.
 void SelectRow(ListBox& list, long row);
+// The same without the handler: the row is shown, nobody has picked it. False for a row outside the list.
+bool ShowRow(ListBox& list, long row);
 // Selects the page and runs the change handler; a page outside leaves all as it was.
 void SelectPage(TabPages& pages, int page);
 void RequestFocus(Control& control);

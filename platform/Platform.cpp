@@ -27,6 +27,10 @@ bool AskOkCancel(std::u16string_view text, std::u16string_view title) {
   return ThePlatform().boxes.Show(text, BoxButtons::OkCancel, BoxIcon::None, title) == BoxAnswer::Ok;
 }
 
+double MeasureTextWidth(std::u16string_view text) {
+  return ThePlatform().screens.TextWidth(text);
+}
+
 void DoEvents() {
   ThePlatform().eventLoop.DoEvents();
 }

@@ -119,6 +119,8 @@ void SetPlatform(Platform* platform);
 void ShowMessage(std::u16string_view text, BoxIcon icon = BoxIcon::None);
 // A box with OK and Cancel; true for OK.
 [[nodiscard]] bool AskOkCancel(std::u16string_view text, std::u16string_view title = {});
+// The width of a text in the font of the tables, in twips.
+[[nodiscard]] double MeasureTextWidth(std::u16string_view text);
 void DoEvents();
 void StartTimer(Timer& timer, int milliseconds);
 void StopTimer(Timer& timer);

@@ -9,9 +9,9 @@
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modMain.h"
-#include "mainwindow/ChannelCells.h"
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/SettingsPages.h"
+#include "mainwindow/TableCells.h"
 #include "mainwindow/frmParamLoader.h"
 #include "operation/Formula.h"
 #include "tests/fuzz/FuzzPlatform.h"
@@ -150,17 +150,18 @@ void CheckTables(FuzzPlatform& platform) {
   }
 }
 
-const SettingsField* FieldOf(std::string_view control) {
-  const auto fields = SettingsFields();
-  const auto found = std::find_if(fields.begin(), fields.end(),
-                                  [&](const SettingsField& field) { return field.control == control; });
+const Field* FieldBehind(std::string_view control) {
+  const auto& fields = frmParamLoader->settings.fields;
+  const auto found = std::find_if(fields.begin(), fields.end(), [&](const Field& field) {
+    return field.text != nullptr && field.text->name == control;
+  });
   return found == fields.end() ? nullptr : &*found;
 }
 
 void TypeAndLeave(TextField& field, std::u16string_view text) {
-  const SettingsField* behind = FieldOf(field.name);
+  const Field* behind = FieldBehind(field.name);
   Require(behind != nullptr, "every field stands for a record");
-  const ParamNumRecord* record = FindNumRecord(behind->section, behind->item, behind->tag);
+  const ParamNumRecord* record = FindNumRecord(behind->row->section, behind->item, behind->tag);
   const std::int16_t before = record == nullptr ? std::int16_t{0} : record->Value;
   field.text = text;
   if (field.onChange) {
@@ -183,8 +184,10 @@ void AskAnywhere(FuzzInput& input) {
   }
   const bool operation = input.Flag();
   const ChannelRow row = LookUpChannelRow(number, operation);
-  for (const ChannelColumn& column : ChannelCellColumns()) {
-    static_cast<void>(ChannelCellText(row, column));
+  for (const CellSource& cell : ChannelCells()) {
+    for (const View view : {View::Table, View::Screen, View::Sheet}) {
+      static_cast<void>(ParameterText(*cell.meaning, view, number, cell.tag, &row));
+    }
   }
   static_cast<void>(ChannelShades(row));
   const int mode = input.Choice(5);

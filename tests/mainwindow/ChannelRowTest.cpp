@@ -1,5 +1,5 @@
 // The row of a channel as a whole: shading, tags that a model lacks, rows that do not exist.
-#include "mainwindow/ChannelCells.h"
+#include "mainwindow/TableCells.h"
 #include "tests/mainwindow/Fixture.h"
 
 namespace loader::test {

@@ -1,0 +1,164 @@
+#include "meaning/Meaning.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+#include "core/ModelProfile.h"
+#include "core/Text.h"
+#include "core/TextTable.h"
+#include "meaning/MeaningRows.h"
+
+namespace loader {
+
+namespace {
+
+constexpr char AnyDigit = '#';
+
+constexpr bool IsDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+// Whether the tag is the pattern, or one of the family that it stands for.
+constexpr bool IsOf(std::string_view tag, std::string_view pattern) {
+  return tag.size() == pattern.size() &&
+         std::equal(tag.begin(), tag.end(), pattern.begin(), [](char own, char wanted) {
+           return own == wanted || (wanted == AnyDigit && IsDigit(own));
+         });
+}
+
+// The digits that the family leaves open, in their order: "22" of S122 for "S1##".
+std::string FamilyDigits(std::string_view tag, std::string_view pattern) {
+  std::string digits;
+  for (std::size_t at = 0; at < std::min(tag.size(), pattern.size()); ++at) {
+    if (pattern[at] == AnyDigit) {
+      digits += tag[at];
+    }
+  }
+  return digits;
+}
+
+std::u16string WithDigits(std::u16string words, std::string_view digits) {
+  std::size_t next = 0;
+  for (char16_t& character : words) {
+    if (character == AnyDigit && next < digits.size()) {
+      character = static_cast<char16_t>(digits[next++]);
+    }
+  }
+  return words;
+}
+
+MeaningRow WithItsForms(const Meaning& meaning) {
+  MeaningRow row{meaning, {}};
+  row.forms.fill({meaning.sense, meaning.choices, meaning.number});
+  for (const Difference& difference : Differences()) {
+    if (difference.section == meaning.section && difference.tag == meaning.tag) {
+      row.forms[static_cast<std::size_t>(difference.view)] = {difference.sense, difference.choices,
+                                                              difference.number};
+    }
+  }
+  return row;
+}
+
+std::vector<MeaningRow> MakeTable() {
+  std::vector<MeaningRow> table;
+  table.reserve(MeaningRows().size());
+  for (const Meaning& meaning : MeaningRows()) {
+    table.push_back(WithItsForms(meaning));
+  }
+  return table;
+}
+
+// --- Names
+
+constexpr SectionNames SectionTable[] = {
+    {"C", u"CH ", "CH ", "a channel: measuring channels, then operation channels"},
+    {"A", u"CH ", "CH ", "the alarms of a channel"},
+    {"G", u"グループ ", "Group ", "a display group"},
+    {"T", u"グループ ", "Group ", "the trend of a display group"},
+    {"B", u"グループ ", "Group ", "the bar graph or meter of a display group"},
+    {"H", u"", "", "the general settings"},
+    {"M", u"メッセージ ", "Message ", "a message"},
+    {"U", u"単位 ", "Unit ", "a user unit"},
+    {"D", u"DI", "DI", "a digital input"},
+    {"E", u"", "", "the timing of the totalizer"},
+    {"N", u"定数 K", "Constant K", "a constant"},
+    {"O", u"CH ", "CH ", "the formula of an operation channel"},
+    {"J", u"", "", "the network settings"},
+    {"K", u"ユーザー ", "User ", "a user account"},
+    {"X", u"E-mail トリガー ", "Mail trigger ", "an e-mail trigger"},
+    {"L", u"", "", "the serial master"},
+    {"Y", u"スレーブ ", "Slave ", "a slave of the serial master"},
+    {"P", u"", "", "the device identity"},
+    {"I", u"DI", "DI", "the recording of a digital input"},
+    {"Z", u"", "", "the switches of the totalizer"},
+    {"R", u"", "", "nothing: a code that text templates may name"},
+    {"F", u"", "", "the command that stores the settings"},
+    {"S", u"", "", "the state of the recorder"},
+};
+
+std::u16string CaptionOr(int caption, std::u16string_view own) {
+  return std::u16string(caption != 0 ? LoadText(TextId::At(caption)) : own);
+}
+
+std::u16string ItemName(std::string_view section, int item, Language language) {
+  const auto names = std::ranges::find(SectionTable, section, &SectionNames::code);
+  if (names == std::ranges::end(SectionTable) || names->englishItem.empty()) {
+    return {};
+  }
+  // A formula is told by the number of its channel, as everything else of it is.
+  const int number = section == "O" ? Profile.FirstOperationChannel + item : item + 1;
+  return (language == Language::Japanese ? std::u16string(names->item) : Widen(names->englishItem)) +
+         DecimalText(number);
+}
+
+} // namespace
+
+std::span<const MeaningRow> Meanings() {
+  static const std::vector<MeaningRow> table = MakeTable();
+  return table;
+}
+
+const MeaningRow* FindMeaning(std::string_view section, std::string_view tag) {
+  const std::string_view code = Trim(section);
+  const std::string_view name = Trim(tag);
+  for (const MeaningRow& row : Meanings()) {
+    if (row.meaning.section == code && IsOf(name, row.meaning.tag)) {
+      return &row;
+    }
+  }
+  return nullptr;
+}
+
+const MeaningRow& MeaningOf(std::string_view section, std::string_view tag) {
+  const MeaningRow* row = FindMeaning(section, tag);
+  if (row == nullptr) {
+    throw std::logic_error("no meaning for " + std::string(section) + " " + std::string(tag));
+  }
+  return *row;
+}
+
+std::span<const SectionNames> Sections() {
+  return SectionTable;
+}
+
+std::u16string ParameterName(const Meaning& meaning, std::string_view tag, Language language) {
+  const ParameterNames& names = meaning.names;
+  const std::string digits = FamilyDigits(Trim(tag), meaning.tag);
+  if (language == Language::English) {
+    return WithDigits(FromUtf8(names.english), digits);
+  }
+  const std::u16string group = CaptionOr(names.group, names.ownGroup);
+  const std::u16string label = CaptionOr(names.label, names.ownLabel);
+  return WithDigits(group.empty() ? label : group + u" " + label, digits);
+}
+
+std::u16string FullName(std::string_view section, int item, std::string_view tag, Language language) {
+  const std::u16string name = ItemName(Trim(section), item, language);
+  const MeaningRow* row = FindMeaning(section, tag);
+  const std::u16string parameter = row == nullptr ? Widen(Trim(section)) + u" " + Widen(Trim(tag))
+                                                  : ParameterName(row->meaning, tag, language);
+  return name.empty() ? parameter : name + u" " + parameter;
+}
+
+} // namespace loader

@@ -1,0 +1,441 @@
+// The rows of the meaning table, in the order of the initial settings file, and the list of what its views
+// show differently.
+#include "meaning/Lists.h"
+#include "meaning/Meaning.h"
+#include "meaning/MeaningRows.h"
+
+namespace loader {
+
+namespace {
+
+using namespace lists;
+
+// --- How rows are written
+
+consteval Meaning Row(std::string_view section, std::string_view tag, const ParameterNames& names,
+                      Sense sense) {
+  Meaning row{};
+  row.section = section;
+  row.tag = tag;
+  row.names = names;
+  row.sense = sense;
+  return row;
+}
+consteval Meaning Listed(std::string_view section, std::string_view tag, const ParameterNames& names,
+                         const ChoiceList& choices, Sense sense = Sense::Choice) {
+  Meaning row = Row(section, tag, names, sense);
+  row.choices = &choices;
+  return row;
+}
+consteval Meaning Listed(std::string_view section, std::string_view tag, const ParameterNames& names,
+                         const ChoiceList& choices, const ChoiceList& otherChoices) {
+  Meaning row = Listed(section, tag, names, choices);
+  row.otherChoices = &otherChoices;
+  return row;
+}
+consteval Meaning Counted(std::string_view section, std::string_view tag, const ParameterNames& names,
+                          NumberRule number = {}, std::string_view dependsOn = {}) {
+  Meaning row = Row(section, tag, names, Sense::Number);
+  row.number = number;
+  row.dependsOn = dependsOn;
+  return row;
+}
+consteval Meaning Worded(std::string_view section, std::string_view tag, const ParameterNames& names,
+                         TextKind text = {}) {
+  Meaning row = Row(section, tag, names, Sense::Text);
+  row.text = text;
+  return row;
+}
+consteval Meaning Decided(std::string_view section, std::string_view tag, const ParameterNames& names,
+                          std::string_view decidedBy, std::span<const ChoiceList* const> byDecider) {
+  Meaning row = Row(section, tag, names, Sense::Choice);
+  row.decidedBy = decidedBy;
+  row.byDecider = byDecider;
+  return row;
+}
+consteval Meaning Depending(Meaning row, std::string_view on) {
+  row.dependsOn = on;
+  return row;
+}
+consteval Meaning KovOnly(Meaning row) {
+  row.kovOnly = true;
+  return row;
+}
+consteval Meaning Secret(Meaning row) {
+  row.secret = true;
+  return row;
+}
+consteval Meaning UsedAs(Use use, Meaning row) {
+  row.use = use;
+  return row;
+}
+consteval Meaning Unshown(const Meaning& row) {
+  return UsedAs(Use::Unshown, row);
+}
+
+// A caption of a screen; a caption inside a frame; own words where no caption says enough.
+consteval ParameterNames Caption(int label, std::string_view english) {
+  return {0, label, {}, {}, english};
+}
+consteval ParameterNames Caption(int group, int label, std::string_view english) {
+  return {group, label, {}, {}, english};
+}
+consteval ParameterNames Called(std::u16string_view words, std::string_view english) {
+  return {0, 0, {}, words, english};
+}
+consteval ParameterNames Called(int group, std::u16string_view words, std::string_view english) {
+  return {group, 0, {}, words, english};
+}
+consteval ParameterNames AlarmCaption(int label, std::string_view english) {
+  return {0, label, u"警報No.#", {}, english};
+}
+
+// --- Rules that several rows share
+
+constexpr NumberRule MeasuringRule{Position::Measuring, Within::Kind, UnderLogarithm::AsEver};
+constexpr NumberRule EngineeringRule{Position::Engineering, Within::Engineering, UnderLogarithm::Exponent};
+constexpr NumberRule RecordRule{Position::RecordRange, Within::Engineering, UnderLogarithm::Power};
+constexpr NumberRule ChannelPointRule{Position::Channel, Within::Record, UnderLogarithm::AsEver};
+constexpr NumberRule LowCutRule{Position::FValue, Within::Record, UnderLogarithm::AsEver};
+constexpr NumberRule AlarmRule{Position::FValue, Within::Alarm, UnderLogarithm::Scaled};
+constexpr std::string_view EngineeringNeeds = "TYPE UNIT SCAL TAIS POIN";
+constexpr std::string_view RecordNeeds = "TYPE UNIT SCAL TAIS POIN FTIO FPOI";
+constexpr std::string_view AlarmNeeds = "TYPE UNIT SCAL POIN FTIO FPOI; under TAIS also MMIN MMAX SMIN SMAX";
+
+constexpr TextKind Tag{TextForm::AsTyped, true};
+constexpr TextKind Trimmed{TextForm::TrimmedOnLeave, true};
+constexpr TextKind Address{TextForm::TrimmedAsTyped, false};
+
+constexpr auto Rows = std::to_array<Meaning>({
+    // One channel.
+    Worded("C", "TAG", Caption(18038, "Tag"), Tag),
+    Worded("C", "TAG2", Caption(18037, "Tag 2"), Tag),
+    Worded("C", "STAG", Caption(18008, 18014, "Totalizer tag"), Tag),
+    Depending(Listed("C", "TYPE", Caption(18040, "Input kind"), InputKindNames),
+              "the channel before it, which may share its terminals"),
+    Listed("C", "SUBC", Caption(18020, "Channel to subtract"), SubtractedChannels),
+    Counted("C", "FILT", Caption(18041, "Input filter (s)")),
+    Listed("C", "UNIT", Caption(18042, "Unit"), Units),
+    Listed("C", "SCAL", Caption(18026, "Scaling"), Scaling),
+    Counted("C", "MMIN", Caption(18024, 18022, "Measuring range, lower limit"), MeasuringRule,
+            "TYPE UNIT; TYPE 40: OTCH"),
+    Counted("C", "MMAX", Caption(18024, 18023, "Measuring range, upper limit"), MeasuringRule,
+            "TYPE UNIT; TYPE 40: OTCH"),
+    Counted("C", "SMIN", Caption(18021, 18022, "Engineering value, lower limit"), EngineeringRule,
+            EngineeringNeeds),
+    Counted("C", "SMAX", Caption(18021, 18023, "Engineering value, upper limit"), EngineeringRule,
+            EngineeringNeeds),
+    Listed("C", "POIN", Caption(18027, "Decimal point"), Positions),
+    Counted("C", "PVSI", Caption(18032, 18034, "PV shift"), ChannelPointRule, "POIN"),
+    Counted("C", "PVKA", Caption(18032, 18033, "PV slope (%)")),
+    Unshown(Counted("C", "NIPO", Called(u"NIPO", "NIPO"))),
+    Listed("C", "RECO", Caption(18029, "Recorded or displayed only"), RecordDisplay),
+    Counted("C", "RMIN", Caption(18028, 18022, "Display range, lower limit"), RecordRule, RecordNeeds),
+    Counted("C", "RMAX", Caption(18028, 18023, "Display range, upper limit"), RecordRule, RecordNeeds),
+    Unshown(Counted("C", "DSPM", Caption(21079, "Display mode"))),
+    Unshown(Counted("C", "ZMB1", Caption(21082, 21083, "Zoom, border 1"))),
+    Unshown(Counted("C", "ZMB2", Caption(21090, 21091, "Zoom, border 2"))),
+    Unshown(Counted("C", "ZMP1", Caption(21086, 21087, "Zoom, position 1"))),
+    Unshown(Counted("C", "ZMP2", Caption(21094, 21095, "Zoom, position 2"))),
+    KovOnly(Listed("C", "TAIS", Caption(18172, "Logarithm"), Logarithm)),
+    Listed("C", "COLR", Caption(18039, "Display colour"), Colours, Sense::ColourNumber),
+    Listed("C", "ROOT", Caption(18025, "Square root"), SquareRoot),
+    Listed("C", "RECM", Caption(18030, "Record mode"), RecordModes),
+    Depending(Listed("C", "OTCH", Caption(18036, "Channel referred to"), Channels72), "TYPE 40"),
+    Listed("C", "FTIO", Caption(18006, "F value function"), FValue),
+    Listed("C", "SEKI", Caption(18018, "Totalizer function"), TotalKinds),
+    Listed("C", "SEUN", Caption(18017, "Totalizer unit"), Units),
+    Counted("C", "SECU", Caption(18016, "Totalizer low cut"), LowCutRule, RecordNeeds),
+    Counted("C", "SSCL", Caption(18013, "Totalizer divisor")),
+    Listed("C", "STYP", Caption(18012, "Totalizer type"), ReportCycles),
+    Listed("C", "SDIG", Caption(18008, 18011, "Totalizer external input"), ExternalInputs),
+    Listed("C", "SBAS", Caption(18010, "Totalizer unit time"), PerTime),
+    Listed("C", "SRES", Caption(18009, "Totalizer reset"), ResetSwitch),
+    KovOnly(Listed("C", "SRIN", Caption(18173, "Totalizer reset input"), ResetInputs)),
+
+    // The four alarms of a channel.
+    Listed("A", "A#TY", AlarmCaption(18045, "Alarm # type"), AlarmTypes),
+    Counted("A", "A#VL", AlarmCaption(18046, "Alarm # set value"), AlarmRule, AlarmNeeds),
+    Unshown(Counted("A", "A#HC", AlarmCaption(21155, "Alarm # channel compared with"))),
+    Listed("A", "A#RL", AlarmCaption(18047, "Alarm # output relay"), AlarmOutputs),
+
+    // A display group: name and slots, trend, bar graph or meter.
+    Worded("G", "GNEM", Caption(18063, "Name"), Trimmed),
+    Listed("G", "GC##", Called(u"データ##", "Data slot ##"), GroupSlots),
+    Listed("T", "THOU", Caption(18066, "Trend direction"), Directions),
+    Listed("T", "TMCH", Called(18064, u"チャネル", "Channel of the trend scale"), TrendScaleChannels),
+    Listed("T", "TBUN", Caption(18067, "Divisions"), Divisions),
+    Listed("T", "TPVD", Caption(18062, "Colour bar"), ColourBars),
+    Listed("T", "TMEM", Caption(18064, "Trend scale"), TrendScale),
+    Unshown(Listed("B", "BHOU", Called(u"BHOU", "BHOU"), Directions)),
+    Unshown(Counted("B", "BPVD", Called(u"BPVD", "BPVD"))),
+    Unshown(Counted("B", "BPVM", Called(u"BPVM", "BPVM"))),
+    Listed("B", "BBRM", Caption(18061, "Bar graph or meter"), BarsOrMeters),
+
+    // General settings.
+    Listed("H", "KLOC", Called(u"キーロック", "Key lock"), KeyLocks),
+    Listed("H", "BETU", Caption(18107, "File period"), FileSplits, DailyFiles),
+    Listed("H", "MSMP", Caption(18099, "Display period"), SampleCycles),
+    Unshown(Listed("H", "SSMP", Called(u"SSMP", "SSMP"), SampleCycles)),
+    Counted("H", "ALMH", Caption(18100, "Alarm hysteresis (%)")),
+    Listed("H", "ALML", Caption(18101, "Alarm latch"), AlarmLatch),
+    Listed("H", "ASBY", Caption(18102, "Record format"), RecordCodes),
+    Counted("H", "FSTN", Caption(18124, 18125, "F value, reference temperature (°C)")),
+    Counted("H", "FZTI", Caption(18124, 18126, "F value, Z value (°C)")),
+    Listed("H", "FPOI", Caption(18124, 18127, "F value, decimal point"), Positions),
+    Unshown(Counted("H", "FTIR", Called(u"FTIR", "FTIR"))),
+    Counted("H", "FTIT", Caption(18124, 18128, "F value, reset temperature (°C)")),
+    Listed("H", "BAAL", Called(u"ﾊﾞｯﾃﾘｰ警報出力先 DO No.", "Battery alarm output"), BatteryOutputs),
+    Listed("H", "SHOU", Caption(18103, "LCD off after (min)"), Backlight, ScreenOff),
+    Listed("H", "CFFL", Called(u"ﾒﾓﾘFULL警報出力先 DO No.", "Memory full output"), MemoryFullOutputs),
+    Secret(Counted("H", "PAS1", Called(u"パラメータ設定パスワード", "Password of the parameters"))),
+    Secret(Counted("H", "PAS2", Caption(18185, "Password of the memory card"))),
+    Secret(Counted("H", "RPAS", Called(u"記録開始停止パスワード", "Password of recording"))),
+    Counted("H", "COMS", Caption(18109, "Modbus station")),
+    Listed("H", "COMB", Caption(18110, "Modbus speed"), BaudRates),
+    Listed("H", "COMP", Caption(18111, "Modbus parity"), Parities),
+    Unshown(Listed("H", "TIMF", Caption(18106, "Date format"), DateFormats)),
+    UsedAs(Use::Command, Counted("H", "TIMS", Called(u"時刻設定", "Clock command"))),
+    Listed("H", "CMPL", Caption(18180, "Trend compression"), Compressions),
+    Listed("H", "FIFO", Caption(18181, "Overwrite files"), Overwrite),
+    Listed("H", "LANG", Caption(18182, "Language"), Languages),
+    Listed("H", "LOGO", Caption(18183, "Security mode"), LoginModes),
+    KovOnly(Listed("H", "TBKC", Caption(18210, "Trend background"), TrendBackgrounds)),
+    KovOnly(Listed("H", "HBKC", Caption(18211, "History background"), HistoryBackgrounds)),
+    UsedAs(Use::Clock, Counted("H", "YEAR", Called(u"時計 年", "Clock, year"))),
+    UsedAs(Use::Clock, Counted("H", "MONT", Called(u"時計 月", "Clock, month"))),
+    UsedAs(Use::Clock, Counted("H", "DAYS", Called(u"時計 日", "Clock, day"))),
+    UsedAs(Use::Clock, Counted("H", "HOUR", Called(u"時計 時", "Clock, hour"))),
+    UsedAs(Use::Clock, Counted("H", "MINT", Called(u"時計 分", "Clock, minute"))),
+
+    // A message.
+    Worded("M", "MESS", Caption(18082, "Text"), Tag),
+    Unshown(Listed("M", "MCOR", Called(u"MCOR", "MCOR"), Colours, Sense::ColourNumber)),
+    Unshown(Counted("M", "MITI", Called(u"MITI", "MITI"))),
+    Listed("M", "MTM1", Caption(18083, "Timing"), MessageTimings),
+    Decided("M", "MTM2", Caption(18084, "Digital input or channel"), "MTM1", MessageSources),
+    Decided("M", "MTM3", Caption(18085, "Alarm number"), "MTM1", MessageAlarms),
+
+    // A user unit, a digital input.
+    Worded("U", "UNIT", Caption(18003, "Name"), Tag),
+    Listed("D", "DIKI", Caption(18129, "Function"), DIFunctions),
+
+    // The timing of the totalizer.
+    Counted("E", "TTSH", Called(18122, u"時", "Start hour")),
+    Counted("E", "TTSM", Called(18122, u"分", "Start minute")),
+    Counted("E", "TTEH", Called(18123, u"時", "End hour")),
+    Counted("E", "TTEM", Called(18123, u"分", "End minute")),
+    Row("E", "TSBA", Called(18112, u"基準時刻", "Totalizer reference time"), Sense::TimeOfDay),
+    Listed("E", "TCYC", Caption(18117, "Totalizer cycle"), TotalCycles),
+    Listed("E", "TWDY", Called(18112, u"基準曜日", "Totalizer reference day of the week"), Weekdays),
+    Listed("E", "TDAY", Caption(18112, 18114, "Totalizer reference day of the month"), Days),
+    KovOnly(Row("E", "TSTR", Caption(18112, 18122, "Totalizer start time"), Sense::TimeOfDay)),
+    KovOnly(Row("E", "TSTO", Caption(18112, 18123, "Totalizer end time"), Sense::TimeOfDay)),
+    Listed("E", "TEXT", Caption(18112, 18115, "Totalizer external input"), ExternalInputs),
+    Counted("E", "TIMH", Called(18187, u"H-P,L-P", "Timer H-P, L-P (min)")),
+    Counted("E", "TIMA", Called(18187, u"AVG", "Timer AVG (min)")),
+    Counted("E", "TIMT", Called(18187, u"SUM", "Timer SUM (min)")),
+
+    // A constant.
+    Counted("N", "CONS", Caption(18170, "Value"), {Position::Constant, Within::Record}, "CONP"),
+    Listed("N", "CONP", Caption(18027, "Decimal point"), Positions),
+
+    // The formulas of an operation channel: formula, term.
+    Row("O", "OP##", Called(u"式# 項# 関数・四則", "Formula # term #: function and rule"),
+        Sense::FormulaWord),
+    Row("O", "S1##", Called(u"式# 項# 入力1", "Formula # term #: input 1"), Sense::FormulaWord),
+    Row("O", "S2##", Called(u"式# 項# 入力2", "Formula # term #: input 2"), Sense::FormulaWord),
+
+    // Network, mail.
+    Worded("J", "SDAD", Caption(18151, 18153, "Mail sender's address"), Address),
+    Worded("J", "SDNM", Caption(18151, 18154, "Mail sender's name"), Address),
+    Worded("J", "RAD#", {18155, 0, {}, u"#", "Mail address #"}, Address),
+    Listed("J", "ETHE", Caption(18134, "Ethernet"), Switches[0]),
+    Listed("J", "MAIL", Caption(18148, "E-mail"), Switches[1]),
+    Listed("J", "FTPF", Caption(18143, "FTP server"), Switches[2]),
+    Listed("J", "FTPA", Caption(18142, 18144, "FTP access control"), Switches[3]),
+    Listed("J", "WEBF", Caption(18146, "Web server"), Switches[4]),
+    Listed("J", "WEBA", Called(18145, u"ｱｸｾｽ管理", "Web access control"), Switches[5]),
+    Listed("J", "WEBM", Called(18145, u"メッセージ", "Web messages"), Switches[6]),
+    Listed("J", "MOTC", Caption(18150, "Modbus TCP/IP"), Switches[7]),
+    Row("J", "IPA#", {18135, 0, {}, u"#", "IP address, number #"}, Sense::Octet),
+    Row("J", "SUB#", {18136, 0, {}, u"#", "Subnet mask, number #"}, Sense::Octet),
+    Row("J", "DEF#", {18137, 0, {}, u"#", "Default gateway, number #"}, Sense::Octet),
+    Row("J", "SIP#", {18152, 0, {}, u"#", "SMTP address, number #"}, Sense::Octet),
+
+    // A user account.
+    Worded("K", "UNAM", Caption(18139, "Name")),
+    Secret(Worded("K", "PASS", Caption(18140, "Password"))),
+    Listed("K", "LVEL", Caption(18141, "Level"), OfferedLevels),
+
+    // A mail trigger.
+    Worded("X", "ECM1", Caption(18056, "Text 1"), Trimmed),
+    Worded("X", "ECM2", Caption(18057, "Text 2"), Trimmed),
+    Worded("X", "ETTL", Caption(18055, "Title"), Trimmed),
+    Listed("X", "ETRG", Caption(18054, "Timing"), MailTimings),
+    Decided("X", "ETG1", Caption(63108, "What it waits for"), "ETRG", MailSources),
+    Decided("X", "ETG2", Caption(63110, "Alarm number or hour"), "ETRG", MailDetails),
+    Row("X", "EADD", Caption(18059, "Addresses"), Sense::AddressMask),
+    Listed("X", "EPVA", Caption(18058, "Values attached"), NoYes),
+
+    // The recorder's serial master and its slaves.
+    Unshown(Listed("L", "MODF", Called(u"MODF", "Role"), LinkRoles)),
+    Unshown(Counted("L", "RECY", Called(u"RECY", "RECY"))),
+    Unshown(Counted("L", "RETR", Called(u"RETR", "RETR"))),
+    Unshown(Counted("L", "TIOU", Called(u"TIOU", "TIOU"))),
+    Unshown(Counted("L", "DELT", Called(u"DELT", "DELT"))),
+    Unshown(Listed("L", "RETN", Called(u"RETN", "Retry interval"), RetryIntervals)),
+    Unshown(Counted("Y", "SLST", Called(u"SLST", "SLST"))),
+    Unshown(Counted("Y", "SLRA", Called(u"SLRA", "SLRA"))),
+    Unshown(Counted("Y", "SLRN", Called(u"SLRN", "SLRN"))),
+
+    // What the recorder is.
+    UsedAs(Use::Identity, Worded("P", "PILC", Called(u"機種", "Model"))),
+    UsedAs(Use::Identity, Worded("P", "SNO.", Called(u"製造番号", "Serial number"))),
+    UsedAs(Use::Identity, Worded("P", "PVER", Called(u"プログラムバージョン", "Version"))),
+
+    // The recording of a digital input; the switches of the totalizer.
+    Unshown(Listed("I", "DCOL", Called(u"表示色", "Display colour"), Colours, Sense::ColourNumber)),
+    Unshown(Listed("I", "DREM", Called(u"記録タイプ", "Record mode"), InputRecordModes)),
+    Unshown(Listed("I", "DREO", Called(u"記録動作", "Recorded"), RecordPresence)),
+    Unshown(Counted("I", "DRMN", Called(u"表示範囲 下限値", "Display range, lower limit"))),
+    Unshown(Counted("I", "DRMX", Called(u"表示範囲 上限値", "Display range, upper limit"))),
+    KovOnly(Listed("Z", "TOTA", Caption(18119, "Totalizing"), TotalSwitch)),
+    KovOnly(Listed("Z", "TSTM", Caption(18120, "Unit time"), TotalUnitTimes)),
+    KovOnly(Listed("Z", "TSIG", Caption(18121, "Start and stop signal"), OperationKinds)),
+
+    UsedAs(Use::Command, Counted("F", "FIX", Called(u"設定値記憶", "Store the settings"))),
+    UsedAs(Use::Identity, Row("S", "SYS1", Called(u"動作状態", "State"), Sense::Plain)),
+});
+
+// Where a view shows a parameter otherwise than its row says. Each is deliberate.
+constexpr auto DifferenceRows = std::to_array<Difference>({
+    // Lists.
+    {"C", "COLR", View::Screen, Sense::Choice, &Colours, {}, "a screen names the colour beside its swatch"},
+    {"C", "COLR", View::Sheet, Sense::Choice, &Colours, {}, "paper knows no colour: the sheet names it"},
+    {"C", "SUBC", View::Sheet, Sense::Choice, &PrintedChannels, {}, "the sheet has words of its own"},
+    {"C", "POIN", View::Sheet, Sense::Plain, nullptr, {}, "the sheet prints the number"},
+    {"C",
+     "OTCH",
+     View::Sheet,
+     Sense::Choice,
+     &PrintedOtherChannels,
+     {},
+     "the sheet takes the entry at the value, where the first is none: it prints one channel less than the "
+     "screens show"},
+    {"C",
+     "SEKI",
+     View::Sheet,
+     Sense::Choice,
+     &PrintedTotalKinds,
+     {},
+     "the sheet counts the kinds from 1 as the recorder does, the screens from 0: with entries from 1 "
+     "everywhere all three would show the same"},
+    {"C", "STYP", View::Table, Sense::Choice, &ReportCyclesOrOff, {}, "a table shows OFF for no cycle"},
+    {"C", "STYP", View::Sheet, Sense::Choice, &ReportCyclesOrOff, {}, "as the table"},
+    {"A", "A#RL", View::Sheet, Sense::Number, nullptr, {}, "the sheet prints the number of the relay"},
+    {"G", "GC##", View::Sheet, Sense::Choice, &PrintedChannels, {}, "the sheet has words of its own"},
+    {"T",
+     "THOU",
+     View::Table,
+     Sense::Choice,
+     &DirectionsOrUpright,
+     {},
+     "a table tells sideways from all else"},
+    {"T", "THOU", View::Sheet, Sense::Choice, &DirectionsOrUpright, {}, "as the table"},
+    {"T", "TBUN", View::Table, Sense::Plain, nullptr, {}, "a table shows the number whatever it is"},
+    {"T", "TBUN", View::Sheet, Sense::Plain, nullptr, {}, "as the table"},
+    {"T", "TMEM", View::Sheet, Sense::Choice, &NoYes, {}, "the sheet says no or yes, the screen OFF or ON"},
+    {"K",
+     "LVEL",
+     View::Sheet,
+     Sense::Choice,
+     &UserLevels,
+     {},
+     "the sheet takes the entry at the value of all four; the screen offers the first and the fourth as 0 "
+     "and 1, of which the second and the fourth read alike"},
+
+    // Numbers: what a screen takes is not always what a table can show.
+    {"C",
+     "MMIN",
+     View::Screen,
+     Sense::Number,
+     nullptr,
+     {Position::Measuring, Within::Terminals},
+     "a screen takes what the terminals take whatever the kind"},
+    {"C",
+     "MMAX",
+     View::Screen,
+     Sense::Number,
+     nullptr,
+     {Position::Measuring, Within::Terminals},
+     "a screen takes what the terminals take whatever the kind"},
+    {"C",
+     "SMIN",
+     View::Sheet,
+     Sense::Number,
+     nullptr,
+     {Position::Channel, Within::Record, UnderLogarithm::Exponent},
+     "the sheet prints at POIN"},
+    {"C",
+     "SMAX",
+     View::Sheet,
+     Sense::Number,
+     nullptr,
+     {Position::Channel, Within::Record, UnderLogarithm::Exponent},
+     "the sheet prints at POIN"},
+    {"C",
+     "RMIN",
+     View::Screen,
+     Sense::Number,
+     nullptr,
+     {Position::RecordRange, Within::Engineering, UnderLogarithm::Exponent},
+     "a screen takes the exponent"},
+    {"C",
+     "RMAX",
+     View::Screen,
+     Sense::Number,
+     nullptr,
+     {Position::RecordRange, Within::Engineering, UnderLogarithm::Exponent},
+     "a screen takes the exponent"},
+    {"C",
+     "RMIN",
+     View::Sheet,
+     Sense::Number,
+     nullptr,
+     {Position::Channel, Within::Record, UnderLogarithm::Power},
+     "the sheet prints at POIN"},
+    {"C",
+     "RMAX",
+     View::Sheet,
+     Sense::Number,
+     nullptr,
+     {Position::Channel, Within::Record, UnderLogarithm::Power},
+     "the sheet prints at POIN"},
+    {"C",
+     "SECU",
+     View::Screen,
+     Sense::Number,
+     nullptr,
+     {Position::RecordRange, Within::Alarm},
+     "a screen takes what the kind can measure; a table shows what the record holds"},
+    {"A",
+     "A#VL",
+     View::Screen,
+     Sense::Number,
+     nullptr,
+     {Position::RecordRange, Within::Alarm, UnderLogarithm::Scaled},
+     "a screen takes an unscaled alarm at the kind's position; a table shows it at POIN"},
+});
+
+} // namespace
+
+std::span<const Meaning> MeaningRows() {
+  return Rows;
+}
+
+std::span<const Difference> Differences() {
+  return DifferenceRows;
+}
+
+} // namespace loader
