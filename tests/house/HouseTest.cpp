@@ -1,7 +1,6 @@
 // The rules of the house, checked on the source tree and on this very process, which links every layer of the
 // logic.
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -9,7 +8,9 @@
 #include <link.h>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -17,8 +18,52 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path Root = LOADER_SOURCE_DIR;
-const std::set<std::string> LogicFolders{"core",    "files",      "comm",       "channel", "operation",
-                                         "dialogs", "mainwindow", "conversion", "platform"};
+
+// The floors of the house, from the ground up: the one list of them. A folder uses those below it and none
+// above; folders of one floor do not use each other. A folder that does not stand yet has its place here.
+const std::vector<std::vector<std::string>> Floors{
+    {"data"},                        // texts and the shape of the store
+    {"platform"},                    // what the logic needs of the world; the control records
+    {"core"},                        // store, initial settings, catalogues, texts, LOADER.INI, code page
+    {"channel", "operation"},        // value rules, input kinds; formulas
+    {"meaning"},                     // what each parameter means
+    {"fields"},                      // the fields of any screen
+    {"comm", "files", "conversion"}, // the recorder, the files, the change of model
+    {"dialogs"},                     // the browsing frame and the side dialogs
+    {"channelscreens"},              // the screens of channels and formulas
+    {"mainwindow"},                  // the window over all of it
+    {"qt"},                          // platform/ in Qt
+    {"app", "tools", "bench", "tests"},
+};
+// Beside the house: a recorder to talk to. It uses these and is used by what is above Qt.
+const std::string Simulator = "simulator";
+const std::set<std::string> UsedBySimulator{"simulator", "core", "platform", "data"};
+const std::set<std::string> TopFloor(Floors.back().begin(), Floors.back().end());
+
+// The floor of a folder; -1: it is not in the list.
+int FloorOf(const std::string& folder) {
+  for (std::size_t floor = 0; floor < Floors.size(); ++floor) {
+    if (std::ranges::find(Floors[floor], folder) != Floors[floor].end()) {
+      return static_cast<int>(floor);
+    }
+  }
+  return -1;
+}
+
+bool MayUse(const std::string& folder, const std::string& used) {
+  if (folder == used || TopFloor.contains(folder)) {
+    return true;
+  }
+  if (folder == Simulator || used == Simulator) {
+    return folder == Simulator && UsedBySimulator.contains(used);
+  }
+  return FloorOf(used) < FloorOf(folder);
+}
+
+// Those that have no Qt: everything below it.
+bool IsLogic(const std::string& folder) {
+  return folder == Simulator || (FloorOf(folder) >= 0 && FloorOf(folder) < FloorOf("qt"));
+}
 
 struct Source {
   fs::path path; // relative to the root
@@ -34,9 +79,10 @@ std::string BetweenMarks(const std::string& line, std::size_t start) {
 
 std::vector<Source> AllSources() {
   std::vector<Source> sources;
-  const std::array<std::string, 15> folders{"app",       "core",      "files",      "comm",    "channel",
-                                            "operation", "qt",        "mainwindow", "dialogs", "conversion",
-                                            "platform",  "simulator", "tests",      "bench",   "tools"};
+  std::vector<std::string> folders{Simulator};
+  for (const std::vector<std::string>& floor : Floors) {
+    folders.insert(folders.end(), floor.begin(), floor.end());
+  }
   for (const std::string& folder : folders) {
     if (!fs::exists(Root / folder)) {
       continue;
@@ -72,7 +118,7 @@ TEST(House, TheSourceTreeIsFound) {
 
 TEST(House, TheLogicIncludesNoQtHeader) {
   for (const Source& source : AllSources()) {
-    if (!LogicFolders.contains(FolderOf(source.path))) {
+    if (!IsLogic(FolderOf(source.path))) {
       continue;
     }
     for (const std::string& header : source.systemIncludes) {
@@ -97,13 +143,118 @@ TEST(House, AProgramOfAllLogicLayersLoadsNoQt) {
   EXPECT_EQ(0, qtLibraries);
 }
 
-TEST(House, OnlyTheWindowSideKnowsTheMainWindow) {
-  const std::set<std::string> allowed{"mainwindow", "qt", "app", "tests", "bench"};
+// --- The floors
+
+using Uses = std::vector<std::pair<std::string, std::string>>; // who, whom: files or targets
+std::vector<std::string> Upward(const Uses& uses) {
+  std::vector<std::string> wrong;
+  for (const auto& [user, used] : uses) {
+    const std::string from = FolderOf(user);
+    const std::string to = FolderOf(used);
+    if (!MayUse(from, to)) {
+      wrong.push_back(user + " uses " + used);
+    }
+  }
+  return wrong;
+}
+
+bool IsOurFolder(const std::string& folder) {
+  return folder == Simulator || FloorOf(folder) >= 0;
+}
+
+Uses AllIncludes() {
+  Uses uses;
   for (const Source& source : AllSources()) {
     for (const std::string& header : source.ownIncludes) {
-      if (header.starts_with("mainwindow/")) {
-        EXPECT_TRUE(allowed.contains(FolderOf(source.path))) << source.path << ": " << header;
+      if (header.find('/') != std::string::npos && IsOurFolder(FolderOf(header))) {
+        uses.emplace_back(source.path.string(), header);
       }
+    }
+  }
+  return uses;
+}
+
+// What each folder's target links, as its CMakeLists.txt says: loader_layer(NAME SOURCES ... LINK ...). The
+// simulator's target has a name of its own.
+Uses AllLinks() {
+  Uses uses;
+  for (const std::vector<std::string>& floor : Floors) {
+    for (const std::string& folder : floor) {
+      std::ifstream in(Root / folder / "CMakeLists.txt");
+      std::stringstream text;
+      text << in.rdbuf();
+      const std::string content = text.str();
+      const std::size_t layer = content.find("loader_layer(" + folder);
+      const std::size_t end = content.find(')', layer);
+      const std::size_t link = content.find("LINK", layer);
+      if (layer == std::string::npos || link == std::string::npos || link > end) {
+        continue;
+      }
+      std::istringstream names(content.substr(link + 4, end - link - 4));
+      for (std::string name; names >> name;) {
+        uses.emplace_back(folder, name);
+      }
+    }
+  }
+  return uses;
+}
+
+TEST(House, NoFileIncludesAFileOfItsOwnFloorOrOfOneAbove) {
+  const Uses includes = AllIncludes();
+  EXPECT_GT(includes.size(), 500U);
+  EXPECT_EQ(std::vector<std::string>{}, Upward(includes));
+}
+
+TEST(House, NoTargetLinksOneOfItsOwnFloorOrOfOneAbove) {
+  const Uses links = AllLinks();
+  EXPECT_GT(links.size(), 15U);
+  EXPECT_EQ(std::vector<std::string>{}, Upward(links));
+}
+
+// What a folder includes its target links, be it through another one: static libraries would not tell.
+TEST(House, EveryFolderLinksWhatItIncludes) {
+  std::map<std::string, std::set<std::string>> linked;
+  for (const auto& [user, used] : AllLinks()) {
+    linked[user].insert(used);
+  }
+  const std::function<bool(const std::string&, const std::string&)> reaches = [&](const std::string& from,
+                                                                                  const std::string& to) {
+    return linked[from].contains(to) || std::ranges::any_of(linked[from], [&](const std::string& next) {
+             return next != from && reaches(next, to);
+           });
+  };
+  for (const auto& [user, used] : AllIncludes()) {
+    const std::string from = FolderOf(user);
+    const std::string to = FolderOf(used);
+    if (from != to && to != "data" && IsLogic(from) && from != Simulator) {
+      EXPECT_TRUE(reaches(from, to)) << user << " includes " << used << ", and " << from
+                                     << " does not link it";
+    }
+  }
+}
+
+// The check itself: what it has to refuse.
+TEST(House, TheFloorsRefuseAnIncludeUpwardAndACircleOfTwoFolders) {
+  EXPECT_EQ(
+      (std::vector<std::string>{"channel/modUtil.cpp uses meaning/Meaning.h"}),
+      Upward({{"channel/modUtil.cpp", "meaning/Meaning.h"}, {"meaning/Meaning.cpp", "channel/modUtil.h"}}));
+  EXPECT_EQ((std::vector<std::string>{"comm/a.cpp uses files/b.h", "files/b.cpp uses comm/a.h"}),
+            Upward({{"comm/a.cpp", "files/b.h"}, {"files/b.cpp", "comm/a.h"}}));
+  EXPECT_EQ((std::vector<std::string>{"channel uses dialogs"}), Upward({{"channel", "dialogs"}}));
+  EXPECT_EQ((std::vector<std::string>{"simulator/a.cpp uses comm/b.h", "comm/a.cpp uses simulator/b.h"}),
+            Upward({{"simulator/a.cpp", "comm/b.h"}, {"comm/a.cpp", "simulator/b.h"}}));
+  EXPECT_EQ(std::vector<std::string>{}, Upward({{"mainwindow/a.cpp", "dialogs/b.h"},
+                                                {"simulator/a.cpp", "core/Text.h"},
+                                                {"tests/core/a.cpp", "simulator/b.h"},
+                                                {"core/a.cpp", "core/b.h"}}));
+}
+
+// A folder with code that is not in the list would stand on no floor.
+TEST(House, EveryFolderWithCodeHasItsFloor) {
+  for (const auto& entry : fs::directory_iterator(Root)) {
+    const std::string folder = entry.path().filename().string();
+    if (entry.is_directory() && fs::exists(entry.path() / "CMakeLists.txt")) {
+      EXPECT_TRUE(IsOurFolder(folder)) << folder;
     }
   }
 }
