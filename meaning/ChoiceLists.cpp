@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "channel/InputTypeRules.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
@@ -39,8 +40,9 @@ int EntryOfRow(const ChoiceList& list, int row) {
 int RowCount(const ChoiceList& list) {
   const int externalInputs = Profile.DigitalInputCount + AlarmsOfChannel * AllChannels();
   switch (list.extent) {
-  case Extent::Whole:
   case Extent::PairedInputKinds:
+    return KindOtherChannel + 1;
+  case Extent::Whole:
     return list.catalogue == nullptr ? 0 : static_cast<int>(list.catalogue->size()) - list.firstEntry;
   case Extent::Values:
     return static_cast<int>(list.values.size());

@@ -9,6 +9,7 @@
 #include "core/Text.h"
 #include "core/modFile.h"
 #include "core/modMain.h"
+#include "meaning/Meaning.h"
 
 namespace loader::registermap {
 
@@ -39,43 +40,13 @@ struct Model {
 };
 constexpr std::array<Model, 2> Models{{{"KOV", u"V00L"}, {"RUG", u"V00W"}}};
 
-struct SectionName {
-  std::string_view code;
-  std::string_view item;
-};
-constexpr SectionName SectionNames[] = {
-    {"C", "a channel: measuring channels, then operation channels"},
-    {"A", "the alarms of a channel"},
-    {"G", "a display group"},
-    {"T", "the trend of a display group"},
-    {"B", "the bar graph or meter of a display group"},
-    {"H", "the general settings"},
-    {"M", "a message"},
-    {"U", "a user unit"},
-    {"D", "a digital input"},
-    {"E", "the timing of the totalizer"},
-    {"N", "a constant"},
-    {"O", "the formula of an operation channel"},
-    {"J", "the network settings"},
-    {"K", "a user account"},
-    {"X", "an e-mail trigger"},
-    {"L", "the serial master"},
-    {"Y", "a slave of the serial master"},
-    {"P", "the device identity"},
-    {"I", "the recording of a digital input"},
-    {"Z", "the switches of the totalizer"},
-    {"R", "nothing: a code that text templates may name"},
-    {"F", "the command that stores the settings"},
-    {"S", "the state of the recorder"},
-};
-
 std::string_view Trimmed(const std::string& padded) {
   return Trim(std::string_view(padded));
 }
 
 std::string_view NameOf(std::string_view code) {
-  const auto found = std::ranges::find(SectionNames, code, &SectionName::code);
-  return found == std::ranges::end(SectionNames) ? std::string_view{} : found->item;
+  const auto found = std::ranges::find(Sections(), code, &SectionNames::code);
+  return found == Sections().end() ? std::string_view{} : found->description;
 }
 
 std::string Range(int first, int last) {
