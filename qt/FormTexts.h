@@ -1,5 +1,6 @@
 // The texts of the forms that no control record brings: names of fields which no caption on the screen names,
-// for assistive technology and as tool tips, and the signs between two fields. The forms themselves hold none.
+// for assistive technology and as tool tips, and the signs between two fields. The forms themselves hold
+// none.
 #pragma once
 
 #include <string_view>

@@ -235,6 +235,27 @@ TEST_P(Layout, NoPageOfFieldsScrollsSidewaysInAFontOfDoubleSize) {
   }
 }
 
+// A platform's theme may bring its font when the window is long open, and take it back.
+TEST_P(Layout, TheColumnsFollowAFontThatComesLate) {
+  OpenAt(Smallest);
+  const auto positions = [&] {
+    std::map<QString, QRect> places;
+    OnEveryPage([&](const QScrollArea& page) {
+      ForLabels(page, [&](const QLabel& label) {
+        places[label.objectName()] = {label.mapTo(&Window(), QPoint(0, 0)), label.size()};
+      });
+    });
+    return places;
+  };
+  const std::map<QString, QRect> before = positions();
+  DoubleTheFont();
+  Settle();
+  ExpectWholeLabels(Lines::AsNeeded);
+  QApplication::setFont(font);
+  Settle();
+  EXPECT_EQ(before, positions());
+}
+
 INSTANTIATE_TEST_SUITE_P(Models, Layout, testing::Values("0", "1"),
                          [](const auto& model) { return std::string(model.param) == "0" ? "Kov" : "Rug"; });
 
