@@ -3,6 +3,7 @@
 #include <array>
 
 #include "core/ModelProfile.h"
+#include "core/OwnTexts.h"
 #include "core/Text.h"
 #include "core/modIni.h"
 #include "mainwindow/frmParamLoader.h"
@@ -93,10 +94,11 @@ void MakeSettingsControls(ParamLoaderScreen& window) {
     window.labels.emplace_back(window, std::string(label.control)).caption = LoadText(label.text);
   }
   for (const std::string_view colon : {"Label2", "Label3"}) {
-    window.labels.emplace_back(window, std::string(colon)).caption = u"：";
+    window.labels.emplace_back(window, std::string(colon)).caption = OwnText(OwnTextId::HourMinuteColon);
   }
   for (int n = 0; n < 16; ++n) {
-    window.labels.emplace_back(window, ElementName("lblDI", n)).caption = u"DI" + DecimalText(n + 1);
+    window.labels.emplace_back(window, ElementName("lblDI", n)).caption =
+        std::u16string(OwnText(OwnTextId::DigitalInput)) + DecimalText(n + 1);
   }
   for (int n = 0; n < 8; ++n) {
     window.labels.emplace_back(window, ElementName("lblUserNo", n)).caption = DecimalText(n + 1);

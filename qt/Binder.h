@@ -5,6 +5,7 @@
 // | TextField  | QLineEdit              | each edit               |
 // | ListBox    | ListBoxView            | each choice             |
 // | Label      | QLabel                 | click (when handled)    |
+// |            | QGroupBox, as a title  | nothing                 |
 // | Button     | QAbstractButton        | click                   |
 // | CheckBox   | QAbstractButton        | click                   |
 // | ToolButton | QAction                | trigger                 |

@@ -49,9 +49,23 @@ bool Differs(Binding& binding, const std::u16string& text) {
   return true;
 }
 
+// A caption as one line: a run of blanks in it is where a narrow label once broke the line.
+std::u16string OneLine(std::u16string_view caption) {
+  const auto isBlank = [](char16_t character) { return character == u' ' || character == u'\u3000'; };
+  std::u16string line;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    const bool inRun = isBlank(caption[i]) && i + 1 < caption.size() && isBlank(caption[i + 1]);
+    const bool endsRun = isBlank(caption[i]) && i > 0 && isBlank(caption[i - 1]);
+    if (!inRun) {
+      line += endsRun ? u' ' : caption[i];
+    }
+  }
+  return line;
+}
+
 // What a screen reader says: the caption without its mnemonic.
-QString SpokenCaption(const std::u16string& caption) {
-  return ToQt(caption).remove(u'&').trimmed();
+QString SpokenCaption(std::u16string_view caption) {
+  return ToQt(OneLine(caption)).remove(u'&').trimmed();
 }
 
 // What a field takes of a text that the user types or pastes: one line, since a line break would split the
@@ -154,7 +168,19 @@ void ShowList(Binding& binding) {
   WidgetAs<ListBoxView>(binding).ShowItems(list.items, list.index);
 }
 
+bool IsLabel(const QObject& object) {
+  return Is<QLabel>(object) || Is<QGroupBox>(object);
+}
+
+void ShowTitle(QGroupBox& box, const std::u16string& caption) {
+  box.setTitle(ToQt(caption));
+  box.setAccessibleName(SpokenCaption(caption));
+}
+
 void ListenToLabel(UserInterface& /*userInterface*/, QObject& /*binder*/, Binding& binding) {
+  if (Is<QGroupBox>(binding.object)) {
+    return;
+  }
   auto& label = WidgetAs<QLabel>(binding);
   label.setTextFormat(Qt::PlainText);
   if (RecordOf<Label>(binding).onClick) {
@@ -184,9 +210,15 @@ void ShowLabelColour(Label& record, QLabel& label, Binding& binding) {
 
 void ShowLabel(Binding& binding) {
   auto& record = RecordOf<Label>(binding);
+  if (auto* box = qobject_cast<QGroupBox*>(&binding.object)) {
+    if (Differs(binding, record.caption)) {
+      ShowTitle(*box, record.caption);
+    }
+    return;
+  }
   auto& label = WidgetAs<QLabel>(binding);
   if (Differs(binding, record.caption)) {
-    label.setText(ToQt(record.caption));
+    label.setText(ToQt(OneLine(record.caption)));
     if (label.buddy() != nullptr && !record.caption.empty()) {
       label.buddy()->setAccessibleName(SpokenCaption(record.caption));
     }
@@ -267,6 +299,7 @@ void ShowMenuEntry(Binding& binding) {
   if (auto* menu = qobject_cast<QMenu*>(&binding.object)) {
     if (Differs(binding, entry.caption)) {
       menu->setTitle(ToQt(entry.caption));
+      menu->setAccessibleName(SpokenCaption(entry.caption));
     }
     return;
   }
@@ -288,7 +321,7 @@ void ShowFrame(Binding& binding) {
   auto& frame = RecordOf<Frame>(binding);
   if (auto* box = qobject_cast<QGroupBox*>(&binding.object);
       box != nullptr && Differs(binding, frame.caption)) {
-    box->setTitle(ToQt(frame.caption));
+    ShowTitle(*box, frame.caption);
   }
 }
 
@@ -340,6 +373,10 @@ void ShowPages(Binding& binding) {
   if (record.current >= 0 && record.current < tabs.count() && tabs.currentIndex() != record.current) {
     tabs.setCurrentIndex(record.current);
   }
+  // The pages as a whole are called by the one that shows.
+  if (const QString shown = tabs.tabText(tabs.currentIndex()); tabs.accessibleName() != shown) {
+    tabs.setAccessibleName(shown);
+  }
 }
 
 void ShowPicture(Binding& binding) {
@@ -377,7 +414,7 @@ void ShowGrid(Binding& binding) {
 constexpr auto Rules = std::to_array<BindingRule>({
     {ControlKind::TextField, Is<QLineEdit>, ListenToField, ShowField},
     {ControlKind::ListBox, Is<ListBoxView>, ListenToList, ShowList},
-    {ControlKind::Label, Is<QLabel>, ListenToLabel, ShowLabel},
+    {ControlKind::Label, IsLabel, ListenToLabel, ShowLabel},
     {ControlKind::Button, Is<QAbstractButton>, ListenToButton, ShowButton},
     {ControlKind::ToolButton, Is<QAction>, ListenToToolButton, ShowToolButton},
     {ControlKind::CheckBox, Is<QAbstractButton>, ListenToCheckBox, ShowCheckBox},

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <array>
 
+#include "qt/FormTexts.h"
 #include "ui_frmAbout.h"
 #include "ui_frmIPSetting.h"
 #include "ui_frmParamLoader.h"
@@ -55,7 +56,9 @@ std::unique_ptr<QWidget> MakeForm(std::string_view name) {
   LoadIcons();
   for (const FormEntry& form : AllForms) {
     if (form.name == name) {
-      return form.make();
+      std::unique_ptr<QWidget> made = form.make();
+      GiveFormTexts(*made, name);
+      return made;
     }
   }
   return nullptr;

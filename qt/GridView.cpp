@@ -224,6 +224,14 @@ void GridView::LayOut() {
   WidenForHeadings();
   left_->Rebuild();
   updateGeometries();
+  updateGeometry();
+}
+
+QSize GridView::sizeHint() const {
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+  const int around = bar + 2 * frameWidth();
+  return {left_->sizeHint().width() + above_->length() + around,
+          above_->sizeHint().height() + left_->length() + around};
 }
 
 void GridView::LayOutFixedColumns() {

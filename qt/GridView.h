@@ -29,6 +29,8 @@ public:
   void ShowRecord(const Grid& grid);
   [[nodiscard]] const GridModel& Model() const { return model_; }
   [[nodiscard]] const HeadingView& Headings() const { return *above_; }
+  // All columns and rows and room for the scroll bars: the most that a page gives a small table.
+  [[nodiscard]] QSize sizeHint() const override;
 
 signals:
   // The user moved the current cell; indexes as in the record.

@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include "core/OwnTexts.h"
+#include "core/Text.h"
 #include "core/TextTable.h"
 #include "qt/FrontWindow.h"
 #include "qt/QtText.h"
@@ -66,7 +68,7 @@ QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath)
     if (purpose == Purpose::Open || !HasQuote(dialog)) {
       break;
     }
-    ShowMessage(u"ファイル名に「\"」は使えません。");
+    ShowMessage(OwnText(OwnTextId::QuoteInFileName));
   }
   QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
   if (purpose == Purpose::Save && !filter.extension.isEmpty() && !HasExtension(path)) {
@@ -76,9 +78,8 @@ QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath)
 }
 
 bool MayOverwrite(const QString& path) {
-  const QString question =
-      QStringLiteral("%1 は既に存在します。\n上書きしますか？").arg(QFileInfo(path).fileName());
-  return AskOkCancel(FromQt(question));
+  const std::u16string name = FromQt(QFileInfo(path).fileName());
+  return AskOkCancel(Replace(OwnText(OwnTextId::OverwriteFile), u"@FILE@", name));
 }
 
 long Show(CommonDialog& dialog, Purpose purpose) {

@@ -9,6 +9,7 @@
 #include <exception>
 #include <utility>
 
+#include "core/OwnTexts.h"
 #include "core/Text.h"
 #include "platform/Platform.h"
 #include "qt/Application.h"
@@ -70,8 +71,8 @@ bool EventLeaves(QWidget& receiver, const QEvent& event, const QWidget& field) {
          qobject_cast<const QMenuBar*>(&receiver) == nullptr;
 }
 
-void TellFailure(const char* what) {
-  ShowMessage(FromUtf8(what), BoxIcon::Exclamation);
+void TellFailure(std::u16string_view what) {
+  ShowMessage(what, BoxIcon::Exclamation);
 }
 
 } // namespace
@@ -138,9 +139,9 @@ void UserInterface::Run(const Handler& handler) {
     try {
       running();
     } catch (const std::exception& failure) {
-      TellFailure(failure.what());
+      TellFailure(FromUtf8(failure.what()));
     } catch (...) {
-      TellFailure("unknown failure");
+      TellFailure(OwnText(OwnTextId::UnknownFailure));
     }
   }
   Refresh();
