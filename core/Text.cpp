@@ -26,8 +26,8 @@ struct CodePageTables {
   std::array<std::uint16_t, 0x10000> back{}; // by character: one byte, or lead byte * 256 + trail byte
 };
 
-// `codes` (each `width` bytes long) decoded by the system's converter, one character each; NoCharacter where it
-// has none in the 16-bit range. All in one go: the converter's own start costs more than a code.
+// `codes` (each `width` bytes long) decoded by the system's converter, one character each; NoCharacter where
+// it has none in the 16-bit range. All in one go: the converter's own start costs more than a code.
 std::u16string DecodeEach(iconv_t converter, std::string codes, std::size_t width) {
   std::u16string characters(codes.size() / width, NoCharacter);
   std::string out(codes.size() * 4, '\0');
@@ -380,6 +380,19 @@ std::u16string Replace(std::u16string_view text, std::u16string_view placeholder
     result.replace(at, placeholder.size(), with);
   }
   return result;
+}
+
+std::u16string OneLine(std::u16string_view caption) {
+  const auto isBlank = [](char16_t character) { return character == u' ' || character == u'\u3000'; };
+  std::u16string line;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    const bool inRun = isBlank(caption[i]) && i + 1 < caption.size() && isBlank(caption[i + 1]);
+    const bool endsRun = isBlank(caption[i]) && i > 0 && isBlank(caption[i - 1]);
+    if (!inRun) {
+      line += endsRun ? u' ' : caption[i];
+    }
+  }
+  return line;
 }
 
 std::string ToUtf8(std::u16string_view text) {

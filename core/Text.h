@@ -47,6 +47,10 @@ namespace loader {
 [[nodiscard]] std::u16string Replace(std::u16string_view text, std::u16string_view placeholder,
                                      std::u16string_view with);
 
+// A caption as one line: a run of blanks in it is where a narrow label once broke the line, and counts as
+// one.
+[[nodiscard]] std::u16string OneLine(std::u16string_view caption);
+
 // UTF-8, for the companion programs and for file names; the loader's own files are code page 932.
 [[nodiscard]] std::string ToUtf8(std::u16string_view text);
 [[nodiscard]] std::u16string FromUtf8(std::string_view bytes);

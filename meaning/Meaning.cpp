@@ -71,44 +71,63 @@ std::vector<MeaningRow> MakeTable() {
 
 // --- Names
 
+using enum OwnTextId;
+
 constexpr SectionNames SectionTable[] = {
-    {"C", u"CH ", "CH ", "a channel: measuring channels, then operation channels"},
-    {"A", u"CH ", "CH ", "the alarms of a channel"},
-    {"G", u"グループ ", "Group ", "a display group"},
-    {"T", u"グループ ", "Group ", "the trend of a display group"},
-    {"B", u"グループ ", "Group ", "the bar graph or meter of a display group"},
-    {"H", u"", "", "the general settings"},
-    {"M", u"メッセージ ", "Message ", "a message"},
-    {"U", u"単位 ", "Unit ", "a user unit"},
-    {"D", u"DI", "DI", "a digital input"},
-    {"E", u"", "", "the timing of the totalizer"},
-    {"N", u"定数 K", "Constant K", "a constant"},
-    {"O", u"CH ", "CH ", "the formula of an operation channel"},
-    {"J", u"", "", "the network settings"},
-    {"K", u"ユーザー ", "User ", "a user account"},
-    {"X", u"E-mail トリガー ", "Mail trigger ", "an e-mail trigger"},
-    {"L", u"", "", "the serial master"},
-    {"Y", u"スレーブ ", "Slave ", "a slave of the serial master"},
-    {"P", u"", "", "the device identity"},
-    {"I", u"DI", "DI", "the recording of a digital input"},
-    {"Z", u"", "", "the switches of the totalizer"},
-    {"R", u"", "", "nothing: a code that text templates may name"},
-    {"F", u"", "", "the command that stores the settings"},
-    {"S", u"", "", "the state of the recorder"},
+    {"C", ItemChannel, "a channel: measuring channels, then operation channels"},
+    {"A", ItemChannel, "the alarms of a channel"},
+    {"G", ItemGroup, "a display group"},
+    {"T", ItemGroup, "the trend of a display group"},
+    {"B", ItemGroup, "the bar graph or meter of a display group"},
+    {"H", std::nullopt, "the general settings"},
+    {"M", ItemMessage, "a message"},
+    {"U", ItemUnit, "a user unit"},
+    {"D", DigitalInput, "a digital input"},
+    {"E", std::nullopt, "the timing of the totalizer"},
+    {"N", ItemConstant, "a constant"},
+    {"O", ItemChannel, "the formula of an operation channel"},
+    {"J", std::nullopt, "the network settings"},
+    {"K", ItemUser, "a user account"},
+    {"X", ItemMailTrigger, "an e-mail trigger"},
+    {"L", std::nullopt, "the serial master"},
+    {"Y", ItemSlave, "a slave of the serial master"},
+    {"P", std::nullopt, "the device identity"},
+    {"I", DigitalInput, "the recording of a digital input"},
+    {"Z", std::nullopt, "the switches of the totalizer"},
+    {"R", std::nullopt, "nothing: a code that text templates may name"},
+    {"F", std::nullopt, "the command that stores the settings"},
+    {"S", std::nullopt, "the state of the recorder"},
 };
 
-std::u16string CaptionOr(int caption, std::u16string_view own) {
-  return std::u16string(caption != 0 ? LoadText(TextId::At(caption)) : own);
+std::u16string CaptionOr(int caption, std::optional<OwnTextId> own) {
+  if (caption != 0) {
+    return OneLine(LoadText(TextId::At(caption)));
+  }
+  return own ? std::u16string(OwnText(*own)) : std::u16string();
+}
+
+std::u16string JapaneseName(const ParameterNames& names) {
+  const std::u16string group = CaptionOr(names.group, names.ownGroup);
+  const std::u16string label = CaptionOr(names.label, names.ownLabel);
+  return group.empty() ? label : group + u" " + label;
+}
+
+std::u16string EnglishName(const ParameterNames& names) {
+  if (names.english.empty() && names.ownLabel) {
+    return std::u16string(OwnTextEnglish(*names.ownLabel));
+  }
+  return FromUtf8(names.english);
 }
 
 std::u16string ItemName(std::string_view section, int item, Language language) {
   const auto names = std::ranges::find(SectionTable, section, &SectionNames::code);
-  if (names == std::ranges::end(SectionTable) || names->englishItem.empty()) {
+  if (names == std::ranges::end(SectionTable) || !names->item) {
     return {};
   }
   // A formula is told by the number of its channel, as everything else of it is.
   const int number = section == "O" ? Profile.FirstOperationChannel + item : item + 1;
-  return (language == Language::Japanese ? std::u16string(names->item) : Widen(names->englishItem)) +
+  return std::u16string(language == Language::Japanese ? OwnText(*names->item)
+                                                       : OwnTextEnglish(*names->item)) +
          DecimalText(number);
 }
 
@@ -143,14 +162,14 @@ std::span<const SectionNames> Sections() {
 }
 
 std::u16string ParameterName(const Meaning& meaning, std::string_view tag, Language language) {
-  const ParameterNames& names = meaning.names;
-  const std::string digits = FamilyDigits(Trim(tag), meaning.tag);
-  if (language == Language::English) {
-    return WithDigits(FromUtf8(names.english), digits);
+  const std::u16string name =
+      language == Language::Japanese ? JapaneseName(meaning.names) : EnglishName(meaning.names);
+  if (name.empty()) {
+    return Widen(Trim(tag));
   }
-  const std::u16string group = CaptionOr(names.group, names.ownGroup);
-  const std::u16string label = CaptionOr(names.label, names.ownLabel);
-  return WithDigits(group.empty() ? label : group + u" " + label, digits);
+  const std::string digits = FamilyDigits(Trim(tag), meaning.tag);
+  const bool told = digits.empty() || name.find(AnyDigit) != std::u16string::npos;
+  return told ? WithDigits(name, digits) : name + u" " + Widen(digits);
 }
 
 std::u16string FullName(std::string_view section, int item, std::string_view tag, Language language) {

@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/OwnTexts.h"
 #include "meaning/ChoiceLists.h"
 
 namespace loader {
@@ -85,13 +86,14 @@ enum class Use {
 };
 
 // What a parameter is called: the caption of its frame and the one of its label, where the screens have one,
-// or own words in place of either. '#' stands for the family's digits.
+// or own words in place of either. '#' stands for the family's digits; a name without one is followed by
+// them.
 struct ParameterNames {
   int group = 0; // text ids; 0: none
   int label = 0;
-  std::u16string_view ownGroup = {};
-  std::u16string_view ownLabel = {};
-  std::string_view english;
+  std::optional<OwnTextId> ownGroup = {};
+  std::optional<OwnTextId> ownLabel = {};
+  std::string_view english = {}; // empty: that of ownLabel
 };
 
 struct Meaning {
@@ -158,9 +160,8 @@ enum class Language { Japanese, English };
 // What the items of a section are: "CH 3", "Group 2".
 struct SectionNames {
   std::string_view code;
-  std::u16string_view item; // before the item's number; empty: the section has one item
-  std::string_view englishItem;
-  std::string_view description; // of one item, for documents
+  std::optional<OwnTextId> item; // before the item's number; none: the section has one item
+  std::string_view description;  // of one item, for documents
 };
 [[nodiscard]] std::span<const SectionNames> Sections();
 

@@ -9,6 +9,7 @@ namespace loader {
 namespace {
 
 using namespace lists;
+using enum OwnTextId;
 
 // --- How rows are written
 
@@ -73,22 +74,24 @@ consteval Meaning Unshown(const Meaning& row) {
   return UsedAs(Use::Unshown, row);
 }
 
-// A caption of a screen; a caption inside a frame; own words where no caption says enough.
+// A caption of a screen; a caption inside a frame; words of our own where no caption says it; a parameter
+// that no screen names goes by its tag.
 consteval ParameterNames Caption(int label, std::string_view english) {
-  return {0, label, {}, {}, english};
+  return {.label = label, .english = english};
 }
 consteval ParameterNames Caption(int group, int label, std::string_view english) {
-  return {group, label, {}, {}, english};
+  return {.group = group, .label = label, .english = english};
 }
-consteval ParameterNames Called(std::u16string_view words, std::string_view english) {
-  return {0, 0, {}, words, english};
+consteval ParameterNames Inside(OwnTextId group, int label, std::string_view english) {
+  return {.label = label, .ownGroup = group, .english = english};
 }
-consteval ParameterNames Called(int group, std::u16string_view words, std::string_view english) {
-  return {group, 0, {}, words, english};
+consteval ParameterNames Own(OwnTextId words) {
+  return {.ownLabel = words};
 }
-consteval ParameterNames AlarmCaption(int label, std::string_view english) {
-  return {0, label, u"警報No.#", {}, english};
+consteval ParameterNames Own(int group, OwnTextId words, std::string_view english) {
+  return {.group = group, .ownLabel = words, .english = english};
 }
+constexpr ParameterNames Nameless{};
 
 // --- Rules that several rows share
 
@@ -128,7 +131,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("C", "POIN", Caption(18027, "Decimal point"), Positions),
     Counted("C", "PVSI", Caption(18032, 18034, "PV shift"), ChannelPointRule, "POIN"),
     Counted("C", "PVKA", Caption(18032, 18033, "PV slope (%)")),
-    Unshown(Counted("C", "NIPO", Called(u"NIPO", "NIPO"))),
+    Unshown(Counted("C", "NIPO", Nameless)),
     Listed("C", "RECO", Caption(18029, "Recorded or displayed only"), RecordDisplay),
     Counted("C", "RMIN", Caption(18028, 18022, "Display range, lower limit"), RecordRule, RecordNeeds),
     Counted("C", "RMAX", Caption(18028, 18023, "Display range, upper limit"), RecordRule, RecordNeeds),
@@ -154,64 +157,64 @@ constexpr auto Rows = std::to_array<Meaning>({
     KovOnly(Listed("C", "SRIN", Caption(18173, "Totalizer reset input"), ResetInputs)),
 
     // The four alarms of a channel.
-    Listed("A", "A#TY", AlarmCaption(18045, "Alarm # type"), AlarmTypes),
-    Counted("A", "A#VL", AlarmCaption(18046, "Alarm # set value"), AlarmRule, AlarmNeeds),
-    Unshown(Counted("A", "A#HC", AlarmCaption(21155, "Alarm # channel compared with"))),
-    Listed("A", "A#RL", AlarmCaption(18047, "Alarm # output relay"), AlarmOutputs),
+    Listed("A", "A#TY", Inside(AlarmNumber, 18045, "Alarm # type"), AlarmTypes),
+    Counted("A", "A#VL", Inside(AlarmNumber, 18046, "Alarm # set value"), AlarmRule, AlarmNeeds),
+    Unshown(Counted("A", "A#HC", Inside(AlarmNumber, 21155, "Alarm # channel compared with"))),
+    Listed("A", "A#RL", Inside(AlarmNumber, 18047, "Alarm # output relay"), AlarmOutputs),
 
     // A display group: name and slots, trend, bar graph or meter.
     Worded("G", "GNEM", Caption(18063, "Name"), Trimmed),
-    Listed("G", "GC##", Called(u"データ##", "Data slot ##"), GroupSlots),
+    Listed("G", "GC##", Own(DataSlot), GroupSlots),
     Listed("T", "THOU", Caption(18066, "Trend direction"), Directions),
-    Listed("T", "TMCH", Called(18064, u"チャネル", "Channel of the trend scale"), TrendScaleChannels),
+    Listed("T", "TMCH", Caption(18064, 18053, "Channel of the trend scale"), TrendScaleChannels),
     Listed("T", "TBUN", Caption(18067, "Divisions"), Divisions),
     Listed("T", "TPVD", Caption(18062, "Colour bar"), ColourBars),
     Listed("T", "TMEM", Caption(18064, "Trend scale"), TrendScale),
-    Unshown(Listed("B", "BHOU", Called(u"BHOU", "BHOU"), Directions)),
-    Unshown(Counted("B", "BPVD", Called(u"BPVD", "BPVD"))),
-    Unshown(Counted("B", "BPVM", Called(u"BPVM", "BPVM"))),
+    Unshown(Listed("B", "BHOU", Nameless, Directions)),
+    Unshown(Counted("B", "BPVD", Nameless)),
+    Unshown(Counted("B", "BPVM", Nameless)),
     Listed("B", "BBRM", Caption(18061, "Bar graph or meter"), BarsOrMeters),
 
     // General settings.
-    Listed("H", "KLOC", Called(u"キーロック", "Key lock"), KeyLocks),
+    Listed("H", "KLOC", Own(KeyLock), KeyLocks),
     Listed("H", "BETU", Caption(18107, "File period"), FileSplits, DailyFiles),
     Listed("H", "MSMP", Caption(18099, "Display period"), SampleCycles),
-    Unshown(Listed("H", "SSMP", Called(u"SSMP", "SSMP"), SampleCycles)),
+    Unshown(Listed("H", "SSMP", Nameless, SampleCycles)),
     Counted("H", "ALMH", Caption(18100, "Alarm hysteresis (%)")),
     Listed("H", "ALML", Caption(18101, "Alarm latch"), AlarmLatch),
     Listed("H", "ASBY", Caption(18102, "Record format"), RecordCodes),
     Counted("H", "FSTN", Caption(18124, 18125, "F value, reference temperature (°C)")),
     Counted("H", "FZTI", Caption(18124, 18126, "F value, Z value (°C)")),
     Listed("H", "FPOI", Caption(18124, 18127, "F value, decimal point"), Positions),
-    Unshown(Counted("H", "FTIR", Called(u"FTIR", "FTIR"))),
+    Unshown(Counted("H", "FTIR", Nameless)),
     Counted("H", "FTIT", Caption(18124, 18128, "F value, reset temperature (°C)")),
-    Listed("H", "BAAL", Called(u"ﾊﾞｯﾃﾘｰ警報出力先 DO No.", "Battery alarm output"), BatteryOutputs),
+    Listed("H", "BAAL", Caption(18105, "Battery alarm output"), BatteryOutputs),
     Listed("H", "SHOU", Caption(18103, "LCD off after (min)"), Backlight, ScreenOff),
-    Listed("H", "CFFL", Called(u"ﾒﾓﾘFULL警報出力先 DO No.", "Memory full output"), MemoryFullOutputs),
-    Secret(Counted("H", "PAS1", Called(u"パラメータ設定パスワード", "Password of the parameters"))),
+    Listed("H", "CFFL", Caption(18104, "Memory full output"), MemoryFullOutputs),
+    Secret(Counted("H", "PAS1", Caption(18184, "Password of the parameters"))),
     Secret(Counted("H", "PAS2", Caption(18185, "Password of the memory card"))),
-    Secret(Counted("H", "RPAS", Called(u"記録開始停止パスワード", "Password of recording"))),
+    Secret(Counted("H", "RPAS", Caption(18186, "Password of recording"))),
     Counted("H", "COMS", Caption(18109, "Modbus station")),
     Listed("H", "COMB", Caption(18110, "Modbus speed"), BaudRates),
     Listed("H", "COMP", Caption(18111, "Modbus parity"), Parities),
     Unshown(Listed("H", "TIMF", Caption(18106, "Date format"), DateFormats)),
-    UsedAs(Use::Command, Counted("H", "TIMS", Called(u"時刻設定", "Clock command"))),
+    UsedAs(Use::Command, Counted("H", "TIMS", Caption(19626, "Clock command"))),
     Listed("H", "CMPL", Caption(18180, "Trend compression"), Compressions),
     Listed("H", "FIFO", Caption(18181, "Overwrite files"), Overwrite),
     Listed("H", "LANG", Caption(18182, "Language"), Languages),
     Listed("H", "LOGO", Caption(18183, "Security mode"), LoginModes),
     KovOnly(Listed("H", "TBKC", Caption(18210, "Trend background"), TrendBackgrounds)),
     KovOnly(Listed("H", "HBKC", Caption(18211, "History background"), HistoryBackgrounds)),
-    UsedAs(Use::Clock, Counted("H", "YEAR", Called(u"時計 年", "Clock, year"))),
-    UsedAs(Use::Clock, Counted("H", "MONT", Called(u"時計 月", "Clock, month"))),
-    UsedAs(Use::Clock, Counted("H", "DAYS", Called(u"時計 日", "Clock, day"))),
-    UsedAs(Use::Clock, Counted("H", "HOUR", Called(u"時計 時", "Clock, hour"))),
-    UsedAs(Use::Clock, Counted("H", "MINT", Called(u"時計 分", "Clock, minute"))),
+    UsedAs(Use::Clock, Counted("H", "YEAR", Inside(Clock, 18088, "Clock, year"))),
+    UsedAs(Use::Clock, Counted("H", "MONT", Inside(Clock, 18089, "Clock, month"))),
+    UsedAs(Use::Clock, Counted("H", "DAYS", Inside(Clock, 18090, "Clock, day"))),
+    UsedAs(Use::Clock, Counted("H", "HOUR", Inside(Clock, 18091, "Clock, hour"))),
+    UsedAs(Use::Clock, Counted("H", "MINT", Inside(Clock, 18092, "Clock, minute"))),
 
     // A message.
     Worded("M", "MESS", Caption(18082, "Text"), Tag),
-    Unshown(Listed("M", "MCOR", Called(u"MCOR", "MCOR"), Colours, Sense::ColourNumber)),
-    Unshown(Counted("M", "MITI", Called(u"MITI", "MITI"))),
+    Unshown(Listed("M", "MCOR", Nameless, Colours, Sense::ColourNumber)),
+    Unshown(Counted("M", "MITI", Nameless)),
     Listed("M", "MTM1", Caption(18083, "Timing"), MessageTimings),
     Decided("M", "MTM2", Caption(18084, "Digital input or channel"), "MTM1", MessageSources),
     Decided("M", "MTM3", Caption(18085, "Alarm number"), "MTM1", MessageAlarms),
@@ -221,47 +224,46 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("D", "DIKI", Caption(18129, "Function"), DIFunctions),
 
     // The timing of the totalizer.
-    Counted("E", "TTSH", Called(18122, u"時", "Start hour")),
-    Counted("E", "TTSM", Called(18122, u"分", "Start minute")),
-    Counted("E", "TTEH", Called(18123, u"時", "End hour")),
-    Counted("E", "TTEM", Called(18123, u"分", "End minute")),
-    Row("E", "TSBA", Called(18112, u"基準時刻", "Totalizer reference time"), Sense::TimeOfDay),
+    Counted("E", "TTSH", Caption(18122, 18091, "Start hour")),
+    Counted("E", "TTSM", Caption(18122, 18092, "Start minute")),
+    Counted("E", "TTEH", Caption(18123, 18091, "End hour")),
+    Counted("E", "TTEM", Caption(18123, 18092, "End minute")),
+    Row("E", "TSBA", Own(18112, ReferenceTime, "Totalizer reference time"), Sense::TimeOfDay),
     Listed("E", "TCYC", Caption(18117, "Totalizer cycle"), TotalCycles),
-    Listed("E", "TWDY", Called(18112, u"基準曜日", "Totalizer reference day of the week"), Weekdays),
+    Listed("E", "TWDY", Own(18112, Weekday, "Totalizer reference day of the week"), Weekdays),
     Listed("E", "TDAY", Caption(18112, 18114, "Totalizer reference day of the month"), Days),
     KovOnly(Row("E", "TSTR", Caption(18112, 18122, "Totalizer start time"), Sense::TimeOfDay)),
     KovOnly(Row("E", "TSTO", Caption(18112, 18123, "Totalizer end time"), Sense::TimeOfDay)),
     Listed("E", "TEXT", Caption(18112, 18115, "Totalizer external input"), ExternalInputs),
-    Counted("E", "TIMH", Called(18187, u"H-P,L-P", "Timer H-P, L-P (min)")),
-    Counted("E", "TIMA", Called(18187, u"AVG", "Timer AVG (min)")),
-    Counted("E", "TIMT", Called(18187, u"SUM", "Timer SUM (min)")),
+    Counted("E", "TIMH", Caption(18187, 18188, "Timer H-P, L-P (min)")),
+    Counted("E", "TIMA", Caption(18187, 18189, "Timer AVG (min)")),
+    Counted("E", "TIMT", Caption(18187, 18190, "Timer SUM (min)")),
 
     // A constant.
     Counted("N", "CONS", Caption(18170, "Value"), {Position::Constant, Within::Record}, "CONP"),
     Listed("N", "CONP", Caption(18027, "Decimal point"), Positions),
 
     // The formulas of an operation channel: formula, term.
-    Row("O", "OP##", Called(u"式# 項# 関数・四則", "Formula # term #: function and rule"),
-        Sense::FormulaWord),
-    Row("O", "S1##", Called(u"式# 項# 入力1", "Formula # term #: input 1"), Sense::FormulaWord),
-    Row("O", "S2##", Called(u"式# 項# 入力2", "Formula # term #: input 2"), Sense::FormulaWord),
+    Row("O", "OP##", Own(FormulaOperation), Sense::FormulaWord),
+    Row("O", "S1##", Own(FormulaInput1), Sense::FormulaWord),
+    Row("O", "S2##", Own(FormulaInput2), Sense::FormulaWord),
 
     // Network, mail.
     Worded("J", "SDAD", Caption(18151, 18153, "Mail sender's address"), Address),
     Worded("J", "SDNM", Caption(18151, 18154, "Mail sender's name"), Address),
-    Worded("J", "RAD#", {18155, 0, {}, u"#", "Mail address #"}, Address),
+    Worded("J", "RAD#", Caption(18155, "Mail address #"), Address),
     Listed("J", "ETHE", Caption(18134, "Ethernet"), Switches[0]),
     Listed("J", "MAIL", Caption(18148, "E-mail"), Switches[1]),
     Listed("J", "FTPF", Caption(18143, "FTP server"), Switches[2]),
     Listed("J", "FTPA", Caption(18142, 18144, "FTP access control"), Switches[3]),
     Listed("J", "WEBF", Caption(18146, "Web server"), Switches[4]),
-    Listed("J", "WEBA", Called(18145, u"ｱｸｾｽ管理", "Web access control"), Switches[5]),
-    Listed("J", "WEBM", Called(18145, u"メッセージ", "Web messages"), Switches[6]),
+    Listed("J", "WEBA", Own(WebServerAccessControl), Switches[5]),
+    Listed("J", "WEBM", Own(WebServerMessages), Switches[6]),
     Listed("J", "MOTC", Caption(18150, "Modbus TCP/IP"), Switches[7]),
-    Row("J", "IPA#", {18135, 0, {}, u"#", "IP address, number #"}, Sense::Octet),
-    Row("J", "SUB#", {18136, 0, {}, u"#", "Subnet mask, number #"}, Sense::Octet),
-    Row("J", "DEF#", {18137, 0, {}, u"#", "Default gateway, number #"}, Sense::Octet),
-    Row("J", "SIP#", {18152, 0, {}, u"#", "SMTP address, number #"}, Sense::Octet),
+    Row("J", "IPA#", Caption(18135, "IP address, number #"), Sense::Octet),
+    Row("J", "SUB#", Caption(18136, "Subnet mask, number #"), Sense::Octet),
+    Row("J", "DEF#", Caption(18137, "Default gateway, number #"), Sense::Octet),
+    Row("J", "SIP#", Caption(18152, "SMTP address, number #"), Sense::Octet),
 
     // A user account.
     Worded("K", "UNAM", Caption(18139, "Name")),
@@ -279,33 +281,33 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("X", "EPVA", Caption(18058, "Values attached"), NoYes),
 
     // The recorder's serial master and its slaves.
-    Unshown(Listed("L", "MODF", Called(u"MODF", "Role"), LinkRoles)),
-    Unshown(Counted("L", "RECY", Called(u"RECY", "RECY"))),
-    Unshown(Counted("L", "RETR", Called(u"RETR", "RETR"))),
-    Unshown(Counted("L", "TIOU", Called(u"TIOU", "TIOU"))),
-    Unshown(Counted("L", "DELT", Called(u"DELT", "DELT"))),
-    Unshown(Listed("L", "RETN", Called(u"RETN", "Retry interval"), RetryIntervals)),
-    Unshown(Counted("Y", "SLST", Called(u"SLST", "SLST"))),
-    Unshown(Counted("Y", "SLRA", Called(u"SLRA", "SLRA"))),
-    Unshown(Counted("Y", "SLRN", Called(u"SLRN", "SLRN"))),
+    Unshown(Listed("L", "MODF", Nameless, LinkRoles)),
+    Unshown(Counted("L", "RECY", Nameless)),
+    Unshown(Counted("L", "RETR", Nameless)),
+    Unshown(Counted("L", "TIOU", Nameless)),
+    Unshown(Counted("L", "DELT", Nameless)),
+    Unshown(Listed("L", "RETN", Nameless, RetryIntervals)),
+    Unshown(Counted("Y", "SLST", Nameless)),
+    Unshown(Counted("Y", "SLRA", Nameless)),
+    Unshown(Counted("Y", "SLRN", Nameless)),
 
     // What the recorder is.
-    UsedAs(Use::Identity, Worded("P", "PILC", Called(u"機種", "Model"))),
-    UsedAs(Use::Identity, Worded("P", "SNO.", Called(u"製造番号", "Serial number"))),
-    UsedAs(Use::Identity, Worded("P", "PVER", Called(u"プログラムバージョン", "Version"))),
+    UsedAs(Use::Identity, Worded("P", "PILC", Own(Model))),
+    UsedAs(Use::Identity, Worded("P", "SNO.", Own(SerialNumber))),
+    UsedAs(Use::Identity, Worded("P", "PVER", Own(ProgramVersion))),
 
     // The recording of a digital input; the switches of the totalizer.
-    Unshown(Listed("I", "DCOL", Called(u"表示色", "Display colour"), Colours, Sense::ColourNumber)),
-    Unshown(Listed("I", "DREM", Called(u"記録タイプ", "Record mode"), InputRecordModes)),
-    Unshown(Listed("I", "DREO", Called(u"記録動作", "Recorded"), RecordPresence)),
-    Unshown(Counted("I", "DRMN", Called(u"表示範囲 下限値", "Display range, lower limit"))),
-    Unshown(Counted("I", "DRMX", Called(u"表示範囲 上限値", "Display range, upper limit"))),
+    Unshown(Listed("I", "DCOL", Caption(18039, "Display colour"), Colours, Sense::ColourNumber)),
+    Unshown(Listed("I", "DREM", Caption(18030, "Record mode"), InputRecordModes)),
+    Unshown(Listed("I", "DREO", Caption(18029, "Recorded"), RecordPresence)),
+    Unshown(Counted("I", "DRMN", Caption(18028, 18022, "Display range, lower limit"))),
+    Unshown(Counted("I", "DRMX", Caption(18028, 18023, "Display range, upper limit"))),
     KovOnly(Listed("Z", "TOTA", Caption(18119, "Totalizing"), TotalSwitch)),
     KovOnly(Listed("Z", "TSTM", Caption(18120, "Unit time"), TotalUnitTimes)),
     KovOnly(Listed("Z", "TSIG", Caption(18121, "Start and stop signal"), OperationKinds)),
 
-    UsedAs(Use::Command, Counted("F", "FIX", Called(u"設定値記憶", "Store the settings"))),
-    UsedAs(Use::Identity, Row("S", "SYS1", Called(u"動作状態", "State"), Sense::Plain)),
+    UsedAs(Use::Command, Counted("F", "FIX", Caption(19625, "Store the settings"))),
+    UsedAs(Use::Identity, Row("S", "SYS1", Own(RecorderState), Sense::Plain)),
 });
 
 // Where a view shows a parameter otherwise than its row says. Each is deliberate.

@@ -49,20 +49,6 @@ bool Differs(Binding& binding, const std::u16string& text) {
   return true;
 }
 
-// A caption as one line: a run of blanks in it is where a narrow label once broke the line.
-std::u16string OneLine(std::u16string_view caption) {
-  const auto isBlank = [](char16_t character) { return character == u' ' || character == u'\u3000'; };
-  std::u16string line;
-  for (std::size_t i = 0; i < caption.size(); ++i) {
-    const bool inRun = isBlank(caption[i]) && i + 1 < caption.size() && isBlank(caption[i + 1]);
-    const bool endsRun = isBlank(caption[i]) && i > 0 && isBlank(caption[i - 1]);
-    if (!inRun) {
-      line += endsRun ? u' ' : caption[i];
-    }
-  }
-  return line;
-}
-
 // What a screen reader says: the caption without its mnemonic.
 QString SpokenCaption(std::u16string_view caption) {
   return ToQt(OneLine(caption)).remove(u'&').trimmed();

@@ -152,7 +152,8 @@ bool HasJapanese(std::u16string_view literal) {
 TEST(FormTexts, TheCodeHoldsNoJapaneseOutsideOfTheTables) {
   const std::regex literal("\"((?:[^\"\\\\]|\\\\.)*)\"");
   int files = 0;
-  for (const char* folder : {"app", "qt", "mainwindow", "comm", "files", "core", "channel", "operation"}) {
+  for (const char* folder :
+       {"app", "qt", "mainwindow", "comm", "files", "core", "channel", "operation", "meaning", "fields"}) {
     for (const auto& entry : fs::recursive_directory_iterator(Root / folder)) {
       const std::string kind = entry.path().extension().string();
       if (kind != ".cpp" && kind != ".h") {
