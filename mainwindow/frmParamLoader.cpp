@@ -27,7 +27,6 @@ namespace {
 
 constexpr int StartWidth = 800;
 constexpr int StartHeight = 650;
-constexpr std::string_view LoaderSection = "LOADER";
 
 // Text ids of the pages' captions, in page order.
 constexpr std::array<TextId, PageCount> PageCaptions{18094, 18157, 18095, 18096, 18097, 18098};
