@@ -63,10 +63,6 @@ bool CheckField(TextField& field, const FieldRange& range) {
   return good;
 }
 
-bool IsDigit(char16_t character) {
-  return character >= u'0' && character <= u'9';
-}
-
 void CheckYear(TextField& year, const FieldRange& range) {
   // A digit alone: anything else of one character is refused like any other field's.
   if (year.text.size() == 1 && IsDigit(year.text.front())) {
