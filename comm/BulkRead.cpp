@@ -133,24 +133,22 @@ struct ItemReader {
 };
 
 // The whole block is read first, also when none of it is used.
-void StoreSection(ParamSection& section, const SectionRead& layout) {
+void StoreSection(std::string_view sectionCode, ParamSection& section, const SectionRead& layout) {
   for (std::size_t i = 0; i < section.Items.size(); ++i) {
     const int index = static_cast<int>(i);
     if (index < layout.items) {
-      ItemReader{layout.section, index, ItemByteStart(section, index), section.Items[i], layout}.Read();
+      ItemReader{sectionCode, index, ItemByteStart(section, index), section.Items[i], layout}.Read();
     } else if (layout.beyond == ItemsBeyond::Default) {
       TakeDefaults(section.Items[i]);
     }
   }
 }
 
-SectionRead LayoutOf(const GenerationRead& generation, std::string_view sectionCode) {
+const SectionRead& LayoutOf(const GenerationRead& generation, std::string_view sectionCode) {
   const auto found =
       std::find_if(generation.sections.begin(), generation.sections.end(),
                    [&](const SectionRead& layout) { return layout.section == Trim(sectionCode); });
-  SectionRead layout = found == generation.sections.end() ? generation.others : *found;
-  layout.section = sectionCode;
-  return layout;
+  return found == generation.sections.end() ? generation.others : *found;
 }
 
 // The one reader. A run-time failure, also that of a section which the store does not hold, is a failed read.
@@ -160,7 +158,7 @@ bool ReadSection(const GenerationRead& generation, std::string_view sectionCode)
     if (!gFReadBlock(section, RegisterOffset(Trim(sectionCode), generation.generation))) {
       return false;
     }
-    StoreSection(ParamStore[section], LayoutOf(generation, sectionCode));
+    StoreSection(sectionCode, ParamStore[section], LayoutOf(generation, sectionCode));
     return true;
   } catch (const RunTimeFailure&) {
     return false;

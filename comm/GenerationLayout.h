@@ -1,5 +1,5 @@
-// What the read and the write of a section share: where older firmware keeps the section's block, and the
-// order in which the sections go.
+// What the read and the write of a section share: where older firmware keeps the section's block, how many of
+// its items there are, and the words of its totalizer. Layouts and order of the sections are each one's own.
 #pragma once
 
 #include <array>
@@ -29,5 +29,19 @@ inline constexpr std::array<BlockShift, 4> BlockShifts{{
   }
   return 0;
 }
+
+// How many items of a section a layout takes.
+inline constexpr int AllItems = 32767;
+inline constexpr int OldChannels = 9;      // of C and A, in generations 0 and 1
+inline constexpr int OldDigitalInputs = 5; // of D, in generations 0 to 2
+
+// The totalizer switches that generation 2 keeps in section E belong to section Z today.
+struct OldTotalizerWord {
+  std::int16_t byte;
+  std::string_view tagOfZ;
+};
+inline constexpr std::array<OldTotalizerWord, 3> OldTotalizerWords{{{0, "TOTA"}, {2, "TSTM"}, {8, "TSIG"}}};
+// It keeps a time as hours and minutes in two words; today it is minutes in one.
+inline constexpr int MinutesOfHour = 60;
 
 } // namespace loader

@@ -14,6 +14,7 @@ constexpr std::int32_t TableSize = 10000; // register numbers of one table: 3xxx
 constexpr std::int32_t InputTable = 3;
 constexpr std::size_t TcpHeader = 6; // in front of the station number
 constexpr std::size_t CheckBytes = 2;
+constexpr std::uint8_t RtuErrorReplyLength = 5;
 
 bool IsInputRegister() {
   return CommLink.RegAddress / TableSize == InputTable;
@@ -154,6 +155,10 @@ bool ReplyDamaged() {
 
 bool HasErrorFunction(std::size_t functionAt) {
   return CommLink.RecvBuf.at(functionAt) == CommLink.SendBuf.at(functionAt) + 128;
+}
+
+bool IsRtuErrorReply() {
+  return HasErrorFunction(RtuFunctionAt) && CommLink.RecvLen == RtuErrorReplyLength;
 }
 
 } // namespace loader

@@ -6,6 +6,9 @@
 
 namespace loader {
 
+// The offset of the function in a frame.
+constexpr std::size_t RtuFunctionAt = 1;
+constexpr std::size_t TcpFunctionAt = 7;
 // The offset of the first register in a reply to a read.
 constexpr std::size_t RtuReplyRegisters = 3;
 constexpr std::size_t TcpReplyRegisters = 9;
@@ -29,6 +32,8 @@ void PutCheckValue();
 [[nodiscard]] bool ReplyDamaged();
 // The request's function plus 128, whatever the length.
 [[nodiscard]] bool HasErrorFunction(std::size_t functionAt);
+// The same on serial and USB, where the length has to be that of an error reply as well.
+[[nodiscard]] bool IsRtuErrorReply();
 
 // 0 to 255, else RunTimeFailure.
 [[nodiscard]] std::uint8_t ToByte(std::int64_t value);

@@ -7,6 +7,8 @@
 #include <span>
 #include <string_view>
 
+#include "comm/GenerationLayout.h"
+
 namespace loader {
 
 enum class ReadRule {
@@ -27,8 +29,6 @@ struct TagRead {
 
 // What becomes of the items behind the ones that a recorder has.
 enum class ItemsBeyond { Default, Keep };
-
-constexpr int AllItems = 32767;
 
 struct SectionRead {
   std::string_view section;
@@ -55,20 +55,13 @@ inline constexpr std::int16_t FirstOldInputKind = 13;
 inline constexpr std::array<std::int16_t, 6> InputKindOfOld = {20, 21, 30, 31, 32, 33};
 inline constexpr std::size_t OldestInputKinds = 5;
 
-// The totalizer switches that generation 2 keeps in section E belong to section Z today.
-struct OldTotalizerWord {
-  std::int16_t byte;
-  std::string_view tagOfZ;
-};
-inline constexpr std::array<OldTotalizerWord, 3> OldTotalizerWords{{{0, "TOTA"}, {2, "TSTM"}, {8, "TSIG"}}};
-// It keeps a time as hours and minutes in two words; today it is minutes in one.
+// A time of generation 2: the words of its hours and of its minutes.
 struct OldTime {
   std::string_view tag;
   std::int16_t hourByte;
   std::int16_t minuteByte;
 };
 inline constexpr std::array<OldTime, 2> OldTimes{{{"TSTR", 12, 14}, {"TSTO", 16, 18}}};
-inline constexpr int MinutesOfHour = 60;
 
 // --- Generation 3
 
@@ -127,8 +120,9 @@ inline constexpr std::array<TagRead, 10> ReadTagsE2{{
     {"TIMT", ReadRule::Default},
     {"TCYC", ReadRule::AtByte, 4},
 }};
-// The older recorders have five digital inputs; the others keep what they held.
-inline constexpr SectionRead ReadInputs{.section = "D", .items = 5, .beyond = ItemsBeyond::Keep};
+// The digital inputs that an older recorder does not have keep what they held.
+inline constexpr SectionRead ReadInputs{
+    .section = "D", .items = OldDigitalInputs, .beyond = ItemsBeyond::Keep};
 inline constexpr std::array<SectionRead, 10> ReadSectionsG2{{
     {.section = "A"},
     {.section = "G"},
@@ -144,8 +138,6 @@ inline constexpr std::array<SectionRead, 10> ReadSectionsG2{{
 inline constexpr GenerationRead ReadLayoutG2{2, ReadSectionsG2, DefaultFilled()};
 
 // --- Generation 1
-
-inline constexpr int OldChannels = 9; // items of C and A that generations 0 and 1 have
 
 inline constexpr std::array<TagRead, 15> ReadTagsC1{{
     {"TAG2", ReadRule::Default},

@@ -45,10 +45,6 @@ constexpr std::array<GenerationRange, 8> GenerationRanges{{
     {"RUG", 10, 99, 21},
 }};
 
-bool IsDigit(char16_t character) {
-  return character >= u'0' && character <= u'9';
-}
-
 const TagShape* ShapeOf(std::string_view model) {
   const auto shape = std::find_if(TagShapes.begin(), TagShapes.end(),
                                   [&](const TagShape& candidate) { return candidate.model == model; });

@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "comm/ReadLayouts.h"
+#include "comm/GenerationLayout.h"
 
 namespace loader {
 
@@ -206,7 +206,6 @@ inline constexpr std::array<TagWrite, 3> WriteTagsE2{{
     {"TSTR", WriteRule::HoursThenMinutes, 12},
     {"TSTO", WriteRule::HoursThenMinutes, 16},
 }};
-inline constexpr int OldDigitalInputs = 5; // items of D that generations 0 to 2 have
 
 inline constexpr std::array<SectionWrite, 7> WriteSectionsG2{{
     {.section = "C",

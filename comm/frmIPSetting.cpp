@@ -27,9 +27,7 @@ std::optional<std::int16_t> InRange(std::optional<double> number) {
 }
 
 bool AddressPartIsGood(std::u16string_view text) {
-  const bool digits =
-      std::all_of(text.begin(), text.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; });
-  return digits && InRange(NumericText(text));
+  return std::all_of(text.begin(), text.end(), IsDigit) && InRange(NumericText(text));
 }
 
 std::optional<std::int16_t> StationOf(std::u16string_view text) {

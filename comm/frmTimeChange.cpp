@@ -64,7 +64,8 @@ bool CheckField(TextField& field, const FieldRange& range) {
 }
 
 void CheckYear(TextField& year, const FieldRange& range) {
-  if (year.text.size() == 1) {
+  // A digit alone: anything else of one character is refused like any other field's.
+  if (year.text.size() == 1 && IsDigit(year.text.front())) {
     year.text.insert(0, 1, u'0');
   }
   CheckField(year, range);
@@ -74,8 +75,7 @@ void CheckYear(TextField& year, const FieldRange& range) {
 std::optional<std::uint8_t> ShortNumber(std::u16string_view text) {
   const std::u16string_view digits = Trim(text);
   const bool good =
-      !digits.empty() && digits.size() <= 2 &&
-      std::all_of(digits.begin(), digits.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; });
+      !digits.empty() && digits.size() <= 2 && std::all_of(digits.begin(), digits.end(), IsDigit);
   return good ? std::optional(static_cast<std::uint8_t>(RequireInt16(digits))) : std::nullopt;
 }
 

@@ -17,9 +17,7 @@ Timer WaitTimer{WaitMilliseconds, false, [] { StopTimer(WaitTimer); }};
 
 namespace {
 
-constexpr int OpenBinary = 1;
-constexpr std::size_t RtuFunctionAt = 1;
-constexpr std::uint8_t RtuErrorReplyLength = 5;
+constexpr int BinaryInput = 1; // a value of InputMode
 
 // A timer that is disarmed however the scope is left.
 class ArmedTimer {
@@ -136,7 +134,7 @@ bool gFSerialOpen() {
     port.CommPort = static_cast<std::int16_t>(Settings.ComPortIndex + 1);
     port.Settings = "19200,O,8,1";
     port.Handshaking = 0;
-    port.InputMode = OpenBinary;
+    port.InputMode = BinaryInput;
     port.SetPortOpen(true);
     return true;
   } catch (const RunTimeFailure&) {
@@ -198,7 +196,7 @@ std::uint8_t gFSerialSendWait() {
     IgnoringFailure([&] { TakeReply(port.Input()); });
     if (ReplyDamaged()) {
       code = ResultDamaged;
-    } else if (HasErrorFunction(RtuFunctionAt) && CommLink.RecvLen == RtuErrorReplyLength) {
+    } else if (IsRtuErrorReply()) {
       code = ResultErrorReply;
     } else {
       return ResultOk;

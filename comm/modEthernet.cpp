@@ -9,8 +9,6 @@ namespace loader {
 
 namespace {
 
-constexpr std::size_t TcpFunctionAt = 7;
-
 bool TransactionDiffers() {
   return CommLink.SendBuf[0] != CommLink.RecvBuf[0] || CommLink.SendBuf[1] != CommLink.RecvBuf[1];
 }

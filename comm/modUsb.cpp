@@ -16,14 +16,12 @@ namespace {
 
 constexpr std::int32_t TimeOutMilliseconds = 1000; // of the device's own read and write
 constexpr std::int32_t NoWindowProperty = 0;       // the device asks for a number of the window and uses none
-constexpr std::size_t RtuFunctionAt = 1;
-constexpr std::uint8_t RtuErrorReplyLength = 5;
 
 std::uint8_t JudgeReply() {
   if (ReplyDamaged()) {
     return ResultDamaged;
   }
-  if (HasErrorFunction(RtuFunctionAt) && CommLink.RecvLen == RtuErrorReplyLength) {
+  if (IsRtuErrorReply()) {
     return ResultErrorReply;
   }
   return CommLink.RecvLen == CommLink.ExpectLen ? ResultOk : ResultWrongLength;

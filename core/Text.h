@@ -26,6 +26,11 @@ namespace loader {
 [[nodiscard]] std::u16string_view Trim(std::u16string_view text);
 [[nodiscard]] std::string_view Trim(std::string_view text);
 
+// "0" to "9"; the full-width digits are text.
+[[nodiscard]] constexpr bool IsDigit(char16_t character) {
+  return character >= u'0' && character <= u'9';
+}
+
 // A whole number as the files write it: blanks, an optional sign, decimal digits, blanks; nothing else.
 // Empty when the text is no such number or lies outside the type's range.
 [[nodiscard]] std::optional<std::int16_t> ParseInt16(std::u16string_view text);

@@ -16,7 +16,6 @@ namespace loader {
 
 namespace {
 
-constexpr std::string_view LoaderSection = "LOADER";
 constexpr std::size_t RowFields = 9;
 constexpr std::size_t HeaderColumns = 4;
 // Sections, items and records of a store, taken together, stay below this. No recorder has registers for as
@@ -323,7 +322,7 @@ bool gFLoadInitSetteiData() {
   // The whole load is one unit: any run-time failure inside it is a failed load.
   try {
     SelectModel();
-    const std::u16string text = FromCodePage(ReadWholeFile(ThePlatform().programFolder / "InitSet.Ini"));
+    const std::u16string text = FromCodePage(ReadRegularFile(ThePlatform().programFolder / "InitSet.Ini"));
     std::int32_t modeCheckOff = ModeCheckOff;
     ParamStoreTable store = BuildStore(ReadInitBlock(text, Widen(VersionTag)), modeCheckOff);
     ParamStore = std::move(store);
@@ -360,17 +359,18 @@ std::string ReadWholeFile(const std::filesystem::path& file) {
   return bytes;
 }
 
+std::string ReadRegularFile(const std::filesystem::path& file) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(file, error)) {
+    throw RunTimeFailure("not a regular file: " + file.string());
+  }
+  return ReadWholeFile(file);
+}
+
 std::vector<std::u16string_view> SplitLines(std::u16string_view text) {
   std::vector<std::u16string_view> lines;
   while (!text.empty()) {
-    const std::size_t end = text.find_first_of(u"\r\n");
-    if (end == std::u16string_view::npos) {
-      lines.push_back(text);
-      break;
-    }
-    lines.push_back(text.substr(0, end));
-    const bool pair = text[end] == u'\r' && end + 1 < text.size() && text[end + 1] == u'\n';
-    text.remove_prefix(end + (pair ? 2 : 1));
+    lines.push_back(TakeLine(text));
   }
   return lines;
 }

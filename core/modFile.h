@@ -2,8 +2,10 @@
 #pragma once
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/modMain.h"
@@ -43,8 +45,24 @@ void ApplyItemDefaults();
 
 // The whole file as bytes; RunTimeFailure when it cannot be read.
 [[nodiscard]] std::string ReadWholeFile(const std::filesystem::path& file);
-// Lines of a text file, without their line ends: CR LF, CR or LF. A line end at the end of the text opens no
-// line.
+// The same for a file that a user names: a pipe or a device, which may have no end, is a RunTimeFailure at
+// once. A symbolic link to a regular file is one.
+[[nodiscard]] std::string ReadRegularFile(const std::filesystem::path& file);
+// Cuts the first line off `rest`, without its line end: CR LF, CR or LF. A line end at the end of the text
+// opens no line.
+template <typename Character>
+[[nodiscard]] std::basic_string_view<Character> TakeLine(std::basic_string_view<Character>& rest) {
+  constexpr Character LineEnds[] = {'\r', '\n'};
+  const std::basic_string_view<Character> ends(LineEnds, std::size(LineEnds));
+  const std::size_t end = rest.find_first_of(ends);
+  if (end == std::basic_string_view<Character>::npos) {
+    return std::exchange(rest, {});
+  }
+  const std::basic_string_view<Character> line = rest.substr(0, end);
+  rest.remove_prefix(end + (rest.substr(end, ends.size()) == ends ? ends.size() : 1));
+  return line;
+}
+// All lines of a text.
 [[nodiscard]] std::vector<std::u16string_view> SplitLines(std::u16string_view text);
 
 } // namespace loader

@@ -26,7 +26,7 @@ void gFInitCatalogues();
 [[nodiscard]] const std::u16string* CatalogueEntry(const Catalogue& list, long index);
 
 // --- Channels
-// -------------------------------------------------------------------------------------------------------
+
 extern Catalogue ColorNames;        // entries 1 to 14; entry 0 is empty
 extern Catalogue InputTypeNames;    // 42 entries by input type number, those of unused numbers empty
 extern Catalogue ScaleList;         // SCAL
@@ -38,8 +38,8 @@ extern Catalogue RecordModeList;    // RECM
 extern Catalogue SubtractList;      // SUBC: none, then channels 1 to 72
 extern Catalogue TotalKindList;     // SEKI
 extern Catalogue ReportCycleList;   // STYP by list index, not by the stored value
-extern Catalogue
-    AlarmSourceList; // SDIG, SRIN, TEXT: 16 DI, then 72 channels with four alarms each: 304 entries
+// SDIG, SRIN, TEXT: 16 DI, then 72 channels with four alarms each: 304 entries.
+extern Catalogue AlarmSourceList;
 extern Catalogue MessageAlarmSourceList; // the same content, for the message screen
 extern Catalogue PerUnitTimeList;        // SBAS
 extern Catalogue ResetSwitchList;        // SRES
@@ -50,7 +50,7 @@ extern Catalogue RelayList;              // A1RL to A4RL, CFFL, BAAL: "無し", 
 extern Catalogue NoneChannelList;        // OTCH, MTM2: "無し", then channels 1 to 72
 
 // --- Recorder
-// -------------------------------------------------------------------------------------------------------
+
 extern Catalogue ScreenOffList;         // SHOU, older recorders
 extern Catalogue BacklightList;         // SHOU
 extern Catalogue KeyLockList;           // KLOC
@@ -84,7 +84,7 @@ extern Catalogue MinuteList;            // "0" to "59"
 extern Catalogue DayList;               // "1" to "31"
 
 // --- Display and messages
-// -------------------------------------------------------------------------------------------
+
 extern Catalogue GroupChannelList;  // GC01 to GC10: none, then channels 1 to 72
 extern Catalogue BarMeterList;      // BBRM
 extern Catalogue ColorBarList;      // TPVD
@@ -94,19 +94,19 @@ extern Catalogue DivisionList;      // TBUN: entries 1 to 20; entry 0 is empty
 extern Catalogue MessageTimingList; // MTM1
 
 // --- Formulas
-// -------------------------------------------------------------------------------------------------------
+
 extern Catalogue OperatorList;
 extern Catalogue FunctionList;
 extern Catalogue TermPrefixList;
 extern Catalogue TermNameList;
 
 // --- Ethernet, users, mail, links
-// ----------------------------------------------------------------------------------- The function switches
-// of section J, each with its own list of "OFF" and "ON".
+
+// The function switches of section J, each with its own list of "OFF" and "ON".
 inline constexpr std::array<std::string_view, 8> EthernetSwitchTags = {"ETHE", "MAIL", "FTPF", "FTPA",
                                                                        "WEBF", "WEBA", "WEBM", "MOTC"};
-extern std::array<Catalogue, EthernetSwitchTags.size()>
-    EthernetSwitchLists; // by position in EthernetSwitchTags
+// By position in EthernetSwitchTags.
+extern std::array<Catalogue, EthernetSwitchTags.size()> EthernetSwitchLists;
 
 extern Catalogue UserLevelList;     // LVEL: the screen offers entries 0 and 3
 extern Catalogue MailTriggerList;   // ETRG
@@ -122,7 +122,7 @@ extern Catalogue LinkBaudList;
 extern Catalogue LinkParityList;
 
 // --- Units
-// ----------------------------------------------------------------------------------------------------------
+
 // By unit id. Reserved ids are empty; the last entries are the user units, which start empty and are replaced
 // from section U after a parameter file was opened or a recorder read, and when a user unit is edited.
 inline constexpr int UnitEntries = 168;
@@ -133,7 +133,7 @@ extern Catalogue UnitNames;
 [[nodiscard]] std::size_t UserUnitIndex(int unitNumber, int unitCount);
 
 // --- Number tables
-// --------------------------------------------------------------------------------------------------
+
 namespace detail {
 
 inline constexpr std::size_t ColourOrderEntries = 36; // the most channels that a model colours from one order

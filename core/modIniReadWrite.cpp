@@ -9,7 +9,6 @@ namespace loader {
 
 namespace {
 constexpr std::size_t IniBufferSize = 255;
-constexpr std::string_view LoaderSection = "LOADER";
 } // namespace
 
 CommSettings Settings;

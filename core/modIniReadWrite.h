@@ -7,6 +7,8 @@
 
 namespace loader {
 
+// The file's only section.
+inline constexpr std::string_view LoaderSection = "LOADER";
 // What GetIniValue gives when the file, the section or the key is absent.
 constexpr std::u16string_view IniValueAbsent = u"ERROR";
 

@@ -42,33 +42,45 @@ bool IsName(std::string_view padded, std::string_view sought) {
   return padded.starts_with(sought) && padded.find_first_not_of(' ', sought.size()) == std::string_view::npos;
 }
 
-// Four characters as one number: a whole read compares some hundred thousand tags, one after the other.
-std::uint32_t Packed(std::string_view fourCharacters) {
-  std::uint32_t packed = 0;
-  std::memcpy(&packed, fourCharacters.data(), sizeof packed);
-  return packed;
-}
-static_assert(TagWidth == sizeof(std::uint32_t));
+// A name that is sought among the store's, which are padded to `Width` characters: one comparison of a number
+// each, since a whole read compares some hundred thousand tags and a window asks for thousands of sections.
+template <std::size_t Width> class SoughtName {
+public:
+  explicit SoughtName(std::string_view name) : name_(Trim(name)) {
+    std::array<char, Width> padded;
+    padded.fill(' ');
+    std::copy_n(name_.begin(), std::min(name_.size(), Width), padded.begin());
+    number_ = Packed(padded.data());
+  }
+  [[nodiscard]] bool Is(std::string_view padded) const {
+    const bool usual = padded.size() == Width && padded.front() != ' ';
+    return usual ? Packed(padded.data()) == number_ && name_.size() <= Width : IsName(padded, name_);
+  }
+
+private:
+  static std::uint32_t Packed(const char* characters) {
+    static_assert(Width <= sizeof(std::uint32_t));
+    std::uint32_t packed = 0;
+    std::memcpy(&packed, characters, Width);
+    return packed;
+  }
+  std::string_view name_;
+  std::uint32_t number_;
+};
 
 template <typename Record> StoreIndex IndexOfTag(const std::vector<Record>& records, std::string_view tag) {
-  const std::string_view sought = Trim(tag);
-  std::array<char, TagWidth> padded{' ', ' ', ' ', ' '};
-  std::copy_n(sought.begin(), std::min(sought.size(), TagWidth), padded.begin());
-  const std::uint32_t wanted = Packed({padded.data(), padded.size()});
-  const bool fits = sought.size() <= TagWidth;
-  const auto found = std::find_if(records.begin(), records.end(), [&](const Record& record) {
-    const bool usual = record.Tag.size() == TagWidth && record.Tag.front() != ' ';
-    return usual ? fits && Packed(record.Tag) == wanted : IsName(record.Tag, sought);
-  });
+  const SoughtName<TagWidth> sought(tag);
+  const auto found = std::find_if(records.begin(), records.end(),
+                                  [&](const Record& record) { return sought.Is(record.Tag); });
   return found == records.end() ? NotFound : static_cast<StoreIndex>(found - records.begin());
 }
 
 } // namespace
 
 StoreIndex gFFindSection(std::string_view sectionCode) {
-  const std::string_view sought = Trim(sectionCode);
+  const SoughtName<CodeWidth> sought(sectionCode);
   const auto found = std::find_if(ParamStore.begin(), ParamStore.end(),
-                                  [&](const ParamSection& section) { return IsName(section.Code, sought); });
+                                  [&](const ParamSection& section) { return sought.Is(section.Code); });
   return found == ParamStore.end() ? NotFound : static_cast<StoreIndex>(found - ParamStore.begin());
 }
 

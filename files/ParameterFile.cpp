@@ -51,17 +51,6 @@ void WriteItem(std::ostream& out, const ParamSection& section, int number) {
 
 // --- The reader
 
-// Cuts the first line off `rest`: CR LF, CR or LF ends it. A line end at the end of the file opens no line.
-std::string_view TakeLine(std::string_view& rest) {
-  const std::size_t end = rest.find_first_of("\r\n");
-  if (end == std::string_view::npos) {
-    return std::exchange(rest, {});
-  }
-  const std::string_view line = rest.substr(0, end);
-  rest.remove_prefix(end + (rest.substr(end, 2) == "\r\n" ? 2 : 1));
-  return line;
-}
-
 std::string_view WithoutTrailingBlanks(std::string_view text) {
   const std::size_t last = text.find_last_not_of(' ');
   return last == std::string_view::npos ? std::string_view{} : text.substr(0, last + 1);
@@ -240,6 +229,13 @@ CommonDialog FileDialogOfModel(TextId title) {
   return dialog;
 }
 
+// A new file, or a regular one. A pipe whose other end nobody reads would hold up the opening for ever.
+bool MayBeSavedTo(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::file_type type = std::filesystem::status(path, error).type();
+  return type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
+}
+
 std::filesystem::path PathOf(std::u16string_view fileName) {
   const std::string utf8 = ToUtf8(fileName);
   return std::u8string(utf8.begin(), utf8.end());
@@ -248,6 +244,9 @@ std::filesystem::path PathOf(std::u16string_view fileName) {
 } // namespace
 
 bool gFSaveParamFile(const std::filesystem::path& path) {
+  if (!MayBeSavedTo(path)) {
+    return false;
+  }
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out << HeadLine << std::flush; // flushed, so that its failure is seen
   if (!out) {
@@ -275,7 +274,7 @@ bool LoadParamBytes(std::string_view bytes) {
 
 bool gFLoadParamFile(const std::filesystem::path& path) {
   try {
-    return LoadParamBytes(ReadWholeFile(path));
+    return LoadParamBytes(ReadRegularFile(path));
   } catch (const RunTimeFailure&) {
     return false;
   } catch (const std::bad_alloc&) {

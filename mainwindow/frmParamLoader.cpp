@@ -27,7 +27,6 @@ namespace {
 
 constexpr int StartWidth = 800;
 constexpr int StartHeight = 650;
-constexpr std::string_view LoaderSection = "LOADER";
 
 // Text ids of the pages' captions, in page order.
 constexpr std::array<TextId, PageCount> PageCaptions{18094, 18157, 18095, 18096, 18097, 18098};
@@ -105,9 +104,13 @@ void ChangePage(ParamLoaderScreen& window) {
   const bool tables = page == ChannelPage || page == OperationPage || page == DisplayPage;
   window.smenuCopy.enabled = tables;
   window.smenuPaste.enabled = tables;
+  constexpr int OpenButton = 1;
   constexpr int CopyButton = 2;
   constexpr int PasteButton = 3;
   for (int button = 1; button <= window.V.Count(); ++button) {
+    if (button == OpenButton && ExchangeUnderWay(window)) {
+      continue; // as the exchange has it: it is not offered until that has ended
+    }
     window.V(button).enabled = tables || (button != CopyButton && button != PasteButton);
   }
   if (!tables) {
@@ -141,17 +144,30 @@ void SaveFile(ParamLoaderScreen& window) {
   }
 }
 
+// The saved model where the list has it, else the model in force.
+void PutModelBack(ParamLoaderScreen& window, std::optional<std::int16_t> saved) {
+  const bool listed = saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size());
+  window.cmbType.index = listed ? *saved : ModelRow();
+}
+
 void ChangeModel(ParamLoaderScreen& window) {
   const int picked = window.cmbType.index;
   const std::optional<std::int16_t> saved = ParseInt16(GetIniValue(LoaderSection, "TYPE", LoaderIniPath()));
   if (saved && picked == *saved) {
     return;
   }
-  // A new model would pull the store from under a flow whose link is still being opened.
-  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
-    if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
-      window.cmbType.index = *saved;
+  // A new model would pull the store from under a flow.
+  if (window.flowUnderWay) {
+    // Only this flow keeps the list enabled to its end; it looks free in the others while their link is still
+    // being opened.
+    if (window.lastFlow == Flow::StoreSettings) {
+      ShowMessage(LoadText(20102));
     }
+    PutModelBack(window, saved);
+    return;
+  }
+  if (!AskOkCancel(LoadText(11016))) {
+    PutModelBack(window, saved);
     return;
   }
   SaveCommSettings();
@@ -281,7 +297,10 @@ void TieTables(ParamLoaderScreen& window) {
 // One flow at a time. A flow disables its controls when its link stands; while a recorder that does not
 // answer is waited for, they look free.
 void StartFlow(ParamLoaderScreen& window, Flow kind, void (*flow)(const FlowCallbacks&)) {
-  RunAlone(window.flowUnderWay, [&] { flow(CallbacksOf(window, kind)); });
+  RunAlone(window.flowUnderWay, [&] {
+    window.lastFlow = kind;
+    flow(CallbacksOf(window, kind));
+  });
 }
 
 void TieCommunication(ParamLoaderScreen& window) {

@@ -37,6 +37,9 @@ enum class CopyKinds : std::int16_t {
   None = 6,
 };
 
+// The flows, by the controls that each keeps disabled.
+enum class Flow { ReadOrWrite, StoreSettings, SetClock };
+
 // Shows the dialog of a table's row modally. `entry` counts from 0; for the mail triggers it is the row, 1
 // for the first trigger. Empty as long as a table has no dialog: a double click on it does nothing then.
 using RowDialog = std::function<void(int entry)>;
@@ -112,6 +115,7 @@ struct ParamLoaderScreen : Screen {
   bool lampLit = false;
   // A flow is on its way, be it that its link is still being opened and no control is disabled yet.
   bool flowUnderWay = false;
+  Flow lastFlow = Flow::ReadOrWrite; // the one under way, or the last one that was started from the window
 };
 
 // The one main window; null until it is opened and after it was closed.
@@ -123,8 +127,6 @@ void OpenMainWindow();
 // True while an exchange with the recorder is under way: btnRegRead or btnRegWrite is disabled, or a flow of
 // the window is opening its link. The window's only notion of being busy.
 [[nodiscard]] bool ExchangeUnderWay(const ParamLoaderScreen& window);
-// The flows, by the controls that each keeps disabled.
-enum class Flow { ReadOrWrite, StoreSettings, SetClock };
 // What the window does around an exchange: which controls it disables, the lamp, the refresh.
 [[nodiscard]] FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow);
 

@@ -60,8 +60,8 @@ std::optional<KeyValue> KeyLine(std::string_view line) {
 // The lines of the file, each with its own line end, so that a write gives back what it does not change.
 std::optional<std::vector<std::string>> ReadLines(const std::filesystem::path& file) {
   std::error_code error;
-  if (std::filesystem::is_directory(file, error)) {
-    return std::nullopt;
+  if (!std::filesystem::is_regular_file(file, error)) {
+    return std::nullopt; // a pipe or a device would be waited for without end
   }
   std::ifstream in(file, std::ios::binary);
   if (!in.is_open()) {
@@ -117,27 +117,77 @@ std::optional<std::size_t> FindKey(const std::vector<std::string>& lines, Sectio
   return std::nullopt;
 }
 
-// Through a file beside it, so that a full disk cannot leave half a settings file.
-bool ReplaceFile(const std::filesystem::path& file, const std::vector<std::string>& lines) {
-  std::filesystem::path beside = file;
-  beside += ".new";
+// Where the file lies when it is a symbolic link: the link stays, its file is replaced. Nothing for links in
+// a circle.
+std::optional<std::filesystem::path> FileBehindLinks(std::filesystem::path file) {
+  constexpr int MostLinks = 40;
   std::error_code error;
-  {
-    std::ofstream out(beside, std::ios::binary | std::ios::trunc);
-    if (!out.is_open()) {
-      return false; // whatever stands there is not of this write
+  for (int links = 0; links <= MostLinks; ++links) {
+    if (!std::filesystem::is_symlink(file, error)) {
+      return file;
     }
-    for (const std::string& line : lines) {
-      out << line;
+    const std::filesystem::path next = std::filesystem::read_symlink(file, error);
+    if (error) {
+      return std::nullopt;
     }
-    out.flush();
-    if (!out) {
-      out.close();
-      std::filesystem::remove(beside, error);
-      return false;
-    }
+    file = file.parent_path() / next; // an absolute one replaces the folder
   }
-  std::filesystem::rename(beside, file, error);
+  return std::nullopt;
+}
+
+// A file that was made read-only stays as it is: a new one in its place would go past that. The bits are
+// asked too, since they do not bind the superuser.
+bool MayBeReplaced(const std::filesystem::path& file) {
+  using std::filesystem::perms;
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(file, error);
+  if (status.type() == std::filesystem::file_type::not_found) {
+    return true;
+  }
+  constexpr perms Writers = perms::owner_write | perms::group_write | perms::others_write;
+  return (status.permissions() & Writers) != perms::none && std::ofstream(file, std::ios::app).is_open();
+}
+
+// False leaves nothing of the write behind.
+bool WriteLines(const std::filesystem::path& file, const std::vector<std::string>& lines) {
+  std::error_code error;
+  const std::filesystem::file_status there = std::filesystem::symlink_status(file, error);
+  if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there)) {
+    return false;
+  }
+  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+  if (!out.is_open()) {
+    return false; // whatever stands there is not of this write
+  }
+  for (const std::string& line : lines) {
+    out << line;
+  }
+  out.flush();
+  if (!out) {
+    out.close();
+    std::filesystem::remove(file, error);
+    return false;
+  }
+  return true;
+}
+
+// Through a file beside it, so that a full disk cannot leave half a settings file.
+bool ReplaceFile(const std::filesystem::path& named, const std::vector<std::string>& lines) {
+  const std::optional<std::filesystem::path> file = FileBehindLinks(named);
+  if (!file || !MayBeReplaced(*file)) {
+    return false;
+  }
+  std::filesystem::path beside = *file;
+  beside += ".new";
+  if (!WriteLines(beside, lines)) {
+    return false;
+  }
+  std::error_code error;
+  const std::filesystem::file_status before = std::filesystem::status(*file, error);
+  if (std::filesystem::exists(before)) {
+    std::filesystem::permissions(beside, before.permissions(), error);
+  }
+  std::filesystem::rename(beside, *file, error);
   if (error) {
     std::error_code ignored;
     std::filesystem::remove(beside, ignored);

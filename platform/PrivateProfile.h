@@ -19,7 +19,8 @@ namespace loader {
                                                    const std::filesystem::path& file);
 
 // Sets the key, adding the file, the section or the key where they are absent. The file is replaced whole or
-// not at all. False when it could not be written.
+// not at all; a symbolic link stays one, and the file behind it is replaced. False when it could not be
+// written, as a file that was made read-only cannot be.
 [[nodiscard]] bool WritePrivateProfileStringA(std::string_view section, std::string_view key,
                                               std::string_view value, const std::filesystem::path& file);
 

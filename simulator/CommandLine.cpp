@@ -10,6 +10,7 @@ constexpr int HighestPort = 65535;
 constexpr int HighestStation = 247;
 constexpr int LowestPace = 50, HighestPace = 10'000'000; // bits a second
 constexpr int LongestDelay = 3'600'000;                  // milliseconds
+constexpr int LongestIdle = 86'400;                      // seconds
 
 using Taker = void (*)(Options& options, std::string_view option, std::string_view value);
 
@@ -145,6 +146,10 @@ constexpr OptionRow Rows[] = {
      [](Options& to, std::string_view name, std::string_view value) {
        to.timing.late = Milliseconds(NumberWithin(name, value, 0, LongestDelay));
      }},
+    {"--idle", Value::Required,
+     [](Options& to, std::string_view name, std::string_view value) {
+       to.idle = std::chrono::seconds(NumberWithin(name, value, 0, LongestIdle));
+     }},
     {"--load", Value::Required,
      [](Options& to, std::string_view name, std::string_view value) { to.load = NotEmpty(name, value); }},
     {"--save", Value::Required,
@@ -217,6 +222,8 @@ The recorder:
 Lines (without one: --tcp):
   --tcp [ADDR:]PORT      Modbus/TCP (127.0.0.1:502). Nobody but this machine can connect unless ADDR says
                          otherwise, as in 0.0.0.0:502. Port 0 takes a free port
+  --idle S               drop a TCP client after S seconds without a byte (60; 0: never). Up to 256 clients are
+                         served at a time
   --rtu LINK             Modbus RTU on a pseudo-terminal; LINK becomes a symbolic link to it
   --pace BAUD            RTU lines run at the speed of a wire, such as 19200: 11 bits a character, in both
                          directions

@@ -1,6 +1,7 @@
 // The options of recorder-sim.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -11,6 +12,7 @@
 #include "simulator/Faults.h"
 #include "simulator/Firmware.h"
 #include "simulator/ReplyPlan.h"
+#include "simulator/Server.h"
 #include "simulator/Sockets.h"
 
 namespace loader::simulator {
@@ -27,6 +29,7 @@ struct Options {
   std::vector<TcpAddress> tcp;
   std::vector<std::string> rtu; // names of the links
   Timing timing;
+  std::chrono::seconds idle = UsualIdleTime; // 0: idle TCP clients are kept
 
   std::optional<std::string> load, save, dump;
   std::string shape; // empty: InitSet.Ini beside the program

@@ -19,7 +19,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t MostConnections = 64;
 // Descriptors in front of the connections' in the list of what is waited for; a connection has two: its line,
 // and the news of its terminal.
 constexpr std::size_t OwnWaits = 1, WaitsOfConnection = 2;
@@ -45,7 +44,7 @@ std::string Server::ListenOnRtu(const std::filesystem::path& link) {
 
 std::vector<pollfd> Server::Waits(int stopDescriptor) const {
   std::vector<pollfd> waits{{stopDescriptor, POLLIN, 0}};
-  const bool room = connections_.size() < MostConnections;
+  const bool room = Clients() < MostClients;
   for (const TcpListener& listener : listeners_) {
     waits.push_back({room ? listener.socket.Number() : -1, POLLIN, 0});
   }
@@ -67,8 +66,28 @@ std::optional<Server::Time> Server::NextDue() const {
     if (connection.silentAt) {
       take(*connection.silentAt);
     }
+    if (const std::optional<Time> idle = IdleAt(connection)) {
+      take(*idle);
+    }
   }
   return next;
+}
+
+std::optional<Server::Time> Server::IdleAt(const Connection& connection) const {
+  if (connection.terminal || idleTime_ == std::chrono::seconds{0}) {
+    return std::nullopt;
+  }
+  // A client that waits for a late reply is not idle; one that takes nothing of a reply is.
+  Time last = connection.lastTraffic;
+  if (!connection.queue.empty()) {
+    last = std::max(last, connection.queue.front().due);
+  }
+  return last + idleTime_;
+}
+
+std::size_t Server::Clients() const {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(connections_, [](const Connection& connection) { return !connection.terminal; }));
 }
 
 void Server::Run(int stopDescriptor) {
@@ -100,6 +119,7 @@ void Server::Run(int stopDescriptor) {
     for (Connection& connection : connections_) {
       EndSilence(connection, now);
       Send(connection, now);
+      EndIdle(connection, now);
     }
     connections_.remove_if([](const Connection& connection) { return !connection.IsOpen(); });
   }
@@ -111,9 +131,13 @@ void Server::Accept(const std::vector<pollfd>& waits) {
     if (((wait++)->revents & POLLIN) == 0) {
       continue;
     }
-    TcpClient client = simulator::Accept(listener);
-    if (client.socket.IsOpen()) {
+    while (Clients() < MostClients) {
+      TcpClient client = simulator::Accept(listener);
+      if (!client.socket.IsOpen()) {
+        break;
+      }
       connections_.push_back({Line::Tcp, std::move(client.socket), nullptr, client.name});
+      connections_.back().lastTraffic = Clock::now();
     }
   }
 }
@@ -141,6 +165,7 @@ void Server::Receive(Connection& connection) {
     return;
   }
   const Time now = Clock::now();
+  connection.lastTraffic = now;
   if (!connection.framer.Waits()) {
     connection.firstByte = now;
   }
@@ -181,6 +206,13 @@ void Server::EndSilence(Connection& connection, Time now) {
   }
 }
 
+void Server::EndIdle(Connection& connection, Time now) const {
+  const std::optional<Time> idle = IdleAt(connection);
+  if (connection.IsOpen() && idle && *idle <= now) {
+    End(connection, Ending::Close);
+  }
+}
+
 void Server::Send(Connection& connection, Time now) {
   while (connection.IsOpen() && !connection.blocked && !connection.queue.empty() &&
          connection.queue.front().due <= now) {
@@ -197,6 +229,7 @@ void Server::Send(Connection& connection, Time now) {
         }
         return;
       }
+      connection.lastTraffic = now;
       next.bytes.erase(next.bytes.begin(), next.bytes.begin() + sent);
       if (!next.bytes.empty()) {
         continue;

@@ -17,7 +17,7 @@ namespace loader::simulator {
 
 namespace {
 
-constexpr int Backlog = 8;
+constexpr int Backlog = SOMAXCONN;
 
 std::string NameOf(const sockaddr_storage& address, socklen_t length) {
   std::array<char, NI_MAXHOST> host{};

@@ -105,9 +105,11 @@ SimulatorSettings SettingsOf(const Options& options) {
 void Serve(const Options& options) {
   const Descriptor stop = StopSignals();
   Simulator simulator(StartRecorder(options), SettingsOf(options));
-  Server server([&](Line line, const std::string& client, std::span<const std::uint8_t> request) {
-    return simulator.Handle(line, client, request);
-  });
+  Server server(
+      [&](Line line, const std::string& client, std::span<const std::uint8_t> request) {
+        return simulator.Handle(line, client, request);
+      },
+      options.idle);
   std::string ready;
   for (const TcpAddress& address : options.tcp) {
     ready += "listening on " + server.ListenOnTcp(address) + "\n";

@@ -256,6 +256,24 @@ TEST_F(TimeChange, TheYearKeepsWhatWasTyped) {
   });
 }
 
+// Only a digit is filled up to two; what is no number is refused as a month is.
+TEST_F(TimeChange, AYearOfOneCharacterThatIsNoDigitIsRefusedAsItIs) {
+  StartOn(Line::Ethernet);
+  for (const char16_t* text : {u" ", u"x", u"-", u".", u"年"}) {
+    Show([&](TimeChangeScreen& screen) {
+      user.Type(screen.txtYear, text);
+      platform.ExpectBox(62200);
+      EXPECT_FALSE(user.Leave(screen.txtYear));
+      EXPECT_EQ(screen.txtYear.text, text);
+      // The click that follows sends no year 00 either.
+      platform.ExpectBox(62500);
+      user.Click(screen.cmdOK);
+    });
+    platform.time.Advance(100); // the guard behind the message
+  }
+  EXPECT_TRUE(recorder.requests.empty());
+}
+
 // A field that is left within the guard behind another field's message is not checked by that.
 TEST_F(TimeChange, ATimeThatPassedItsCheckByIsNeverSent) {
   struct Slip {

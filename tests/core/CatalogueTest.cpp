@@ -29,7 +29,6 @@ protected:
 };
 
 // --- every catalogue
-// ------------------------------------------------------------------------------------------------
 
 struct Expected {
   const char* name;
@@ -133,7 +132,6 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& tested) { return std::string(tested.param.name); });
 
 // --- lists whose order matters
-// --------------------------------------------------------------------------------------
 
 TEST_F(Catalogues, ColoursAreNumberedFrom1) {
   EXPECT_EQ(Utf8Of(ColorNames), (Texts{"", "赤", "青", "紫", "緑", "水色", "黄", "灰色", "藍色", "檜皮",
@@ -296,7 +294,6 @@ TEST_F(Catalogues, NumberListsCountUp) {
 }
 
 // --- units
-// ----------------------------------------------------------------------------------------------------------
 
 const std::map<std::size_t, std::string>& FixedUnitNames() {
   // clang-format off
@@ -392,7 +389,6 @@ TEST_F(Catalogues, EntryInsideTheListIsItsText) {
 }
 
 // --- number tables
-// --------------------------------------------------------------------------------------------------
 
 TEST(ColourOrders, RepeatTheirPeriodOfTen) {
   const std::vector<std::int16_t> a = {1, 2, 3, 4, 11, 10, 5, 6, 8, 9};

@@ -1,5 +1,6 @@
 // The load of the initial settings, and the defaults that depend on the item.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <string>
 #include <vector>
@@ -256,6 +257,14 @@ TEST_F(InitialSettings, AreReadAsWholeFiles) {
   EXPECT_EQ("", ReadWholeFile(platform.folder / "empty"));
   EXPECT_THROW(static_cast<void>(ReadWholeFile(platform.folder / "nowhere")), RunTimeFailure);
   EXPECT_THROW(static_cast<void>(ReadWholeFile(platform.folder)), RunTimeFailure);
+}
+
+TEST_F(InitialSettings, ThatAreAPipeFailAtOnce) {
+  Load("KOV", "1,C,44001,60,1\r\n0,A,0,0,1,0,9\r\n");
+  std::filesystem::remove(platform.folder / "InitSet.Ini");
+  ASSERT_EQ(0, mkfifo((platform.folder / "InitSet.Ini").c_str(), 0600));
+  EXPECT_FALSE(gFLoadInitSetteiData());
+  EXPECT_EQ(1U, ParamStore.size()) << "as it was";
 }
 
 } // namespace

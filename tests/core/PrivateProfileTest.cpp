@@ -1,6 +1,7 @@
 #include "platform/PrivateProfile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <string>
 
@@ -233,6 +234,88 @@ TEST_F(PrivateProfiles, LeaveNoOtherFileBehind) {
     ++entries;
   }
   EXPECT_EQ(3U, entries); // a.ini, b.ini and InitSet.Ini
+}
+
+// --- What the user has made of the file
+
+TEST_F(PrivateProfiles, ThatAreSymbolicLinksStayLinks) {
+  std::filesystem::create_directory(platform.folder / "elsewhere");
+  const std::filesystem::path target = platform.folder / "elsewhere" / "b.ini";
+  platform.WriteFile("elsewhere/b.ini", "[LOADER]\r\nTYPE=1\r\n");
+  for (const std::filesystem::path& link : {target, std::filesystem::path("elsewhere/b.ini")}) {
+    std::filesystem::create_symlink(link, File());
+    const std::string before = Value("TYPE");
+    EXPECT_TRUE(Write("TYPE", before + "0"));
+    EXPECT_TRUE(std::filesystem::is_symlink(File()));
+    EXPECT_EQ(link, std::filesystem::read_symlink(File()));
+    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(target)));
+    EXPECT_EQ("[LOADER]\r\nTYPE=" + before + "0\r\n", platform.ReadFile("elsewhere/b.ini"));
+    std::filesystem::remove(File());
+  }
+}
+
+TEST_F(PrivateProfiles, OfAChainOfLinksKeepEachOfThem) {
+  Given("[LOADER]\r\nTYPE=1\r\n");
+  std::filesystem::create_symlink("a.ini", platform.folder / "b.ini");
+  std::filesystem::create_symlink("b.ini", platform.folder / "c.ini");
+  EXPECT_TRUE(WritePrivateProfileStringA("LOADER", "TYPE", "0", platform.folder / "c.ini"));
+  EXPECT_TRUE(std::filesystem::is_symlink(platform.folder / "b.ini"));
+  EXPECT_TRUE(std::filesystem::is_symlink(platform.folder / "c.ini"));
+  EXPECT_EQ("[LOADER]\r\nTYPE=0\r\n", Bytes());
+}
+
+TEST_F(PrivateProfiles, BehindALinkThatLeadsNowhereYetAreCreatedThere) {
+  std::filesystem::create_symlink("b.ini", File());
+  EXPECT_TRUE(Write("TYPE", "0"));
+  EXPECT_TRUE(std::filesystem::is_symlink(File()));
+  EXPECT_EQ("[LOADER]\r\nTYPE=0\r\n", platform.ReadFile("b.ini"));
+}
+
+TEST_F(PrivateProfiles, OfLinksInACircleCannotBeWritten) {
+  std::filesystem::create_symlink("b.ini", File());
+  std::filesystem::create_symlink("a.ini", platform.folder / "b.ini");
+  EXPECT_EQ("ERROR", Value("TYPE"));
+  EXPECT_FALSE(Write("TYPE", "0"));
+  EXPECT_TRUE(std::filesystem::is_symlink(File()));
+}
+
+TEST_F(PrivateProfiles, ThatWereMadeReadOnlyStayAsTheyAre) {
+  using std::filesystem::perms;
+  Given("[LOADER]\r\nTYPE=1\r\n");
+  const perms readOnly = perms::owner_read | perms::group_read | perms::others_read;
+  std::filesystem::permissions(File(), readOnly);
+  EXPECT_FALSE(Write("TYPE", "0"));
+  EXPECT_EQ("1", Value("TYPE"));
+  EXPECT_EQ(readOnly, std::filesystem::status(File()).permissions());
+  EXPECT_FALSE(std::filesystem::exists(platform.folder / "a.ini.new"));
+  // Through a link as well.
+  std::filesystem::create_symlink("a.ini", platform.folder / "b.ini");
+  EXPECT_FALSE(WritePrivateProfileStringA("LOADER", "TYPE", "0", platform.folder / "b.ini"));
+  EXPECT_EQ("1", Value("TYPE"));
+}
+
+TEST_F(PrivateProfiles, KeepTheirPermissions) {
+  using std::filesystem::perms;
+  Given("[LOADER]\r\nTYPE=1\r\n");
+  const perms mine = perms::owner_read | perms::owner_write;
+  std::filesystem::permissions(File(), mine);
+  EXPECT_TRUE(Write("TYPE", "0"));
+  EXPECT_EQ(mine, std::filesystem::status(File()).permissions());
+}
+
+// A pipe has no end to be read to and nobody who takes what is written: neither may be waited for.
+TEST_F(PrivateProfiles, ThatArePipesHoldNothingAndCannotBeWritten) {
+  ASSERT_EQ(0, mkfifo(File().c_str(), 0600));
+  EXPECT_EQ("ERROR", Value("TYPE"));
+  EXPECT_FALSE(Write("TYPE", "0"));
+  EXPECT_TRUE(std::filesystem::is_fifo(File()));
+}
+
+TEST_F(PrivateProfiles, AreNotWrittenThroughAPipeBesideThem) {
+  Given("[LOADER]\r\nTYPE=1\r\n");
+  ASSERT_EQ(0, mkfifo((platform.folder / "a.ini.new").c_str(), 0600));
+  EXPECT_FALSE(Write("TYPE", "0"));
+  EXPECT_EQ("1", Value("TYPE"));
 }
 
 } // namespace

@@ -77,7 +77,6 @@ TEST(TextTable, OffsetFromAnIdIsChecked) {
 }
 
 // --- counted ranges
-// -------------------------------------------------------------------------------------------------
 
 struct CountedRange {
   int first;
@@ -114,7 +113,6 @@ INSTANTIATE_TEST_SUITE_P(
     });
 
 // --- texts that code and user rely on
-// -------------------------------------------------------------------------------
 
 struct NamedText {
   int id;
@@ -227,7 +225,6 @@ INSTANTIATE_TEST_SUITE_P(
     NameById);
 
 // --- placeholders
-// ---------------------------------------------------------------------------------------------------
 
 TEST(TextTable, TextsHoldThePlaceholdersThatAreReplacedInThem) {
   const std::map<int, std::vector<std::u16string_view>> placeholders = {
@@ -272,7 +269,6 @@ TEST(TextTable, TextsHoldThePlaceholdersThatAreReplacedInThem) {
 }
 
 // --- column runs
-// ----------------------------------------------------------------------------------------------------
 
 struct Column {
   std::string upper;

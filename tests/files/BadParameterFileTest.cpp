@@ -2,6 +2,8 @@
 // store's shape.
 #include "tests/files/ParameterFileSupport.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <random>
 
@@ -51,6 +53,27 @@ TEST_F(BadFiles, ThatAreNotThereFail) {
 
 TEST_F(BadFiles, ThatAreFoldersFail) {
   EXPECT_FALSE(gFLoadParamFile(platform.folder));
+}
+
+// Nobody writes at its other end: opening it would wait for ever.
+TEST_F(BadFiles, ThatArePipesFail) {
+  const std::filesystem::path pipe = platform.folder / "pipe.KOV";
+  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  EXPECT_FALSE(gFLoadParamFile(pipe));
+  std::filesystem::create_symlink(pipe, platform.folder / "link.KOV");
+  EXPECT_FALSE(gFLoadParamFile(platform.folder / "link.KOV"));
+}
+
+TEST_F(BadFiles, ThatAreDevicesFail) {
+  EXPECT_FALSE(gFLoadParamFile("/dev/zero")); // without end
+  EXPECT_FALSE(gFLoadParamFile("/dev/null"));
+}
+
+TEST_F(BadFiles, ThatAreLinksToGoodOnesLoad) {
+  platform.WriteFile("good.KOV", "LOADER ,V210\r\nC00TAG ,LINK\r\n");
+  std::filesystem::create_symlink("good.KOV", platform.folder / "link.KOV");
+  EXPECT_TRUE(gFLoadParamFile(platform.folder / "link.KOV"));
+  EXPECT_EQ("LINK", Text("C", 0, "TAG"));
 }
 
 TEST_F(BadFiles, WithoutANameFail) {

@@ -1,6 +1,8 @@
 // Open and Save, from the file dialog to the screen.
 #include "tests/files/ParameterFileSupport.h"
 
+#include <sys/stat.h>
+
 #include "core/TextTable.h"
 #include "core/modIni.h"
 #include "core/modIniReadWrite.h"
@@ -278,6 +280,23 @@ TEST_F(ParameterFlows, SaveAndOpenUnderAJapaneseName) {
   Choose("設定 表.KOV");
   Open();
   EXPECT_EQ(9, Number("C", 0, "FILT"));
+}
+
+// --- What is no file at all
+
+TEST_F(ParameterFlows, ThatMeetAPipeOrAFolderSayAtOnceThatTheyFailed) {
+  ASSERT_EQ(0, mkfifo((platform.folder / "pipe.KOV").c_str(), 0600));
+  std::filesystem::create_directory(platform.folder / "folder.KOV");
+  for (const char* name : {"pipe.KOV", "folder.KOV"}) {
+    Choose(name);
+    platform.ExpectBox(11003);
+    Open();
+    Choose(name);
+    platform.ExpectBox(11002);
+    SaveParameterFile();
+  }
+  EXPECT_EQ(4U, platform.boxes.shown.size());
+  EXPECT_EQ(2, refreshes);
 }
 
 } // namespace

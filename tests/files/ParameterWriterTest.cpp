@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <fstream>
@@ -140,9 +141,33 @@ TEST_F(ParameterFiles, AreNotSavedUnderAnEmptyName) {
   EXPECT_FALSE(gFSaveParamFile({}));
 }
 
-TEST_F(ParameterFiles, FailToSaveWhenTheHeadCannotBeWritten) {
+TEST_F(ParameterFiles, AreNotSavedToADevice) {
   ASSERT_TRUE(std::ofstream("/dev/full").is_open()) << "a device that is always full";
   EXPECT_FALSE(gFSaveParamFile("/dev/full"));
+  ASSERT_TRUE(std::ofstream("/dev/null").is_open());
+  EXPECT_FALSE(gFSaveParamFile("/dev/null")) << "nothing would be kept";
+}
+
+// Nobody reads at its other end: opening it would wait for ever.
+TEST_F(ParameterFiles, AreNotSavedToAPipe) {
+  const std::filesystem::path pipe = platform.folder / "pipe.KOV";
+  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  EXPECT_FALSE(gFSaveParamFile(pipe));
+  std::filesystem::create_symlink("pipe.KOV", platform.folder / "link.KOV");
+  EXPECT_FALSE(gFSaveParamFile(platform.folder / "link.KOV"));
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST_F(ParameterFiles, AreSavedThroughALink) {
+  const std::string whole = Saved();
+  platform.WriteFile("file.KOV", "old");
+  std::filesystem::create_symlink("file.KOV", platform.folder / "link.KOV");
+  std::filesystem::create_symlink("new.KOV", platform.folder / "link to a new one.KOV");
+  EXPECT_TRUE(gFSaveParamFile(platform.folder / "link.KOV"));
+  EXPECT_TRUE(gFSaveParamFile(platform.folder / "link to a new one.KOV"));
+  EXPECT_TRUE(std::filesystem::is_symlink(platform.folder / "link.KOV"));
+  EXPECT_EQ(whole, platform.ReadFile("file.KOV"));
+  EXPECT_EQ(whole, platform.ReadFile("new.KOV"));
 }
 
 // No file grows above the limit while this lives; writing more fails as on a full disk.
@@ -165,6 +190,11 @@ private:
   rlimit before_{};
   void (*handler_)(int) = nullptr;
 };
+
+TEST_F(ParameterFiles, FailToSaveWhenTheHeadCannotBeWritten) {
+  const FullDisk disk(5);
+  EXPECT_FALSE(gFSaveParamFile(platform.folder / "short.KOV"));
+}
 
 // Deliberate: from the first parameter on the writer ignores failures.
 TEST_F(ParameterFiles, AreShortenedWithoutAWordWhenTheDiskFills) {

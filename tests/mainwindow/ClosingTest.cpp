@@ -327,5 +327,68 @@ TEST_F(ReadingWindow, ShowsWhatWasRead) {
   EXPECT_EQ("55", TextOf(Field("txtAlarmHist")));
 }
 
+// --- What looks free during an exchange
+
+TEST_F(ReadingWindow, KeepsTheOpenButtonDisabledThroughAPageChange) {
+  bool seen = false;
+  recorder.onRequest = [&](int request) {
+    if (request != 5) {
+      return;
+    }
+    seen = true;
+    for (const int page : {RecorderPage, DisplayPage, ChannelPage}) {
+      EXPECT_TRUE(user.ChoosePage(Window().tbsParameter, page));
+      EXPECT_FALSE(Window().V(1).enabled) << page;
+      EXPECT_TRUE(Window().V(4).enabled) << page;
+    }
+  };
+  platform.ExpectBox(20104);
+  user.Click(Window().btnRegRead);
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(Window().V(1).enabled);
+}
+
+// A page change in this phase must not leave the button disabled when no link comes to stand.
+TEST_F(ReadingWindow, OffersTheOpenButtonAgainAfterAPageChangeWithoutALink) {
+  platform.socket.connectDelay = -1;
+  platform.time.After(1000, [&] { user.ChoosePage(Window().tbsParameter, RecorderPage); });
+  platform.ExpectBox(20104);
+  platform.boxes.Expect(u"タイムアウトエラー");
+  user.Click(Window().btnRegRead);
+  EXPECT_EQ(RecorderPage, Window().tbsParameter.current);
+  EXPECT_TRUE(Window().V(1).enabled);
+}
+
+// The list stays enabled while the recorder stores its settings.
+TEST_F(ReadingWindow, PutsAModelBackThatIsPickedWhileTheSettingsAreStored) {
+  bool seen = false;
+  recorder.onRequest = [&](int) {
+    seen = true;
+    platform.boxes.Expect(Refusal);
+    EXPECT_TRUE(user.Choose(Window().cmbType, 1));
+    EXPECT_EQ(0, Window().cmbType.index);
+    platform.ExpectBox(62702);
+  };
+  platform.ExpectBox(20108);
+  user.Click(Window().cmdFIX);
+  EXPECT_TRUE(seen);
+  EXPECT_EQ("KOV", ModelCode);
+  EXPECT_EQ(3U, platform.boxes.shown.size());
+}
+
+TEST_F(ReadingWindow, PutsAModelBackThatIsPickedBeforeTheStoringHasItsLink) {
+  platform.socket.connectDelay = 2000;
+  platform.time.After(1000, [&] {
+    platform.boxes.Expect(Refusal);
+    EXPECT_TRUE(user.Choose(Window().cmbType, 1));
+    EXPECT_EQ(0, Window().cmbType.index);
+    platform.ExpectBox(62702);
+  });
+  platform.ExpectBox(20108);
+  user.Click(Window().cmdFIX);
+  EXPECT_EQ("KOV", ModelCode);
+  EXPECT_EQ(3U, platform.boxes.shown.size());
+}
+
 } // namespace
 } // namespace loader::test

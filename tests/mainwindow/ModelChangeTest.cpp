@@ -204,11 +204,13 @@ TEST_F(ModelChange, AsksForRugAlthoughItIsTheModelUnderANumberAboveTheList) {
   EXPECT_EQ(5, SavedType());
 }
 
-TEST_F(ModelChange, CancelLeavesTheListWhereTheSavedRowDoesNotExist) {
+// The list has no such row: it shows the model in force.
+TEST_F(ModelChange, CancelShowsTheModelInForceWhereTheSavedRowDoesNotExist) {
   OpenWithType("5");
   Pick(0, BoxAnswer::Cancel);
-  EXPECT_EQ(0, Window().cmbType.index);
+  EXPECT_EQ(1, Window().cmbType.index);
   EXPECT_EQ("RUG", ModelCode);
+  EXPECT_EQ(5, SavedType());
 }
 
 TEST_F(ModelChange, TakesRugOnceMoreUnderANumberAboveTheList) {
@@ -259,6 +261,37 @@ TEST_F(ModelChange, IsNotOfferedDuringAnExchange) {
   EXPECT_FALSE(user.Choose(Window().cmbType, 1));
   EXPECT_EQ("KOV", ModelCode);
 }
+
+// --- A file that has lost its model while the program ran
+
+struct LostModel {
+  const char* name;
+  const char* model;
+  const char* file; // LOADER.INI by then; nullptr: it is gone
+};
+void PrintTo(const LostModel& lost, std::ostream* out) {
+  *out << lost.name;
+}
+class ModelChangeOverALostType : public ModelChange, public testing::WithParamInterface<LostModel> {};
+TEST_P(ModelChangeOverALostType, CancelShowsTheModelInForce) {
+  Open(GetParam().model);
+  const int inForce = Window().cmbType.index;
+  if (GetParam().file == nullptr) {
+    std::filesystem::remove(LoaderIniPath());
+  } else {
+    platform.WriteFile("LOADER.INI", GetParam().file);
+  }
+  Pick(1 - inForce, BoxAnswer::Cancel);
+  EXPECT_EQ(inForce, Window().cmbType.index);
+  EXPECT_EQ(GetParam().model, ModelCode);
+}
+INSTANTIATE_TEST_SUITE_P(Files, ModelChangeOverALostType,
+                         testing::Values(LostModel{"KovKeyGone", "KOV", "[LOADER]\r\nCOM=0\r\n"},
+                                         LostModel{"RugKeyGone", "RUG", "[LOADER]\r\nCOM=0\r\n"},
+                                         LostModel{"RugNoNumber", "RUG", "[LOADER]\r\nTYPE=x\r\n"},
+                                         LostModel{"RugFileGone", "RUG", nullptr},
+                                         LostModel{"KovNumberAboveTheList", "KOV", "[LOADER]\r\nTYPE=5\r\n"}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace
 } // namespace loader::test

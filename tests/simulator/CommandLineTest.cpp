@@ -127,9 +127,10 @@ TEST(CommandLine, RefusesWrongValues) {
 
 TEST(CommandLineHelp, NamesEveryOptionAndEveryKindOfFault) {
   const std::string help = HelpText();
-  for (const char* option : {"--help", "--model", "--firmware", "--station", "--recording", "--computing",
-                             "--tcp", "--rtu", "--pace", "--turnaround", "--load", "--save", "--dump",
-                             "--pattern", "--shape", "--trace", "--fault", "--seed", "--late"}) {
+  for (const char* option :
+       {"--help",  "--model", "--firmware",   "--station", "--recording", "--computing", "--tcp",
+        "--rtu",   "--pace",  "--turnaround", "--load",    "--save",      "--dump",      "--pattern",
+        "--shape", "--trace", "--fault",      "--seed",    "--late",      "--idle"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
   for (const FaultKindRow& row : FaultKinds()) {
@@ -137,6 +138,13 @@ TEST(CommandLineHelp, NamesEveryOptionAndEveryKindOfFault) {
   }
   EXPECT_TRUE(Parse({"--help"}).help);
   EXPECT_TRUE(Parse({"-h"}).help);
+}
+
+TEST(CommandLine, TakesTheTimeAfterWhichAnIdleClientIsDropped) {
+  EXPECT_EQ(Parse({}).idle, 60s);
+  EXPECT_EQ(Parse({"--idle", "5"}).idle, 5s);
+  EXPECT_EQ(Parse({"--idle", "0"}).idle, 0s);
+  EXPECT_THAT(Refusal({"--idle", "-1"}), HasSubstr("is not a whole number from 0 to 86400"));
 }
 
 } // namespace

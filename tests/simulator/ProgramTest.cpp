@@ -7,6 +7,7 @@
 
 #include "simulator/MemoryFile.h"
 #include "simulator/ReplyPlan.h"
+#include "simulator/Server.h"
 #include "tests/simulator/Clients.h"
 #include "tests/simulator/RunningSimulator.h"
 #include "tests/simulator/TestRecorder.h"
@@ -398,6 +399,62 @@ TEST(Program, DumpsItsWorkingMemoryAtTheEnd) {
   FillUnused(expected.map, 0xA55A, expected.memory);
   expected.memory.At(44009) = 5;
   EXPECT_TRUE(ContentOf(folder / "dump.txt") == DumpText(expected.memory));
+}
+
+// --- Many clients, and idle ones
+
+const Bytes ReadIdentity = {0, 1, 0, 0, 0, 6, 1, 4, 0, 0, 0, 2};
+const Bytes IdentityReply = {0, 1, 0, 0, 0, 7, 1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56};
+
+std::vector<RawClient> Connect(const RunningSimulator& simulator, std::size_t count) {
+  std::vector<RawClient> clients;
+  for (std::size_t i = 0; i < count; ++i) {
+    clients.push_back(RawClient::Tcp(simulator.Port()));
+  }
+  return clients;
+}
+
+TEST(Program, ServesTwoHundredClientsAtATime) {
+  const RunningSimulator simulator({"--tcp", "0"});
+  std::vector<RawClient> clients = Connect(simulator, 200);
+  for (int round = 0; round < 2; ++round) {
+    for (RawClient& client : clients) {
+      client.Send(ReadIdentity);
+    }
+    for (std::size_t i = 0; i < clients.size(); ++i) {
+      ASSERT_EQ(clients[i].Receive(IdentityReply.size()), IdentityReply) << i;
+    }
+  }
+}
+
+TEST(Program, DropsAnIdleClientAndNoneThatWaitsForAReply) {
+  const RunningSimulator simulator({"--tcp", "0", "--idle", "1", "--fault", "late@1", "--late", "1800"});
+  RawClient waiting = RawClient::Tcp(simulator.Port());
+  waiting.Send(ReadIdentity);
+  RawClient idle = RawClient::Tcp(simulator.Port());
+
+  EXPECT_TRUE(idle.ReceiveToEnd().empty());
+  EXPECT_FALSE(idle.WasReset());
+  EXPECT_EQ(waiting.Receive(IdentityReply.size()), IdentityReply);
+  EXPECT_TRUE(waiting.ReceiveToEnd().empty()) << "idle by now";
+}
+
+TEST(Program, ServesAClientThatWaitsForAPlaceOnceIdleOnesHaveGone) {
+  const RunningSimulator simulator({"--tcp", "0", "--idle", "1"});
+  const std::vector<RawClient> idle = Connect(simulator, MostClients);
+  RawClient late = RawClient::Tcp(simulator.Port());
+  late.Send(ReadIdentity);
+  EXPECT_EQ(late.Receive(IdentityReply.size()), IdentityReply);
+}
+
+TEST(Program, NeverDropsAnRtuLine) {
+  const TestFolder folder;
+  const RunningSimulator simulator({"--tcp", "0", "--rtu", folder / "COM1", "--idle", "1"}, 2);
+  const ModbusClient rtu = ConnectRtu(folder / "COM1");
+  RawClient idle = RawClient::Tcp(simulator.Port());
+  EXPECT_TRUE(idle.ReceiveToEnd().empty()); // the line has been idle for longer by now
+  std::uint16_t value = 0;
+  EXPECT_EQ(modbus_read_registers(rtu.get(), 100, 1, &value), 1);
 }
 
 } // namespace
