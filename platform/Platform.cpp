@@ -27,6 +27,10 @@ bool AskOkCancel(std::u16string_view text, std::u16string_view title) {
   return ThePlatform().boxes.Show(text, BoxButtons::OkCancel, BoxIcon::None, title) == BoxAnswer::Ok;
 }
 
+bool AskBeforeLoss(std::u16string_view text) {
+  return ThePlatform().boxes.AskBeforeLoss(text) == BoxAnswer::Ok;
+}
+
 void DoEvents() {
   ThePlatform().eventLoop.DoEvents();
 }
