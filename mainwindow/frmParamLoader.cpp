@@ -148,7 +148,7 @@ void ChangeModel(ParamLoaderScreen& window) {
     return;
   }
   // A new model would pull the store from under a flow whose link is still being opened.
-  if (window.flowUnderWay || !AskOkCancel(LoadText(11016))) {
+  if (window.flowUnderWay || !AskBeforeLoss(LoadText(11016))) {
     if (saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size())) {
       window.cmbType.index = *saved;
     }
