@@ -152,6 +152,7 @@ struct Grid : Control {
   int Row = 0; // the current cell
   int Col = 0;
   int RowSel = 0; // the row at the other end of the selection; follows Row
+  int TipCol = -1; // the column that tells a row while its heading is all that is seen of it; -1: none
   // While false nothing is drawn; the binder shows the whole change when it is true again.
   bool Redraw = true;
   Handler onClick;
