@@ -16,6 +16,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -45,6 +46,8 @@ struct Binding {
   std::u16string text{};
   bool hasBackColour = false;
   Colour backColour = 0;
+  // What the binding has made beside the widget: it goes when record and widget are cut apart.
+  std::vector<QPointer<QObject>> helpers{};
 };
 
 class Binder final : public QObject {
@@ -85,6 +88,8 @@ private:
   // Ties the records that have no widget yet to the widgets of a form: the window's or a page's.
   void BindForm(QWidget& form);
   void Bind(Control& control, QObject& object);
+  void Watch(QObject& object, Binding& binding);
+  void Leave(QObject& object);
   void FindPages();
   void WatchPages();
   // True when a page was made.
@@ -97,7 +102,7 @@ private:
   const FormMaker& makePage_;
   std::vector<std::string>& missing_;
   std::vector<Control*> unbound_;
-  std::vector<std::pair<const QTabWidget*, int>> shownPages_;
+  std::vector<std::pair<QTabWidget*, int>> shownPages_;
   std::vector<QScrollArea*> latePages_; // still empty
   std::deque<Binding> bindings_;        // fixed addresses
   std::unordered_map<const QObject*, Binding*> byObject_;

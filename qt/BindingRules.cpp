@@ -293,11 +293,12 @@ void ShowFrame(Binding& binding) {
 }
 
 // Ctrl+Tab from wherever the keyboard is: some widgets keep the key from their page.
-void StepThroughPages(UserInterface& userInterface, Binding& binding, int key, int step) {
+void StepThroughPages(UserInterface& userInterface, QObject& binder, Binding& binding, int key, int step) {
   auto& pages = RecordOf<TabPages>(binding);
   auto& tabs = WidgetAs<QTabWidget>(binding);
   auto* shortcut = new QShortcut(QKeySequence(key), tabs.window());
-  QObject::connect(shortcut, &QShortcut::activated, &tabs, [&userInterface, &pages, &tabs, step] {
+  binding.helpers.emplace_back(shortcut);
+  QObject::connect(shortcut, &QShortcut::activated, &binder, [&userInterface, &pages, &tabs, step] {
     const int count = tabs.count();
     for (int distance = 1; distance < count; ++distance) {
       const int page = (tabs.currentIndex() + distance * step + distance * count) % count;
@@ -317,8 +318,8 @@ void ListenToPages(UserInterface& userInterface, QObject& binder, Binding& bindi
                      userInterface.Act(
                          pages, [&] { pages.current = page; }, pages.onChange);
                    });
-  StepThroughPages(userInterface, binding, QKeyCombination(Qt::CTRL, Qt::Key_Tab).toCombined(), 1);
-  StepThroughPages(userInterface, binding,
+  StepThroughPages(userInterface, binder, binding, QKeyCombination(Qt::CTRL, Qt::Key_Tab).toCombined(), 1);
+  StepThroughPages(userInterface, binder, binding,
                    QKeyCombination(Qt::CTRL | Qt::SHIFT, Qt::Key_Backtab).toCombined(), -1);
 }
 
