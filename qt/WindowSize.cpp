@@ -18,8 +18,7 @@ QMargins FrameOf(const QWidget& window) {
     return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
             outer.bottom() - inner.bottom()};
   }
-  const int side = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
-  return {side, window.style()->pixelMetric(QStyle::PM_TitleBarHeight) + side, side, side};
+  return {0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0};
 }
 
 } // namespace
