@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 
+#include "qt/FocusMark.h"
+
 namespace loader {
 
 namespace {
@@ -69,11 +71,11 @@ void ListBoxView::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// A style marks the focus only while the user goes about by the Tab key.
-void ListBoxView::initStyleOption(QStyleOptionComboBox* option) const {
-  QComboBox::initStyleOption(option);
+// A style marks the focus only while the user goes about by the Tab key, and in a dark palette hardly.
+void ListBoxView::paintEvent(QPaintEvent* event) {
+  QComboBox::paintEvent(event);
   if (hasFocus()) {
-    option->state |= QStyle::State_KeyboardFocusChange;
+    PaintFocusMark(*this);
   }
 }
 

@@ -27,7 +27,7 @@ public:
 
 protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void initStyleOption(QStyleOptionComboBox* option) const override;
+  void paintEvent(QPaintEvent* event) override;
 
 private:
   [[nodiscard]] QSize SizeFor(int margin) const;

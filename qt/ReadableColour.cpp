@@ -22,19 +22,19 @@ int LumaOf(const QColor& colour) {
   return (299 * colour.red() + 587 * colour.green() + 114 * colour.blue()) / 1000;
 }
 
-// The nearest colour of the same hue on which the text can be read.
-QColor MovedAwayFrom(const QColor& text, const QColor& back) {
-  const int step = LumaOf(text) > LumaOf(back) ? -1 : 1;
-  QColor shown = back;
-  for (int lightness = back.lightness(); lightness >= 0 && lightness <= 255; lightness += step) {
-    const QColor moved = QColor::fromHsl(back.hslHue(), back.hslSaturation(), lightness);
+// The nearest colour of the same hue that differs enough from another one.
+QColor MovedAwayFrom(const QColor& other, const QColor& colour, double contrast) {
+  const int step = LumaOf(other) > LumaOf(colour) ? -1 : 1;
+  QColor shown = colour;
+  for (int lightness = colour.lightness(); lightness >= 0 && lightness <= 255; lightness += step) {
+    const QColor moved = QColor::fromHsl(colour.hslHue(), colour.hslSaturation(), lightness);
     shown = QColor(moved.rgb()); // in eight bits, as it is painted
-    if (ContrastOf(text, shown) >= ReadableContrast) {
+    if (ContrastOf(other, shown) >= contrast) {
       break;
     }
   }
-  // Between the two there was no room: a text of a middle gray.
-  return ContrastOf(text, shown) < ReadableContrast ? ReadableOn(text) : shown;
+  // On that side of a middle gray there may be no room.
+  return ContrastOf(other, shown) < contrast ? ReadableOn(other) : shown;
 }
 
 } // namespace
@@ -64,10 +64,17 @@ QPalette WithReadableSelection(QPalette palette) {
     const QColor text = palette.color(group, QPalette::HighlightedText);
     const QColor back = palette.color(group, QPalette::Highlight);
     if (ContrastOf(text, back) < ReadableContrast) {
-      palette.setColor(group, QPalette::Highlight, MovedAwayFrom(text, back));
+      palette.setColor(group, QPalette::Highlight, MovedAwayFrom(text, back, ReadableContrast));
     }
   }
   return palette;
+}
+
+QColor FocusColour(const QPalette& palette) {
+  const QColor around = palette.color(QPalette::Active, QPalette::Window);
+  const QColor selection = palette.color(QPalette::Active, QPalette::Highlight);
+  return ContrastOf(around, selection) >= VisibleContrast ? selection
+                                                          : MovedAwayFrom(around, selection, VisibleContrast);
 }
 
 } // namespace loader

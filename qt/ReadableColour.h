@@ -10,6 +10,8 @@ namespace loader {
 
 // What text and its background have to differ by at least.
 constexpr double ReadableContrast = 4.5;
+// What a line that tells something and what is around it have to differ by at least.
+constexpr double VisibleContrast = 3;
 
 [[nodiscard]] inline QColor ToColour(Colour colour) {
   return QColor::fromRgb(static_cast<QRgb>(colour));
@@ -29,5 +31,9 @@ constexpr double ReadableContrast = 4.5;
 // The palette with a selection whose text can be read: where a theme's is too faint, its background moves
 // away from the text, in its own hue.
 [[nodiscard]] QPalette WithReadableSelection(QPalette palette);
+
+// The line around what has the keyboard: the selection's colour, moved away from the window's where it is too
+// near.
+[[nodiscard]] QColor FocusColour(const QPalette& palette);
 
 } // namespace loader

@@ -7,6 +7,7 @@
 #include "qt/Application.h"
 #include "qt/GridView.h"
 #include "qt/HeadingView.h"
+#include "qt/ListBoxView.h"
 #include "qt/ReadableColour.h"
 #include "tests/qt/SampleForms.h"
 
@@ -149,6 +150,17 @@ TEST(ReadableOn, AnyShade) {
     const QColor shade = ShadeOn(QColor(gray, gray, gray), QColor(0x40, 0x40, 0x40));
     EXPECT_GE(ContrastOf(ReadableOn(shade), shade), 4.5) << gray;
   }
+}
+
+// The line around a list that has the keyboard, as it is drawn.
+TEST_P(ThemeOf, ShowsTheFocusOfAList) {
+  UsePalette(PaletteOf(GetParam()));
+  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON"});
+  ShowSample();
+  auto& list = Find<ListBoxView>("cmbKind");
+  list.setFocus(Qt::MouseFocusReason);
+  const QColor drawn = list.grab().toImage().pixelColor(0, list.height() / 2);
+  EXPECT_GE(ContrastOf(drawn, QColor(GetParam().window)), 3);
 }
 
 // the font
