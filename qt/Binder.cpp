@@ -115,11 +115,11 @@ void Binder::Release() {
     if (const auto* tabs = qobject_cast<const QTabWidget*>(&binding.object)) {
       Leave(*tabs->tabBar());
     }
-    for (const QPointer<QObject>& helper : binding.helpers) {
-      if (helper != nullptr) {
-        Leave(*helper);
-        helper->deleteLater(); // it may be the one that has closed the screen
-      }
+  }
+  for (const QPointer<QObject>& helper : helpers_) {
+    if (helper != nullptr) {
+      Leave(*helper);
+      helper->deleteLater(); // it may be the one that has closed the screen
     }
   }
   byObject_.clear();

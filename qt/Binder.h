@@ -46,8 +46,6 @@ struct Binding {
   std::u16string text{};
   bool hasBackColour = false;
   Colour backColour = 0;
-  // What the binding has made beside the widget: it goes when record and widget are cut apart.
-  std::vector<QPointer<QObject>> helpers{};
 };
 
 class Binder final : public QObject {
@@ -62,6 +60,8 @@ public:
 
   // Cuts widgets and records apart for good: the screen has closed, and its records may go before the form.
   void Release();
+  // An object that was made beside a widget, to reach its record: it goes when they are cut apart.
+  void GoesWithRecords(QObject& helper) { helpers_.emplace_back(&helper); }
   // Shows what differs between the records and what the widgets were given, and makes the page that is shown
   // if it isn't there yet. Focus requests stay.
   void RefreshWidgets();
@@ -105,6 +105,7 @@ private:
   std::vector<std::pair<QTabWidget*, int>> shownPages_;
   std::vector<QScrollArea*> latePages_; // still empty
   std::deque<Binding> bindings_;        // fixed addresses
+  std::vector<QPointer<QObject>> helpers_;
   std::unordered_map<const QObject*, Binding*> byObject_;
   std::unordered_map<const Control*, Binding*> byControl_;
 };

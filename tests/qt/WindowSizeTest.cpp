@@ -96,6 +96,21 @@ TEST_F(WindowSizeTest, ALongMessageIsShownWholeInLinesOfWholeWords) {
   ShowMessage(text);
 }
 
+TEST_F(WindowSizeTest, AMessageInLargePrintIsNotCut) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSizeF(3 * before.pointSizeF());
+  QApplication::setFont(large);
+  ShowSample();
+  const std::u16string text(LoadText(62701));
+  boxes.Expect(text, BoxAnswer::Ok, [&](QMessageBox& box) {
+    EXPECT_EQ(ToQt(text), ShownLines(box).join(QString()));
+    EXPECT_TRUE(FreeArea(box).contains(box.frameGeometry()));
+  });
+  ShowMessage(text);
+  QApplication::setFont(before);
+}
+
 TEST_F(WindowSizeTest, AShortMessageIsOneLine) {
   ShowSample();
   boxes.Expect(std::u16string(LoadText(20102)), BoxAnswer::Ok,
