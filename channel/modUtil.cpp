@@ -34,10 +34,6 @@ std::u16string ValuePicture(std::int32_t value, int position) {
   return text;
 }
 
-constexpr bool IsDigit(char character) {
-  return character >= '0' && character <= '9';
-}
-
 std::size_t DigitsAt(std::string_view text, std::size_t at) {
   std::size_t end = at;
   while (end < text.size() && IsDigit(text[end])) {

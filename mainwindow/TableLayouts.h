@@ -44,6 +44,9 @@ void LayOutTable(Grid& grid, int dataRows, int cols, TextId firstColumnWidth,
 // The mail trigger table, whose columns have no number in their run.
 void LayOutMailTable(Grid& grid, int triggers);
 
+// タグNo.1, in both tables of channels.
+constexpr int TagColumn = 2;
+
 // Columns that exist for model KOV only, by table.
 constexpr int ChannelLogColumn = 14;
 constexpr int ChannelResetInputColumn = 38;

@@ -17,6 +17,7 @@
 #include "files/ParameterFile.h"
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/SettingsPages.h"
+#include "mainwindow/TableLayouts.h"
 #include "mainwindow/frmAbout.h"
 
 namespace loader {
@@ -166,7 +167,7 @@ void ChangeModel(ParamLoaderScreen& window) {
     PutModelBack(window, saved);
     return;
   }
-  if (!AskOkCancel(LoadText(11016))) {
+  if (!AskBeforeLoss(LoadText(11016))) {
     PutModelBack(window, saved);
     return;
   }
@@ -292,6 +293,9 @@ void TieTables(ParamLoaderScreen& window) {
   // Headings of two rows.
   window.fgrCh.FixedRows = 2;
   window.fgrOperationChSet.FixedRows = 2;
+  // The tag tells a channel whose cells have been scrolled to the side.
+  window.fgrCh.TipCol = TagColumn;
+  window.fgrOperationChSet.TipCol = TagColumn;
 }
 
 // One flow at a time. A flow disables its controls when its link stands; while a recorder that does not

@@ -15,15 +15,11 @@ namespace {
 
 constexpr char AnyDigit = '#';
 
-constexpr bool IsDigit(char character) {
-  return character >= '0' && character <= '9';
-}
-
 // Whether the tag is the pattern, or one of the family that it stands for.
 constexpr bool IsOf(std::string_view tag, std::string_view pattern) {
   return tag.size() == pattern.size() &&
          std::equal(tag.begin(), tag.end(), pattern.begin(), [](char own, char wanted) {
-           return own == wanted || (wanted == AnyDigit && IsDigit(own));
+           return own == wanted || (wanted == AnyDigit && IsDigit(static_cast<char16_t>(own)));
          });
 }
 

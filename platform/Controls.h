@@ -5,9 +5,9 @@
 // element n of a control array is named "cmbDI(n)". The binder of the user interface ties each record to a
 // widget by that name; a test drives the records alone.
 //
-// Handlers run on what the user does. Three operations run the handler also when the program does it, because
-// rules of the screens depend on it: SelectRow of a list, SelectPage of the pages. Setting any other field
-// runs nothing.
+// Handlers run on what the user does. Two operations run the handler also when the program does it, because
+// rules of the screens depend on it: SelectRow of a list and SelectPage of the pages. Setting a field of a
+// record runs nothing.
 #pragma once
 
 #include <cstdint>
@@ -151,7 +151,8 @@ struct Grid : Control {
   int FixedCols = 1;
   int Row = 0; // the current cell
   int Col = 0;
-  int RowSel = 0; // the row at the other end of the selection; follows Row
+  int RowSel = 0;  // the row at the other end of the selection; follows Row
+  int TipCol = -1; // the column that tells a row while its heading is all that is seen of it; -1: none
   // While false nothing is drawn; the binder shows the whole change when it is true again.
   bool Redraw = true;
   Handler onClick;

@@ -31,6 +31,10 @@ double MeasureTextWidth(std::u16string_view text) {
   return ThePlatform().screens.TextWidth(text);
 }
 
+bool AskBeforeLoss(std::u16string_view text) {
+  return ThePlatform().boxes.AskBeforeLoss(text) == BoxAnswer::Ok;
+}
+
 void DoEvents() {
   ThePlatform().eventLoop.DoEvents();
 }

@@ -25,6 +25,10 @@ struct MessageBoxes {
   // Modal; the event loop runs while it is shown. An empty title is the application's default title.
   virtual BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon,
                          std::u16string_view title) = 0;
+  // A question with OK and Cancel whose OK throws something away: Enter answers Cancel.
+  virtual BoxAnswer AskBeforeLoss(std::u16string_view text) {
+    return Show(text, BoxButtons::OkCancel, BoxIcon::None, {});
+  }
 };
 
 // The state of a file dialog. ShowOpen and ShowSave return 0 with FileName (the whole path) and FileTitle
@@ -119,6 +123,8 @@ void SetPlatform(Platform* platform);
 void ShowMessage(std::u16string_view text, BoxIcon icon = BoxIcon::None);
 // A box with OK and Cancel; true for OK.
 [[nodiscard]] bool AskOkCancel(std::u16string_view text, std::u16string_view title = {});
+// The same for what cannot be taken back, where the user has to choose OK: a key too many is no answer.
+[[nodiscard]] bool AskBeforeLoss(std::u16string_view text);
 // The width of a text in the font of the tables, in twips.
 [[nodiscard]] double MeasureTextWidth(std::u16string_view text);
 void DoEvents();

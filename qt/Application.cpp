@@ -1,17 +1,45 @@
 #include "qt/Application.h"
 
-#include <QFont>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QLibraryInfo>
 #include <QWidget>
 
+#include "qt/ReadableColour.h"
+
 namespace loader {
 
+namespace {
+
+// One family for all scripts, so that half-width katakana, digits and kanji stand on one line.
+QString ProgramFamily() {
+  return QStringLiteral("Noto Sans CJK JP");
+}
+
+bool WritesJapanese(const QFont& font) {
+  const QString family = font.families().value(0);
+  return family == ProgramFamily() || QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
+}
+
+// A font that was chosen for Japanese, or the program's own. The pages are laid out for its size; of another
+// font only a size that none has unless large print was asked for is taken over.
+QFont JapaneseFont(QFont chosen) {
+  if (WritesJapanese(chosen)) {
+    return chosen;
+  }
+  constexpr double ProgramPoints = 9;
+  constexpr double LargestDefault = 12;
+  const double points = QFontInfo(chosen).pointSizeF();
+  chosen.setPointSizeF(points > LargestDefault ? points : ProgramPoints);
+  chosen.setFamilies({ProgramFamily(), chosen.family()}); // the latter where ours isn't installed
+  return chosen;
+}
+
+} // namespace
+
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
-  // One family for all scripts, so that half-width katakana, digits and kanji stand on one line; without it
-  // the system's own font serves.
-  QFont text = font();
-  text.setFamilies({QStringLiteral("Noto Sans CJK JP"), text.family()});
-  setFont(text);
+  setFont(JapaneseFont(font()));
+  KeepReadable();
   // The file dialog speaks Japanese where Qt's translations are installed.
   if (translator_.load(QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     installTranslator(&translator_);
@@ -24,6 +52,22 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     return true;
   }
   return QApplication::notify(receiver, event);
+}
+
+bool Application::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationFontChange && !WritesJapanese(font())) {
+    setFont(JapaneseFont(font()));
+  } else if (event->type() == QEvent::ApplicationPaletteChange) {
+    KeepReadable();
+  }
+  return QApplication::event(event);
+}
+
+void Application::KeepReadable() {
+  const QPalette readable = WithReadableSelection(palette());
+  if (readable != palette()) {
+    setPalette(readable);
+  }
 }
 
 } // namespace loader

@@ -1,5 +1,9 @@
-// The application object: Japanese font and texts of Qt's own dialogs, and the one gate through which every
+// The application object: font, palette and texts of Qt's own dialogs, and the one gate through which every
 // event goes before Qt acts on it.
+//
+// A theme of the desktop may set its font and its colours when the window already stands. The program's
+// font gives way to one with Japanese glyphs only, then as at the start, and a selection is never fainter
+// than can be read.
 #pragma once
 
 #include <QApplication>
@@ -22,7 +26,12 @@ public:
 
   bool notify(QObject* receiver, QEvent* event) override;
 
+protected:
+  bool event(QEvent* event) override;
+
 private:
+  void KeepReadable();
+
   std::uint64_t eventsGiven_ = 0;
   QTranslator translator_;
 };

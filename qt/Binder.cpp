@@ -107,16 +107,39 @@ Binder::~Binder() {
 
 void Binder::Release() {
   userInterface_.Closed(*this);
-  for (const auto& [object, binding] : byObject_) {
-    QObject::disconnect(object, nullptr, this, nullptr);
-    const_cast<QObject*>(object)->removeEventFilter(this);
+  if (byControl_.empty()) {
+    return; // done before: the widgets may have gone since
+  }
+  for (Binding& binding : bindings_) {
+    Leave(binding.object);
+    if (const auto* tabs = qobject_cast<const QTabWidget*>(&binding.object)) {
+      Leave(*tabs->tabBar());
+    }
+  }
+  for (const QPointer<QObject>& helper : helpers_) {
+    if (helper != nullptr) {
+      Leave(*helper);
+      helper->deleteLater(); // it may be the one that has closed the screen
+    }
   }
   byObject_.clear();
   byControl_.clear();
 }
 
+void Binder::Watch(QObject& object, Binding& binding) {
+  byObject_.emplace(&object, &binding);
+  if (object.isWidgetType()) {
+    object.installEventFilter(this);
+  }
+}
+
+void Binder::Leave(QObject& object) {
+  QObject::disconnect(&object, nullptr, this, nullptr);
+  object.removeEventFilter(this);
+}
+
 void Binder::FindPages() {
-  for (const QTabWidget* tabs : window.findChildren<QTabWidget*>()) {
+  for (QTabWidget* tabs : window.findChildren<QTabWidget*>()) {
     shownPages_.emplace_back(tabs, tabs->currentIndex());
     for (int index = 0; index < tabs->count(); ++index) {
       auto* page = qobject_cast<QScrollArea*>(tabs->widget(index));
@@ -192,7 +215,7 @@ void Binder::Bind(Control& control, QObject& object) {
   }
   auto* widget = object.isWidgetType() ? static_cast<QWidget*>(&object) : nullptr;
   Binding& binding = bindings_.emplace_back(Binding{.control = control, .object = object, .widget = widget});
-  byObject_.emplace(&object, &binding);
+  Watch(object, binding);
   byControl_.emplace(&control, &binding);
   if (widget != nullptr) {
     if (!widget->accessibleName().isEmpty()) {
@@ -200,10 +223,8 @@ void Binder::Bind(Control& control, QObject& object) {
     } else if (qobject_cast<QLabel*>(widget) == nullptr) {
       widget->setAccessibleName(object.objectName()); // until a caption names it; a label's text is its name
     }
-    widget->installEventFilter(this);
-    if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
-      byObject_.emplace(tabs->tabBar(), &binding); // the part that takes the focus
-      tabs->tabBar()->installEventFilter(this);
+    if (const auto* tabs = qobject_cast<const QTabWidget*>(widget)) {
+      Watch(*tabs->tabBar(), binding); // the part that takes the focus
     }
   }
   rule.listen(userInterface_, *this, binding);

@@ -17,6 +17,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -60,6 +61,8 @@ public:
 
   // Cuts widgets and records apart for good: the screen has closed, and its records may go before the form.
   void Release();
+  // An object that was made beside a widget, to reach its record: it goes when they are cut apart.
+  void GoesWithRecords(QObject& helper) { helpers_.emplace_back(&helper); }
   // Shows what differs between the records and what the widgets were given, and makes the page that is shown
   // if it isn't there yet. Focus requests stay.
   void RefreshWidgets();
@@ -86,6 +89,8 @@ private:
   // Ties the records that have no widget yet to the widgets of a form: the window's or a page's.
   void BindForm(QWidget& form);
   void Bind(Control& control, QObject& object);
+  void Watch(QObject& object, Binding& binding);
+  void Leave(QObject& object);
   void FindPages();
   void WatchPages();
   // True when a page was made.
@@ -98,9 +103,10 @@ private:
   const FormMaker& makePage_;
   std::vector<std::string>& missing_;
   std::vector<Control*> unbound_;
-  std::vector<std::pair<const QTabWidget*, int>> shownPages_;
+  std::vector<std::pair<QTabWidget*, int>> shownPages_;
   std::vector<QScrollArea*> latePages_; // still empty
   std::deque<Binding> bindings_;        // fixed addresses
+  std::vector<QPointer<QObject>> helpers_;
   std::unordered_map<const QObject*, Binding*> byObject_;
   std::unordered_map<const Control*, Binding*> byControl_;
 };

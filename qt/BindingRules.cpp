@@ -38,7 +38,7 @@ template <typename Widget> bool Is(const QObject& object) {
 bool IsEntry(const QObject& object) {
   return Is<QAction>(object) || Is<QMenu>(object);
 }
-void ListenToNothing(UserInterface& /*userInterface*/, QObject& /*binder*/, Binding& /*binding*/) {}
+void ListenToNothing(UserInterface& /*userInterface*/, Binder& /*binder*/, Binding& /*binding*/) {}
 
 // True when the text has to be given to the widget; remembers it.
 bool Differs(Binding& binding, const std::u16string& text) {
@@ -96,7 +96,7 @@ void CleanEdit(QLineEdit& edit, const std::u16string& before) {
   }
 }
 
-void ListenToField(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToField(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& field = RecordOf<TextField>(binding);
   auto& edit = WidgetAs<QLineEdit>(binding);
   // A drop would edit a field that the user isn't in and whose check never comes.
@@ -140,7 +140,7 @@ void ShowField(Binding& binding) {
   }
 }
 
-void ListenToList(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToList(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& list = RecordOf<ListBox>(binding);
   QObject::connect(&WidgetAs<ListBoxView>(binding), &QComboBox::activated, &binder,
                    [&userInterface, &list](int row) {
@@ -163,7 +163,7 @@ void ShowTitle(QGroupBox& box, const std::u16string& caption) {
   box.setAccessibleName(SpokenCaption(caption));
 }
 
-void ListenToLabel(UserInterface& /*userInterface*/, QObject& /*binder*/, Binding& binding) {
+void ListenToLabel(UserInterface& /*userInterface*/, Binder& /*binder*/, Binding& binding) {
   if (Is<QGroupBox>(binding.object)) {
     return;
   }
@@ -212,7 +212,7 @@ void ShowLabel(Binding& binding) {
   ShowLabelColour(record, label, binding);
 }
 
-void ListenToButton(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToButton(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& button = RecordOf<Button>(binding);
   QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
                    [&userInterface, &button] {
@@ -235,7 +235,7 @@ void ShowButton(Binding& binding) {
   ShowButtonCaption(binding, RecordOf<Button>(binding).caption);
 }
 
-void ListenToCheckBox(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToCheckBox(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& box = RecordOf<CheckBox>(binding);
   QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
                    [&userInterface, &box](bool checked) {
@@ -253,7 +253,7 @@ void ShowCheckBox(Binding& binding) {
   }
 }
 
-void ListenToToolButton(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToToolButton(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& tool = RecordOf<ToolButton>(binding);
   QObject::connect(&WidgetAs<QAction>(binding), &QAction::triggered, &binder, [&userInterface, &tool] {
     userInterface.Act(
@@ -270,7 +270,7 @@ void ShowToolButton(Binding& binding) {
   }
 }
 
-void ListenToMenuEntry(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToMenuEntry(UserInterface& userInterface, Binder& binder, Binding& binding) {
   if (auto* action = qobject_cast<QAction*>(&binding.object)) {
     auto& entry = RecordOf<MenuEntry>(binding);
     QObject::connect(action, &QAction::triggered, &binder, [&userInterface, &entry] {
@@ -312,11 +312,12 @@ void ShowFrame(Binding& binding) {
 }
 
 // Ctrl+Tab from wherever the keyboard is: some widgets keep the key from their page.
-void StepThroughPages(UserInterface& userInterface, Binding& binding, int key, int step) {
+void StepThroughPages(UserInterface& userInterface, Binder& binder, Binding& binding, int key, int step) {
   auto& pages = RecordOf<TabPages>(binding);
   auto& tabs = WidgetAs<QTabWidget>(binding);
   auto* shortcut = new QShortcut(QKeySequence(key), tabs.window());
-  QObject::connect(shortcut, &QShortcut::activated, &tabs, [&userInterface, &pages, &tabs, step] {
+  binder.GoesWithRecords(*shortcut);
+  QObject::connect(shortcut, &QShortcut::activated, &binder, [&userInterface, &pages, &tabs, step] {
     const int count = tabs.count();
     for (int distance = 1; distance < count; ++distance) {
       const int page = (tabs.currentIndex() + distance * step + distance * count) % count;
@@ -329,15 +330,15 @@ void StepThroughPages(UserInterface& userInterface, Binding& binding, int key, i
   });
 }
 
-void ListenToPages(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToPages(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& pages = RecordOf<TabPages>(binding);
   QObject::connect(&WidgetAs<QTabWidget>(binding), &QTabWidget::currentChanged, &binder,
                    [&userInterface, &pages](int page) {
                      userInterface.Act(
                          pages, [&] { pages.current = page; }, pages.onChange);
                    });
-  StepThroughPages(userInterface, binding, QKeyCombination(Qt::CTRL, Qt::Key_Tab).toCombined(), 1);
-  StepThroughPages(userInterface, binding,
+  StepThroughPages(userInterface, binder, binding, QKeyCombination(Qt::CTRL, Qt::Key_Tab).toCombined(), 1);
+  StepThroughPages(userInterface, binder, binding,
                    QKeyCombination(Qt::CTRL | Qt::SHIFT, Qt::Key_Backtab).toCombined(), -1);
 }
 
@@ -369,7 +370,7 @@ void ShowPicture(Binding& binding) {
   WidgetAs<LampView>(binding).SetColour(ToColour(RecordOf<Picture>(binding).colour));
 }
 
-void ListenToGrid(UserInterface& userInterface, QObject& binder, Binding& binding) {
+void ListenToGrid(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& grid = RecordOf<Grid>(binding);
   auto& view = WidgetAs<GridView>(binding);
   QObject::connect(&view, &GridView::CellEntered, &binder, [&userInterface, &grid](int row, int col) {

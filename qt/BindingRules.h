@@ -11,8 +11,8 @@ struct BindingRule {
   ControlKind kind;
   // Whether the object is one of the widgets that show this kind.
   bool (*accepts)(const QObject& object);
-  // Connects what the user does to the record and its handler, for as long as the binder lives.
-  void (*listen)(UserInterface& userInterface, QObject& binder, Binding& binding);
+  // Connects what the user does to the record and its handler, until the binder releases them.
+  void (*listen)(UserInterface& userInterface, Binder& binder, Binding& binding);
   // Gives the widget what differs. Name, state and visibility are the binder's.
   void (*show)(Binding& binding);
 };

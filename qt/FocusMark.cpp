@@ -3,6 +3,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include "qt/ReadableColour.h"
+
 namespace loader {
 
 FocusMark::FocusMark(QWidget& marked) : QWidget(&marked) {
@@ -28,10 +30,14 @@ bool FocusMark::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FocusMark::paintEvent(QPaintEvent* /*event*/) {
+  PaintFocusMark(*this);
+}
+
+void PaintFocusMark(QWidget& widget) {
   constexpr int Width = 2;
-  QPainter painter(this);
-  painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), Width));
-  painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  QPainter painter(&widget);
+  painter.setPen(QPen(FocusColour(widget.palette()), Width));
+  painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
 }
 
 } // namespace loader

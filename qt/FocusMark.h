@@ -16,4 +16,7 @@ protected:
   void paintEvent(QPaintEvent* event) override;
 };
 
+// The frame itself, along the borders of a widget that paints its own.
+void PaintFocusMark(QWidget& widget);
+
 } // namespace loader

@@ -34,6 +34,7 @@ std::vector<int> WidthsOf(const Grid& grid) {
 } // namespace
 
 GridModel::Change GridModel::Take(const Grid& grid) {
+  tipCol_ = grid.TipCol;
   const int fixedRows = std::clamp(grid.FixedRows, 0, grid.Rows());
   const int fixedCols = std::clamp(grid.FixedCols, 0, grid.Cols());
   const bool sameShape = taken_ && rows_ == grid.Rows() && cols_ == grid.Cols() && fixedRows_ == fixedRows &&
@@ -56,23 +57,23 @@ GridModel::Change GridModel::TakeAll(const Grid& grid) {
   cells_.resize(static_cast<std::size_t>(rows_) * static_cast<std::size_t>(cols_));
   for (int row = 0; row < rows_; ++row) {
     for (int col = 0; col < cols_; ++col) {
-      At(row, col) = grid.CellAt(row, col);
+      cells_[IndexOf(row, col)] = grid.CellAt(row, col);
     }
   }
   widths_ = WidthsOf(grid);
   endResetModel();
-  return {.any = true, .headings = true, .widths = true};
+  return {.headings = true, .widths = true};
 }
 
 GridModel::Change GridModel::TakeDifferences(const Grid& grid) {
-  Change change{.any = true};
+  Change change;
   int top = rows_;
   int left = cols_;
   int bottom = -1;
   int right = -1;
   for (int row = 0; row < rows_; ++row) {
     for (int col = 0; col < cols_; ++col) {
-      Cell& shown = At(row, col);
+      Cell& shown = cells_[IndexOf(row, col)];
       const Cell& cell = grid.CellAt(row, col);
       if (shown == cell) {
         continue;
@@ -98,9 +99,8 @@ GridModel::Change GridModel::TakeDifferences(const Grid& grid) {
   return change;
 }
 
-Cell& GridModel::At(int row, int col) {
-  return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(cols_) +
-                static_cast<std::size_t>(col)];
+std::size_t GridModel::IndexOf(int row, int col) const {
+  return static_cast<std::size_t>(row) * static_cast<std::size_t>(cols_) + static_cast<std::size_t>(col);
 }
 
 const Cell& GridModel::CellAt(int row, int col) const {
@@ -108,7 +108,7 @@ const Cell& GridModel::CellAt(int row, int col) const {
   if (row < 0 || row >= rows_ || col < 0 || col >= cols_) {
     return outside;
   }
-  return const_cast<GridModel*>(this)->At(row, col);
+  return cells_[IndexOf(row, col)];
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const {
@@ -137,11 +137,18 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   }
 }
 
+QString GridModel::RowTip(int row) const {
+  return PlainTip(ToQt(CellAt(row, tipCol_).text).trimmed());
+}
+
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  const bool across = orientation == Qt::Horizontal;
+  if (role == Qt::ToolTipRole) {
+    return across ? QString() : RowTip(section + fixedRows_); // a column's heading is never cut
+  }
   if (role != Qt::DisplayRole) {
     return {};
   }
-  const bool across = orientation == Qt::Horizontal;
   QStringList words;
   for (int level = 0; level < (across ? fixedRows_ : fixedCols_); ++level) {
     const Cell& cell = across ? CellAt(level, section + fixedCols_) : CellAt(section + fixedRows_, level);

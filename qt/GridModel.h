@@ -19,7 +19,6 @@ public:
 
   // What a call of Take found to be different.
   struct Change {
-    bool any = false;
     bool headings = false; // a fixed cell
     bool widths = false;
   };
@@ -29,7 +28,6 @@ public:
 
   [[nodiscard]] int FixedRows() const { return fixedRows_; }
   [[nodiscard]] int FixedCols() const { return fixedCols_; }
-  [[nodiscard]] int AllCols() const { return cols_; }
   // Indexes as in the record, fixed rows and columns included.
   [[nodiscard]] const Cell& CellAt(int row, int col) const;
   [[nodiscard]] int WidthTwips(int col) const { return widths_[static_cast<std::size_t>(col)]; }
@@ -37,13 +35,14 @@ public:
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-  // The heading in words, for screen readers.
+  // The heading in words, for screen readers; as the tool tip of a row heading, what tells its row.
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
   Change TakeAll(const Grid& grid);
   Change TakeDifferences(const Grid& grid);
-  [[nodiscard]] Cell& At(int row, int col);
+  [[nodiscard]] std::size_t IndexOf(int row, int col) const;
+  [[nodiscard]] QString RowTip(int row) const;
 
   bool taken_ = false;
   std::uint64_t revision_ = 0;
@@ -51,6 +50,7 @@ private:
   int cols_ = 0;
   int fixedRows_ = 0;
   int fixedCols_ = 0;
+  int tipCol_ = -1;
   std::vector<Cell> cells_;
   std::vector<int> widths_;
 };

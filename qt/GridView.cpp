@@ -184,17 +184,23 @@ void GridView::changeEvent(QEvent* event) {
   }
 }
 
-// A text that is wider than its cell is told whole.
+// Of a cell's text something is not to be seen: the cell is too narrow for it, or stands half outside the
+// table.
+bool GridView::IsCut(const QModelIndex& index) const {
+  const QRect room = RoomOf(visualRect(index));
+  const int width = fontMetrics().horizontalAdvance(index.data().toString());
+  const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+  const QRect text = QStyle::alignedRect(Qt::LeftToRight, alignment, {width, 1}, room);
+  return width > room.width() || text.left() < 0 || text.right() >= viewport()->width();
+}
+
+// A text that is cut is told whole.
 bool GridView::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::ToolTip) {
     const auto& help = static_cast<const QHelpEvent&>(*event);
     const QModelIndex index = indexAt(help.pos());
-    const QString text = index.data().toString();
-    const QRect cell = visualRect(index);
-    const bool cut = fontMetrics().horizontalAdvance(text) > RoomOf(cell).width();
-    // Always rich text: Qt would guess by the text whether it is.
-    const QString whole = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
-    QToolTip::showText(help.globalPos(), cut ? whole : QString(), viewport(), cell);
+    const QString tip = IsCut(index) ? PlainTip(index.data().toString()) : QString();
+    QToolTip::showText(help.globalPos(), tip, viewport(), visualRect(index));
     return true;
   }
   return QTableView::viewportEvent(event);

@@ -54,6 +54,7 @@ private:
   void ShowCurrentCell(const Grid& grid);
   void EnterRow(int row);
   [[nodiscard]] int Pixels(int twips) const;
+  [[nodiscard]] bool IsCut(const QModelIndex& index) const;
 
   GridModel model_;
   HeadingView* above_;

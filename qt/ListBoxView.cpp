@@ -1,12 +1,42 @@
 #include "qt/ListBoxView.h"
 
 #include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyleOptionComboBox>
 #include <QtMath>
 #include <algorithm>
+#include <array>
+
+#include "qt/FocusMark.h"
 
 namespace loader {
+
+namespace {
+
+// What a key does to the page; no list moves by it.
+struct PageKey {
+  int key;
+  QAbstractSlider::SliderAction action;
+};
+constexpr std::array<PageKey, 4> PageKeys{{{Qt::Key_PageUp, QAbstractSlider::SliderPageStepSub},
+                                           {Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd},
+                                           {Qt::Key_Home, QAbstractSlider::SliderToMinimum},
+                                           {Qt::Key_End, QAbstractSlider::SliderToMaximum}}};
+
+// Nothing moves where no page scrolls.
+void ScrollPageOf(const QWidget& widget, QAbstractSlider::SliderAction action) {
+  for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
+    if (auto* page = qobject_cast<QScrollArea*>(parent)) {
+      page->verticalScrollBar()->triggerAction(action);
+      return;
+    }
+  }
+}
+
+} // namespace
 
 ListBoxView::ListBoxView(QWidget* parent) : QComboBox(parent) {
   // Neither view() nor setSizeAdjustPolicy(): both make the popup at once, and a page has fifty lists that
@@ -28,6 +58,24 @@ void ListBoxView::ShowItems(const std::vector<std::u16string>& items, int index)
   const int row = index < rows_.rowCount() ? std::max(index, -1) : -1;
   if (currentIndex() != row) {
     setCurrentIndex(row);
+  }
+}
+
+void ListBoxView::keyPressEvent(QKeyEvent* event) {
+  const auto* scrolls = std::find_if(PageKeys.begin(), PageKeys.end(),
+                                     [&](const PageKey& each) { return each.key == event->key(); });
+  if (scrolls == PageKeys.end()) {
+    QComboBox::keyPressEvent(event);
+  } else {
+    ScrollPageOf(*this, scrolls->action);
+  }
+}
+
+// A style marks the focus only while the user goes about by the Tab key, and in a dark palette hardly.
+void ListBoxView::paintEvent(QPaintEvent* event) {
+  QComboBox::paintEvent(event);
+  if (hasFocus()) {
+    PaintFocusMark(*this);
   }
 }
 

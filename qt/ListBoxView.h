@@ -1,5 +1,8 @@
 // A list of which one row is chosen: as wide as its longest row, with a popup that is made when it is first
 // opened.
+//
+// Closed, it shows that it has the keyboard however that came to it, since the next key may change its row;
+// and the keys that scroll (PageUp, PageDown, Home, End) scroll the page it lies on and never change the row.
 #pragma once
 
 #include <QComboBox>
@@ -21,6 +24,10 @@ public:
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
 private:
   [[nodiscard]] QSize SizeFor(int margin) const;

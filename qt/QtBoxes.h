@@ -1,4 +1,4 @@
-// Message boxes: plain text, modal to the window in front.
+// Message boxes: plain text, modal to the window in front, as wide as title and words need it.
 #pragma once
 
 #include "platform/Platform.h"
@@ -12,6 +12,7 @@ public:
   explicit QtBoxes(UserInterface& userInterface) : userInterface_(userInterface) {}
   BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon,
                  std::u16string_view title) override;
+  BoxAnswer AskBeforeLoss(std::u16string_view text) override;
 
 private:
   UserInterface& userInterface_;

@@ -5,11 +5,13 @@
 #include <QKeyEvent>
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "qt/FrontWindow.h"
 #include "qt/GridView.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
+#include "qt/WindowSize.h"
 
 namespace loader {
 
@@ -53,6 +55,11 @@ QtScreens::OpenScreen& QtScreens::Open(Screen& screen, const FrontWindow* front)
       OpenScreen{.screen = screen, .window = std::move(window), .binder = std::move(binder), .loop = {}}));
   OpenScreen& open = *open_.back();
   userInterface_.Refresh();
+  if (front != nullptr) {
+    open.window->setMinimumWidth(
+        std::max(open.window->minimumWidth(), WidthForTitle(open.window->windowTitle())));
+  }
+  FitToScreen(*open.window);
   return open;
 }
 
@@ -120,6 +127,10 @@ bool QtScreens::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
   OpenScreen& open = **found;
+  if (event->type() == QEvent::WindowActivate && !std::exchange(open.fitted, true)) {
+    FitToScreen(*open.window); // by now it has its frame
+    return false;
+  }
   if (event->type() == QEvent::Close) {
     const bool closes = MayClose(open);
     event->setAccepted(closes);

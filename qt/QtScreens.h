@@ -45,6 +45,7 @@ private:
     std::unique_ptr<Binder> binder;
     std::unique_ptr<QEventLoop> loop; // of a modal screen
     bool askingToClose = false;
+    bool fitted = false; // to its screen, since it stands
   };
   // Modal over the window in front; null: on its own.
   OpenScreen& Open(Screen& screen, const FrontWindow* front);

@@ -15,4 +15,11 @@ namespace loader {
   return text.toStdU16String();
 }
 
+// A tool tip that shows a text letter by letter, on one line; Qt would guess by the text whether it is rich
+// text.
+[[nodiscard]] inline QString PlainTip(const QString& text) {
+  return text.isEmpty() ? QString()
+                        : QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
+}
+
 } // namespace loader

@@ -1,37 +1,39 @@
-// Colours that the system prescribes, and the text colour that can be read on them in any palette.
+// Colours that the system prescribes, and what keeps text readable on them in any palette.
 #pragma once
 
 #include <QColor>
-#include <cstdlib>
+#include <QPalette>
 
 #include "platform/Controls.h"
 
 namespace loader {
 
+// What text and its background have to differ by at least.
+constexpr double ReadableContrast = 4.5;
+// What a line that tells something and what is around it have to differ by at least.
+constexpr double VisibleContrast = 3;
+
 [[nodiscard]] inline QColor ToColour(Colour colour) {
   return QColor::fromRgb(static_cast<QRgb>(colour));
 }
 
-// Luma of Rec. 601, 0 to 255.
-[[nodiscard]] inline int LumaOf(const QColor& colour) {
-  return (299 * colour.red() + 587 * colour.green() + 114 * colour.blue()) / 1000;
-}
+// Of two colours, 1 (the same) to 21 (black and white): the ratio of their relative luminances as WCAG 2
+// defines it.
+[[nodiscard]] double ContrastOf(const QColor& one, const QColor& other);
 
-[[nodiscard]] inline QColor ReadableOn(const QColor& back) {
-  constexpr int Middle = 140; // above it, black is the better contrast
-  return LumaOf(back) > Middle ? QColor(0x10, 0x10, 0x10) : QColor(0xF0, 0xF0, 0xF0);
-}
+// White or black, with a readable contrast on any colour.
+[[nodiscard]] QColor ReadableOn(const QColor& back);
 
 // A gray that shades a cell, as it is told from the palette's base: on a dark base of nearly the same luma it
 // is drawn lighter. Colours are shown as they are.
-[[nodiscard]] inline QColor ShadeOn(const QColor& base, const QColor& shade) {
-  constexpr int Distinct = 40;
-  const bool gray = shade.red() == shade.green() && shade.green() == shade.blue();
-  if (!gray || std::abs(LumaOf(shade) - LumaOf(base)) >= Distinct) {
-    return shade;
-  }
-  const int luma = LumaOf(base) + Distinct;
-  return {luma, luma, luma};
-}
+[[nodiscard]] QColor ShadeOn(const QColor& base, const QColor& shade);
+
+// The palette with a selection whose text can be read: where a theme's is too faint, its background moves
+// away from the text, in its own hue.
+[[nodiscard]] QPalette WithReadableSelection(QPalette palette);
+
+// The line around what has the keyboard: the selection's colour, moved away from the window's where it is too
+// near.
+[[nodiscard]] QColor FocusColour(const QPalette& palette);
 
 } // namespace loader

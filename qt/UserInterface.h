@@ -36,7 +36,6 @@ public:
   void Run(const Handler& handler);
   // Shows what differs on all open screens and honours their focus requests.
   void Refresh();
-  [[nodiscard]] bool Refreshing() const { return refreshing_; }
 
   // From the widgets of the screens.
   void FocusArrived(Control& control, Qt::FocusReason reason);

@@ -16,6 +16,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <cstdlib>
 
 namespace loader::tour {
 
@@ -92,9 +93,9 @@ void Guest::ChoosePage(int page) {
 void Guest::ChooseRow(const char* comboBox, int row) {
   auto& list = Find<QComboBox>(Window(), comboBox);
   list.setFocus(Qt::MouseFocusReason);
-  QTest::keyClick(&list, Qt::Key_Home);
-  for (int i = 0; i < row; ++i) {
-    QTest::keyClick(&list, Qt::Key_Down);
+  const int steps = row - list.currentIndex();
+  for (int i = 0; i < std::abs(steps); ++i) {
+    QTest::keyClick(&list, steps < 0 ? Qt::Key_Up : Qt::Key_Down);
   }
 }
 

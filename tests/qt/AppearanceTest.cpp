@@ -1,0 +1,225 @@
+// What can be read on which colours, in the palette in use and in those that themes bring, and the font that
+// stays.
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QToolTip>
+
+#include "qt/Application.h"
+#include "qt/GridView.h"
+#include "qt/HeadingView.h"
+#include "qt/ListBoxView.h"
+#include "qt/ReadableColour.h"
+#include "tests/qt/SampleForms.h"
+
+namespace loader::test {
+namespace {
+
+// Themes as they come: what a palette's roles have, and how the palette is called.
+struct Theme {
+  const char* name;
+  QRgb window;
+  QRgb base;
+  QRgb text;
+  QRgb highlight;
+  QRgb highlightedText;
+};
+
+QPalette PaletteOf(const Theme& theme) {
+  QPalette palette(QColor(theme.window), QColor(theme.window));
+  for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(role, QColor(theme.text));
+  }
+  palette.setColor(QPalette::Base, QColor(theme.base));
+  palette.setColor(QPalette::AlternateBase, QColor(theme.window));
+  palette.setColor(QPalette::Highlight, QColor(theme.highlight));
+  palette.setColor(QPalette::HighlightedText, QColor(theme.highlightedText));
+  return palette;
+}
+
+class Appearance : public SampleTest {
+protected:
+  QPalette palette = QApplication::palette();
+  QFont font = QApplication::font();
+
+  ~Appearance() override {
+    QApplication::setPalette(palette);
+    QApplication::setFont(font);
+  }
+  // As a theme does it. The windows hear of it from the event loop.
+  static void UsePalette(const QPalette& theme) {
+    QApplication::setPalette(theme);
+    QCoreApplication::processEvents();
+  }
+  static void UseFont(const QFont& chosen) {
+    QApplication::setFont(chosen);
+    QCoreApplication::processEvents();
+  }
+  // Shows a table with a current row.
+  GridView& ShowTable() {
+    screen.fgrTable.FixedRows = 1;
+    screen.fgrTable.Resize(3, 3);
+    screen.fgrTable.SelectRow(1);
+    screen.tbsPages.current = 2;
+    ShowSample();
+    return Find<GridView>("fgrTable");
+  }
+};
+
+void ExpectReadable(const QPalette& palette, const char* where) {
+  struct Pair {
+    QPalette::ColorRole text;
+    QPalette::ColorRole back;
+  };
+  for (const Pair pair :
+       {Pair{QPalette::WindowText, QPalette::Window}, Pair{QPalette::Text, QPalette::Base},
+        Pair{QPalette::Text, QPalette::AlternateBase}, Pair{QPalette::ButtonText, QPalette::Button},
+        Pair{QPalette::HighlightedText, QPalette::Highlight},
+        Pair{QPalette::ToolTipText, QPalette::ToolTipBase}}) {
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+      EXPECT_GE(ContrastOf(palette.color(group, pair.text), palette.color(group, pair.back)), 4.5)
+          << where << ", role " << pair.text << ", group " << group;
+    }
+  }
+}
+
+TEST(Contrast, IsThatOfTheGuidelines) {
+  EXPECT_NEAR(21.0, ContrastOf(Qt::white, Qt::black), 0.01);
+  EXPECT_NEAR(1.0, ContrastOf(Qt::red, Qt::red), 0.01);
+  EXPECT_NEAR(3.69, ContrastOf(QColor(0x308CC6), Qt::white), 0.01);
+  EXPECT_NEAR(4.54, ContrastOf(QColor(0x767676), Qt::white), 0.01);
+}
+
+TEST_F(Appearance, ThePaletteInUseCanBeRead) {
+  ExpectReadable(QApplication::palette(), "application");
+  ExpectReadable(QApplication::palette("QMenu"), "menus");
+  ExpectReadable(ShowTable().palette(), "tables");
+  ExpectReadable(QToolTip::palette(), "tool tips");
+}
+
+class ThemeOf : public Appearance, public testing::WithParamInterface<Theme> {};
+
+TEST_P(ThemeOf, CanBeReadWhenItComesLate) {
+  GridView& view = ShowTable();
+  UsePalette(PaletteOf(GetParam()));
+  ExpectReadable(QApplication::palette(), "application");
+  ExpectReadable(view.verticalHeader()->palette(), "headings");
+  ExpectReadable(Find<QLineEdit>("txtAbove").palette(), "fields");
+  // as it is drawn: the heading of the current row
+  const auto& left = *static_cast<HeadingView*>(view.verticalHeader());
+  const QRgb drawn = view.grab().toImage().pixel(left.x() + 2, left.y() + left.sectionPosition(0) + 2);
+  EXPECT_GE(ContrastOf(QColor(GetParam().highlightedText), QColor(drawn)), 4.5);
+  EXPECT_NE(QColor(drawn), view.palette().color(QPalette::Button));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Usual, ThemeOf,
+    testing::Values(Theme{"Light", 0xEFEFEF, 0xFFFFFF, 0x000000, 0x308CC6, 0xFFFFFF},
+                    Theme{"Dark", 0x232629, 0x1B1E20, 0xFCFCFC, 0x3DAEE9, 0xFCFCFC},
+                    Theme{"DarkGray", 0x353535, 0x2A2A2A, 0xFFFFFF, 0x2A82DA, 0xFFFFFF},
+                    Theme{"DarkWithDarkSelection", 0x202020, 0x202020, 0xFFFFFF, 0x554400, 0x000000},
+                    Theme{"GraySelectionWithGrayText", 0xEFEFEF, 0xFFFFFF, 0x000000, 0x808080, 0x777777}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST(WithReadableSelection, LeavesWhatCanBeRead) {
+  const QPalette good = PaletteOf({"", 0xEFEFEF, 0xFFFFFF, 0x000000, 0x0A4A7A, 0xFFFFFF});
+  EXPECT_EQ(good, WithReadableSelection(good));
+}
+
+TEST(WithReadableSelection, KeepsTheHueAndMovesNoFurtherThanItHasTo) {
+  const QPalette mended = WithReadableSelection(PaletteOf({"", 0, 0, 0xFFFFFF, 0x308CC6, 0xFFFFFF}));
+  const QColor back = mended.color(QPalette::Highlight);
+  EXPECT_NEAR(QColor(0x308CC6).hslHue(), back.hslHue(), 2);
+  EXPECT_LT(ContrastOf(Qt::white, back), 4.7);
+}
+
+TEST(ReadableOn, AnyColour) {
+  constexpr int Step = 15;
+  for (int red = 0; red <= 0xFF; red += Step) {
+    for (int green = 0; green <= 0xFF; green += Step) {
+      for (int blue = 0; blue <= 0xFF; blue += Step) {
+        const QColor back(red, green, blue);
+        ASSERT_GE(ContrastOf(ReadableOn(back), back), 4.5) << back.name().toStdString();
+      }
+    }
+  }
+}
+
+// A cell that does not apply, on whatever base.
+TEST(ReadableOn, AnyShade) {
+  for (int gray = 0; gray <= 0xFF; ++gray) {
+    const QColor shade = ShadeOn(QColor(gray, gray, gray), QColor(0x40, 0x40, 0x40));
+    EXPECT_GE(ContrastOf(ReadableOn(shade), shade), 4.5) << gray;
+  }
+}
+
+// The line around a list that has the keyboard, as it is drawn.
+TEST_P(ThemeOf, ShowsTheFocusOfAList) {
+  UsePalette(PaletteOf(GetParam()));
+  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON"});
+  ShowSample();
+  auto& list = Find<ListBoxView>("cmbKind");
+  list.setFocus(Qt::MouseFocusReason);
+  const QColor drawn = list.grab().toImage().pixelColor(0, list.height() / 2);
+  EXPECT_GE(ContrastOf(drawn, QColor(GetParam().window)), 3);
+}
+
+// the font
+
+QString FamilyWithoutJapanese() {
+  for (const QString& family : QFontDatabase::families()) {
+    if (!QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese)) {
+      return family;
+    }
+  }
+  return QStringLiteral("a family that nobody has"); // the machine has Japanese fonts alone
+}
+
+TEST_F(Appearance, AThemesFontWithoutJapaneseIsNotTakenOver) {
+  ShowSample();
+  auto& edit = Find<QLineEdit>("txtName");
+  for (const double points : {7.0, 11.0, 12.0}) {
+    UseFont(QFont(FamilyWithoutJapanese(), static_cast<int>(points)));
+    EXPECT_EQ(QStringLiteral("Noto Sans CJK JP"), QApplication::font().families().value(0));
+    EXPECT_EQ(QStringLiteral("Noto Sans CJK JP"), edit.font().families().value(0));
+    EXPECT_EQ(9, edit.font().pointSizeF()) << points;
+  }
+}
+
+TEST_F(Appearance, LargePrintIsKeptInTheProgramsFont) {
+  ShowSample();
+  UseFont(QFont(FamilyWithoutJapanese(), 18));
+  EXPECT_EQ(QStringLiteral("Noto Sans CJK JP"), Find<QLineEdit>("txtName").font().families().value(0));
+  EXPECT_EQ(18, Find<QLineEdit>("txtName").font().pointSizeF());
+}
+
+TEST_F(Appearance, AFontWithJapaneseGlyphsIsTheUsersChoice) {
+  ShowSample();
+  const QString other = QStringLiteral("Noto Serif CJK JP");
+  if (!QFontDatabase::hasFamily(other)) {
+    GTEST_SKIP() << "a second Japanese font is not installed";
+  }
+  UseFont(QFont(other, 11));
+  EXPECT_EQ(other, Find<QLineEdit>("txtName").font().family());
+  EXPECT_EQ(11, Find<QLineEdit>("txtName").font().pointSizeF());
+}
+
+// What is laid out by hand, as it would have been had the font been there from the start.
+TEST_F(Appearance, ALateFontLaysTheTableOutAnew) {
+  screen.fgrTable.Resize(3, 3);
+  screen.fgrTable.SetColWidth(1, 1500);
+  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"上下限警報"});
+  GridView& view = ShowTable();
+  const int rowBefore = view.rowHeight(0);
+  QFont large = font;
+  large.setPointSizeF(2 * font.pointSizeF());
+  UseFont(large);
+  EXPECT_NEAR(2 * TwipsPerPixel(view.font()), TwipsPerPixel(font), 0.1);
+  EXPECT_NEAR(1500 / TwipsPerPixel(large) + 2 * GridView::CellMargin + 1, view.columnWidth(0), 1.5);
+  EXPECT_EQ(view.fontMetrics().height() + 6, view.rowHeight(0));
+  EXPECT_GT(view.rowHeight(0), rowBefore);
+  EXPECT_EQ(view.horizontalHeader()->fontMetrics().height() + 6, view.Headings().LineHeight());
+  EXPECT_EQ(view.Headings().LineHeight(), view.horizontalHeader()->height());
+}
+
+} // namespace
+} // namespace loader::test
