@@ -10,6 +10,7 @@
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "core/UserUnits.h"
+#include "core/modIni.h"
 
 namespace loader {
 

@@ -9,6 +9,7 @@
 #include "comm/modComunication.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
+#include "core/modIni.h"
 
 namespace loader {
 

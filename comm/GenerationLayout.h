@@ -42,6 +42,5 @@ struct OldTotalizerWord {
 };
 inline constexpr std::array<OldTotalizerWord, 3> OldTotalizerWords{{{0, "TOTA"}, {2, "TSTM"}, {8, "TSIG"}}};
 // It keeps a time as hours and minutes in two words; today it is minutes in one.
-inline constexpr int MinutesOfHour = 60;
 
 } // namespace loader

@@ -1,6 +1,5 @@
-// The catalogues: lists of choices, indexed by the value that the store holds for their parameter, so that a
-// list's index, the stored value and the text line up. Beside them the number tables that several layers
-// share.
+// The catalogues: the texts of all lists of choices. Which parameter is a row of which list, and which stored
+// value stands for which row, is said in meaning/. Beside them the number tables that several layers share.
 //
 // All catalogues are built at their largest size, for 72 channels; a screen takes the first entries that its
 // model needs. They are read-only after gFInitCatalogues, with one exception: the user units at the end of
@@ -27,71 +26,71 @@ void gFInitCatalogues();
 
 // --- Channels
 
-extern Catalogue ColorNames;        // entries 1 to 14; entry 0 is empty
-extern Catalogue InputTypeNames;    // 42 entries by input type number, those of unused numbers empty
-extern Catalogue ScaleList;         // SCAL
-extern Catalogue DecimalPointList;  // POIN, FPOI: "0" to "4"
-extern Catalogue TaisList;          // TAIS
-extern Catalogue RootList;          // ROOT
-extern Catalogue RecordDisplayList; // RECO
-extern Catalogue RecordModeList;    // RECM
-extern Catalogue SubtractList;      // SUBC: none, then channels 1 to 72
-extern Catalogue TotalKindList;     // SEKI
-extern Catalogue ReportCycleList;   // STYP by list index, not by the stored value
-// SDIG, SRIN, TEXT: 16 DI, then 72 channels with four alarms each: 304 entries.
+extern Catalogue ColorNames;     // entries 1 to 14; entry 0 is empty
+extern Catalogue InputTypeNames; // 42 entries by input type number, those of unused numbers empty
+extern Catalogue ScaleList;
+extern Catalogue DecimalPointList; // "0" to "4"
+extern Catalogue TaisList;
+extern Catalogue RootList;
+extern Catalogue RecordDisplayList;
+extern Catalogue RecordModeList;
+extern Catalogue SubtractList; // none, then channels 1 to 72
+extern Catalogue TotalKindList;
+extern Catalogue ReportCycleList;
+// 16 DI, then 72 channels with four alarms each: 304 entries.
 extern Catalogue AlarmSourceList;
 extern Catalogue MessageAlarmSourceList; // the same content, for the message screen
-extern Catalogue PerUnitTimeList;        // SBAS
-extern Catalogue ResetSwitchList;        // SRES
-extern Catalogue FValueSwitchList;       // FTIO
-extern Catalogue AlarmTypeList;          // A1TY to A4TY
-extern Catalogue AlarmNumberList;        // MTM3, ETG2: "1" to "4"
-extern Catalogue RelayList;              // A1RL to A4RL, CFFL, BAAL: "無し", then "1" to "36"
-extern Catalogue NoneChannelList;        // OTCH, MTM2: "無し", then channels 1 to 72
+extern Catalogue PerUnitTimeList;
+extern Catalogue ResetSwitchList;
+extern Catalogue FValueSwitchList;
+extern Catalogue AlarmTypeList;
+extern Catalogue AlarmNumberList; // "1" to "4"
+extern Catalogue RelayList;       // "無し", then "1" to "36"
+extern Catalogue NoneChannelList; // "無し", then channels 1 to 72
 
 // --- Recorder
 
-extern Catalogue ScreenOffList;         // SHOU, older recorders
-extern Catalogue BacklightList;         // SHOU
-extern Catalogue KeyLockList;           // KLOC
-extern Catalogue DailyFileList;         // BETU, older recorders
-extern Catalogue FileSplitList;         // BETU
-extern Catalogue SampleCycleList;       // MSMP, SSMP
-extern Catalogue CommCodeList;          // ASBY
-extern Catalogue AlarmLatchList;        // ALML
-extern Catalogue CompressionList;       // CMPL
-extern Catalogue OverwriteList;         // FIFO
-extern Catalogue LanguageList;          // LANG
-extern Catalogue LoginModeList;         // LOGO
-extern Catalogue TrendBackgroundList;   // TBKC
-extern Catalogue HistoryBackgroundList; // HBKC
-extern Catalogue BaudList;              // COMB
-extern Catalogue ParityList;            // COMP
-extern Catalogue DateFormatList;        // TIMF
-extern Catalogue DIFunctionList;        // DIKI
-extern Catalogue DINames;               // "DI1" to "DI16"
-extern Catalogue TotalCycleList;        // TCYC
-extern Catalogue WeekdayList;           // TWDY
-extern Catalogue TotalSwitchList;       // TOTA
-extern Catalogue TotalUnitTimeList;     // TSTM
-extern Catalogue OperationKindList;     // TSIG
-extern Catalogue DIAndAlarmList30;      // 10 DI, then 30 channels with four alarms each: 130 entries
-extern Catalogue RecordPresenceList;    // two entries: without, with record
-extern Catalogue RecordModeList2;       // as RecordModeList
-extern Catalogue MoveSwitchList;        // the list of cmbTmove
-extern Catalogue HourList;              // "0" to "23"
-extern Catalogue MinuteList;            // "0" to "59"
-extern Catalogue DayList;               // "1" to "31"
+extern Catalogue ScreenOffList; // of older recorders
+extern Catalogue BacklightList;
+extern Catalogue KeyLockList;
+extern Catalogue DailyFileList; // of older recorders
+extern Catalogue FileSplitList;
+extern Catalogue SampleCycleList;
+extern Catalogue CommCodeList;
+extern Catalogue AlarmLatchList;
+extern Catalogue CompressionList;
+extern Catalogue OverwriteList;
+extern Catalogue LanguageList;
+extern Catalogue LoginModeList;
+extern Catalogue TrendBackgroundList;
+extern Catalogue HistoryBackgroundList;
+extern Catalogue BaudList;
+extern Catalogue ParityList;
+extern Catalogue DateFormatList;
+extern Catalogue DIFunctionList;
+extern Catalogue DINames; // "DI1" to "DI16"
+extern Catalogue TotalCycleList;
+extern Catalogue WeekdayList;
+extern Catalogue TotalSwitchList;
+extern Catalogue TotalUnitTimeList;
+extern Catalogue OperationKindList;
+extern Catalogue DIAndAlarmList30;   // 10 DI, then 30 channels with four alarms each: 130 entries
+extern Catalogue RecordPresenceList; // two entries: without, with record
+extern Catalogue RecordModeList2;    // as RecordModeList
+extern Catalogue MoveSwitchList;     // the list of cmbTmove
+extern Catalogue HourList;           // "0" to "23"
+extern Catalogue MinuteList;         // "0" to "59"
+extern Catalogue DayList;            // "1" to "31"
 
 // --- Display and messages
 
-extern Catalogue GroupChannelList;  // GC01 to GC10: none, then channels 1 to 72
-extern Catalogue BarMeterList;      // BBRM
-extern Catalogue ColorBarList;      // TPVD
-extern Catalogue BarDirectionList;  // THOU, BHOU
-extern Catalogue TrendScaleList;    // TMEM
-extern Catalogue DivisionList;      // TBUN: entries 1 to 20; entry 0 is empty
-extern Catalogue MessageTimingList; // MTM1
+extern Catalogue GroupChannelList; // none, then channels 1 to 72
+extern Catalogue BarMeterList;
+extern Catalogue ColorBarList;
+extern Catalogue BarDirectionList;
+extern Catalogue TrendScaleList;
+extern Catalogue DivisionList; // entries 1 to 20; entry 0 is empty
+extern Catalogue MessageTimingList;
 
 // --- Formulas
 
@@ -108,14 +107,14 @@ inline constexpr std::array<std::string_view, 8> EthernetSwitchTags = {"ETHE", "
 // By position in EthernetSwitchTags.
 extern std::array<Catalogue, EthernetSwitchTags.size()> EthernetSwitchLists;
 
-extern Catalogue UserLevelList;     // LVEL: the screen offers entries 0 and 3
-extern Catalogue MailTriggerList;   // ETRG
+extern Catalogue UserLevelList; // the screen offers entries 0 and 3
+extern Catalogue MailTriggerList;
 extern Catalogue RecorderAlarmList; // ETG1 of trigger timing 5
 extern Catalogue MailPeriodList;    // ETG1 of trigger timing 6
-extern Catalogue YesNoList;         // EPVA
+extern Catalogue YesNoList;
 
-extern Catalogue MasterSlaveList;   // MODF: "slave", "master"
-extern Catalogue RetryIntervalList; // RETN: "200ms" to "10s"
+extern Catalogue MasterSlaveList;   // "slave", "master"
+extern Catalogue RetryIntervalList; // "200ms" to "10s"
 extern Catalogue LinkDateFormatList;
 extern Catalogue LinkSwitchList;
 extern Catalogue LinkBaudList;
@@ -133,6 +132,9 @@ extern Catalogue UnitNames;
 [[nodiscard]] std::size_t UserUnitIndex(int unitNumber, int unitCount);
 
 // --- Number tables
+
+// A time of day is stored as minutes since midnight.
+inline constexpr int MinutesOfHour = 60;
 
 namespace detail {
 

@@ -107,10 +107,9 @@ void AddRow(FieldSet& set, const FieldRow& row) {
 
 // --- Lists
 
-// The list of a field now: the row's own, or the parameter's.
 const ChoiceList* ListOf(const FieldSet& set, const Field& field) {
-  return field.row->choices != nullptr ? field.row->choices
-                                       : ChoicesOf(*field.meaning, View::Screen, set.entry + field.item).list;
+  return field.row->otherList ? field.meaning->meaning.otherChoices
+                              : ChoicesOf(*field.meaning, View::Screen, set.entry + field.item).list;
 }
 
 // The stored value of the row that a list shows; nothing when it shows none.

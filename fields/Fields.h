@@ -29,11 +29,11 @@ struct FieldRow {
   int item = 0;         // counted from the entry that the screen shows
   // An array: element n stands for tag n + 1 where the tag has a '#', else for item n.
   int elements = 0;
-  std::string_view minutes = {};       // the minute list of a time of day
-  const ChoiceList* choices = nullptr; // in place of the parameter's own list
-  bool asNumber = false;               // an edit field over a parameter that has a list as well
-  int tooLong = 20117;                 // message of a text with too many bytes, with @LEN@
-  int forbidden = 0;                   // message of a text with a comma, with @MID@; 0: the screen takes it
+  std::string_view minutes = {}; // the minute list of a time of day
+  bool otherList = false;        // offers the parameter's second list, that of another generation
+  bool asNumber = false;         // an edit field over a parameter that has a list as well
+  int tooLong = 20117;           // message of a text with too many bytes, with @LEN@
+  int forbidden = 0;             // message of a text with a comma, with @MID@; 0: the screen takes it
 };
 
 enum class FieldShape { List, TimeOfDay, Number, Octet, Text };

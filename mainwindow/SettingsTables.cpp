@@ -3,7 +3,6 @@
 #include <array>
 
 #include "mainwindow/SettingsPages.h"
-#include "meaning/Lists.h"
 
 namespace loader {
 
@@ -99,12 +98,12 @@ constexpr auto Fields = std::to_array<FieldRow>({
     {"cmbAlarmLach", "H", "ALML"},
     {"cmbKirokuFile", "H", "ASBY"},
     {"cmbKeyLock", "H", "KLOC"},
-    {.control = "cmbBetsu", .section = "H", .tag = "BETU", .choices = &lists::DailyFiles},
+    {.control = "cmbBetsu", .section = "H", .tag = "BETU", .otherList = true},
     {"CmbFileDiv", "H", "BETU"},
     {"cmbCFFull", "H", "CFFL"},
     {"cmbBatteryAlarm", "H", "BAAL"},
     {"cmbDateFormat", "H", "TIMF"},
-    {.control = "cmbShoto", .section = "H", .tag = "SHOU", .choices = &lists::ScreenOff},
+    {.control = "cmbShoto", .section = "H", .tag = "SHOU", .otherList = true},
     {"cmbLCDShoto", "H", "SHOU"},
     {"cmbBaudrate", "H", "COMB"},
     {"cmbParity", "H", "COMP"},

@@ -62,7 +62,6 @@ struct ChoicesInForce {
                                       const ChannelRow* channel = nullptr);
 
 // "8:05" for 485 minutes.
-constexpr int MinutesOfHour = 60;
 [[nodiscard]] std::u16string TimeOfDayText(int minutesOfDay);
 // The addresses of a mask by their numbers: "1 3 8".
 [[nodiscard]] std::u16string AddressMaskText(int mask);

@@ -166,5 +166,18 @@ TEST_F(RugWindow, OperationRowsStartWithTheColoursOfTheChannels) {
   EXPECT_EQ(0xFF0000U, ChannelBack(1, 1));
 }
 
+// They belong to the screen of an operation channel: a read that ends behind it refills the tables.
+TEST_F(KovWindow, FillingTheTableLeavesTheFormulasAloneThatAreBeingEdited) {
+  FormulaWork = {};
+  FormulaWork[2][1].Func = 8;
+  const FormulaTable edited = FormulaWork;
+  Put("O", 0, "OP11", FormulaCompose(0, 1));
+  Put("O", 0, "OP31", FormulaCompose(1, 1));
+  RefreshAll();
+  EXPECT_EQ("ABS(C01)", OperationCell(19, 6));
+  EXPECT_EQ(edited, FormulaWork);
+  FormulaWork = {};
+}
+
 } // namespace
 } // namespace loader::test

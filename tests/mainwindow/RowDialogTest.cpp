@@ -43,6 +43,21 @@ TEST_P(RowDialogOf, IsNotAskedForBeforeARowIsChosen) {
   table.onDoubleClick();
   EXPECT_TRUE(entries.empty());
 }
+// It would write what it has shown over what the recorder brings meanwhile.
+TEST_P(RowDialogOf, IsNotOpenedDuringAnExchange) {
+  Open("KOV");
+  Window().rowDialogs.*GetParam().dialog = [this](int shown) { entries.push_back(shown); };
+  user.ChoosePage(Window().tbsParameter, GetParam().page);
+  for (const bool linkIsOpening : {true, false}) {
+    Window().flowUnderWay = linkIsOpening;
+    Window().btnRegRead.enabled = linkIsOpening;
+    EXPECT_TRUE(user.DoubleClick(Window().*GetParam().table, GetParam().row, 1));
+    EXPECT_TRUE(entries.empty());
+  }
+  Window().btnRegRead.enabled = true;
+  EXPECT_TRUE(user.DoubleClick(Window().*GetParam().table, GetParam().row, 1));
+  EXPECT_EQ(1U, entries.size());
+}
 TEST_P(RowDialogOf, MayNotBeThereYet) {
   Open("KOV");
   user.ChoosePage(Window().tbsParameter, GetParam().page);
