@@ -6,10 +6,10 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build ccache pkg-config
   qt6-base-dev qt6-serialport-dev qt6-svg-dev qt6-translations-l10n
-  libmodbus-dev libgtest-dev libgmock-dev libbenchmark-dev
+  libmodbus-dev libxcb-xtest0-dev libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   fonts-noto-cjk
-  xvfb xauth openbox
+  xvfb openbox
 )
 
 missing=()

@@ -30,7 +30,7 @@ protected:
     return ParamStore[gFFindSection(section)].Items[static_cast<std::size_t>(item)].NumRecords;
   }
   static ParamNumRecord& Record(std::string_view section, std::string_view tag) {
-    return *FindNumRecord(section, Channel, tag);
+    return NumRecord(section, Channel, tag);
   }
   static int Of(std::string_view tag) { return NumValue("C", Channel, tag); }
   static int OfAlarm(std::string_view tag) { return NumValue("A", Channel, tag); }

@@ -109,10 +109,10 @@ TEST_F(ChannelLimits, UnderLogarithmTenIsRefusedAsAnExponent) {
 
 TEST_F(ChannelLimits, TheStoredStateIsTakenFromTheStore) {
   StartWithModel(platform, "KOV");
-  FindNumRecord("C", 3, "TYPE")->Value = 33;
-  FindNumRecord("C", 3, "UNIT")->Value = 115;
-  FindNumRecord("C", 3, "SCAL")->Value = 1;
-  FindNumRecord("C", 3, "TAIS")->Value = 1;
+  Put("C", 3, "TYPE", 33);
+  Put("C", 3, "UNIT", 115);
+  Put("C", 3, "SCAL", 1);
+  Put("C", 3, "TAIS", 1);
   const ChannelState state = StoredChannelState(3);
   EXPECT_EQ(33, state.kind);
   EXPECT_EQ(115, state.unit);

@@ -18,11 +18,7 @@ class ChannelPairs : public ChannelRules {
 protected:
   void SetUp() override { gFInitCatalogues(); }
 
-  void SetType(int channelIndex, std::int16_t type) {
-    ParamNumRecord* record = FindNumRecord("C", channelIndex, "TYPE");
-    ASSERT_NE(nullptr, record);
-    record->Value = type;
-  }
+  void SetType(int channelIndex, std::int16_t type) { Put("C", channelIndex, "TYPE", type); }
 };
 
 // --- Pair kinds

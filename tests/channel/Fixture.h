@@ -7,6 +7,7 @@
 #include "channel/modUtil.h"
 #include "core/Text.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/Store.h"
 
 namespace loader::test {
 

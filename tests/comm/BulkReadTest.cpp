@@ -70,11 +70,11 @@ TEST_F(ReadFlow, AFailureAtHLeavesTheSectionsBeforeItRead) {
   platform.ExpectBox(11013);
   ReadFromRecorder(window);
   EXPECT_EQ(recorder.requests.back().number, 40011);
-  EXPECT_EQ(Number("C", 29, "MMAX"),
+  EXPECT_EQ(Stored("C", 29, "MMAX"),
             static_cast<std::int16_t>(ScriptedRecorder::Pattern(44001 + 29 * 60 + 14)));
-  EXPECT_EQ(Number("B", 3, "BHOU"), static_cast<std::int16_t>(ScriptedRecorder::Pattern(40301 + 3 * 4)));
-  EXPECT_EQ(Number("H", 0, "MONT"), 1);
-  EXPECT_EQ(Number("M", 0, "MCOR"), 1);
+  EXPECT_EQ(Stored("B", 3, "BHOU"), static_cast<std::int16_t>(ScriptedRecorder::Pattern(40301 + 3 * 4)));
+  EXPECT_EQ(Stored("H", 0, "MONT"), 1);
+  EXPECT_EQ(Stored("M", 0, "MCOR"), 1);
 }
 
 TEST_F(ReadFlow, AlsoAFailedReadTakesOverTheUserUnitsAndRefreshes) {
@@ -185,7 +185,7 @@ TEST_F(ReadFlow, ASecondReadReadsAnew) {
   recorder.Register(40011 + 6) = 2; // KLOC
   platform.ExpectBox(20104);
   ReadFromRecorder(window);
-  EXPECT_EQ(Number("H", 0, "KLOC"), 2);
+  EXPECT_EQ(Stored("H", 0, "KLOC"), 2);
 }
 
 } // namespace

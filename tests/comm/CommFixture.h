@@ -14,6 +14,7 @@
 #include "core/Text.h"
 #include "core/modMain.h"
 #include "tests/comm/ScriptedRecorder.h"
+#include "tests/support/Store.h"
 
 namespace loader::test {
 
@@ -68,17 +69,5 @@ struct RecorderFixture : LinkFixture {
     recorder.PutIdentity(model, version);
   }
 };
-
-// "C0" is section C, item 0.
-inline std::int16_t Number(std::string_view section, int item, std::string_view tag) {
-  const ParamNumRecord* record = FindNumRecord(section, item, tag);
-  EXPECT_NE(record, nullptr) << section << item << tag;
-  return record == nullptr ? std::int16_t{0} : record->Value;
-}
-inline std::string TextOf(std::string_view section, int item, std::string_view tag) {
-  const ParamTextRecord* record = FindTextRecord(section, item, tag);
-  EXPECT_NE(record, nullptr) << section << item << tag;
-  return record == nullptr ? std::string() : ToUtf8(TrimRight(record->Value));
-}
 
 } // namespace loader::test

@@ -146,7 +146,7 @@ Result ChannelInG2(const Subject& s) {
     return Written{82, s.Value()};
   }
   if (tag == "SEKI") {
-    return Written{70, s.Value() == 1 && Number("C", s.item, "STYP") == 0 ? 1 : 0};
+    return Written{70, s.Value() == 1 && Stored("C", s.item, "STYP") == 0 ? 1 : 0};
   }
   return std::nullopt;
 }
@@ -284,13 +284,13 @@ void LayTotalizer(Memory& memory, int first) {
   const auto put = [&](int word, int value) {
     memory.at(static_cast<std::size_t>(first + word - 40001)) = static_cast<std::uint16_t>(value & 0xFFFF);
   };
-  put(6, Number("E", 0, "TSTR") / 60);
-  put(7, Number("E", 0, "TSTR") % 60);
-  put(8, Number("E", 0, "TSTO") / 60);
-  put(9, Number("E", 0, "TSTO") % 60);
-  put(0, Number("Z", 0, "TOTA"));
-  put(1, Number("Z", 0, "TSTM"));
-  put(4, Number("Z", 0, "TSIG"));
+  put(6, Stored("E", 0, "TSTR") / 60);
+  put(7, Stored("E", 0, "TSTR") % 60);
+  put(8, Stored("E", 0, "TSTO") / 60);
+  put(9, Stored("E", 0, "TSTO") % 60);
+  put(0, Stored("Z", 0, "TOTA"));
+  put(1, Stored("Z", 0, "TSTM"));
+  put(4, Stored("Z", 0, "TSIG"));
 }
 
 } // namespace

@@ -10,14 +10,8 @@ namespace {
 struct IpSetting : LinkFixture {
   // Shows the screen and lets the user act on it.
   void Show(const std::function<void(IpSettingScreen&)>& act) {
-    bool shown = false;
-    platform.screens.whileModal["frmIPSetting"] = [&](Screen& screen) {
-      shown = true;
-      user = {}; // the focus starts anew with each screen
-      act(static_cast<IpSettingScreen&>(screen));
-    };
+    platform.screens.Expect<IpSettingScreen>("frmIPSetting", act);
     ShowIpSetting();
-    EXPECT_TRUE(shown);
   }
   void ExpectRangeBox() { platform.boxes.Expect(u"0から255の値を入力してください"); }
   ScriptedUser user;

@@ -191,8 +191,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(InputKinds, AreTranslated) {
   ReadGeneration(GetParam().generation,
                  [&] { ChannelWord(3, 8) = static_cast<std::uint16_t>(GetParam().read); });
-  EXPECT_EQ(Number("C", 3, "TYPE"), GetParam().stored);
-  EXPECT_EQ(FindNumRecord("C", 3, "TYPE")->ReadValue, GetParam().stored);
+  EXPECT_EQ(Stored("C", 3, "TYPE"), GetParam().stored);
+  EXPECT_EQ(NumRecord("C", 3, "TYPE").ReadValue, GetParam().stored);
 }
 
 TEST_F(ReadRules, InGeneration2TotalizingIsAlwaysOnAndItsWordGivesTheReportCycle) {
@@ -202,28 +202,28 @@ TEST_F(ReadRules, InGeneration2TotalizingIsAlwaysOnAndItsWordGivesTheReportCycle
     ChannelWord(2, 35) = 2;
   });
   for (int item = 0; item < 3; ++item) {
-    EXPECT_EQ(Number("C", item, "SEKI"), 1);
-    EXPECT_EQ(Number("C", item, "STYP"), item == 1 ? 0 : 15);
-    EXPECT_EQ(FindNumRecord("C", item, "STYP")->ReadValue, item == 1 ? 0 : 15);
+    EXPECT_EQ(Stored("C", item, "SEKI"), 1);
+    EXPECT_EQ(Stored("C", item, "STYP"), item == 1 ? 0 : 15);
+    EXPECT_EQ(NumRecord("C", item, "STYP").ReadValue, item == 1 ? 0 : 15);
   }
 }
 
 TEST_F(ReadRules, InGeneration2TheTotalizerTimesAreMinutes) {
   ReadGeneration(2, [] {});
-  EXPECT_EQ(Number("E", 0, "TSTR"), 8 * 60 + 15);
-  EXPECT_EQ(Number("E", 0, "TSTO"), 17 * 60 + 30);
+  EXPECT_EQ(Stored("E", 0, "TSTR"), 8 * 60 + 15);
+  EXPECT_EQ(Stored("E", 0, "TSTO"), 17 * 60 + 30);
 }
 
 TEST_F(ReadRules, InGeneration2TheReadValuesOfTheTotalizerTimesKeepTheDefault) {
   ReadGeneration(2, [] {});
-  EXPECT_EQ(FindNumRecord("E", 0, "TSTR")->ReadValue, FindNumRecord("E", 0, "TSTR")->DefaultValue);
-  EXPECT_EQ(FindNumRecord("E", 0, "TSTO")->ReadValue, FindNumRecord("E", 0, "TSTO")->DefaultValue);
+  EXPECT_EQ(NumRecord("E", 0, "TSTR").ReadValue, NumRecord("E", 0, "TSTR").DefaultValue);
+  EXPECT_EQ(NumRecord("E", 0, "TSTO").ReadValue, NumRecord("E", 0, "TSTO").DefaultValue);
 }
 
 TEST_F(ReadRules, InGeneration2TheOldHourAndMinuteTagsReadTheSameWords) {
   ReadGeneration(2, [] {});
-  EXPECT_EQ(Number("E", 0, "TTSH"), 8);
-  EXPECT_EQ(Number("E", 0, "TTSM"), 15);
+  EXPECT_EQ(Stored("E", 0, "TTSH"), 8);
+  EXPECT_EQ(Stored("E", 0, "TTSM"), 15);
 }
 
 TEST_F(ReadRules, InGeneration2TheTotalizerSwitchesGoToTheirOwnSection) {
@@ -232,10 +232,10 @@ TEST_F(ReadRules, InGeneration2TheTotalizerSwitchesGoToTheirOwnSection) {
     recorder.Register(40162) = 3;
     recorder.Register(40165) = 2;
   });
-  EXPECT_EQ(Number("Z", 0, "TOTA"), 1);
-  EXPECT_EQ(Number("Z", 0, "TSTM"), 3);
-  EXPECT_EQ(Number("Z", 0, "TSIG"), 2);
-  EXPECT_EQ(FindNumRecord("Z", 0, "TSIG")->ReadValue, 2);
+  EXPECT_EQ(Stored("Z", 0, "TOTA"), 1);
+  EXPECT_EQ(Stored("Z", 0, "TSTM"), 3);
+  EXPECT_EQ(Stored("Z", 0, "TSIG"), 2);
+  EXPECT_EQ(NumRecord("Z", 0, "TSIG").ReadValue, 2);
 }
 
 TEST_F(ReadRules, InGeneration2ATimeBeyondANumberIsAFailedRead) {
@@ -251,9 +251,9 @@ TEST_F(ReadRules, InGeneration2ATimeBeyondANumberIsAFailedRead) {
 TEST_F(ReadRules, InGenerations0To2TheDigitalInputsFromTheSixthKeepWhatTheyHeld) {
   for (const int generation : {0, 1, 2}) {
     ReadGeneration(generation, [] {});
-    EXPECT_EQ(Number("D", 4, "DIKI"), static_cast<std::int16_t>(ScriptedRecorder::Pattern(40070)));
+    EXPECT_EQ(Stored("D", 4, "DIKI"), static_cast<std::int16_t>(ScriptedRecorder::Pattern(40070)));
     for (int item = 5; item < 16; ++item) {
-      EXPECT_EQ(Number("D", item, "DIKI"), Held) << item;
+      EXPECT_EQ(Stored("D", item, "DIKI"), Held) << item;
     }
   }
 }
@@ -264,23 +264,23 @@ TEST_F(ReadRules, InGenerations0To2TheLogarithmAndTheResetInputAreReadAsPlain) {
       ChannelWord(0, 29) = 1;
       ChannelWord(0, 32) = 77;
     });
-    EXPECT_EQ(Number("C", 0, "TAIS"), 1);
-    EXPECT_EQ(Number("C", 0, "SRIN"), 77);
+    EXPECT_EQ(Stored("C", 0, "TAIS"), 1);
+    EXPECT_EQ(Stored("C", 0, "SRIN"), 77);
   }
 }
 
 TEST_F(ReadRules, AGeneration0ReadLeavesChannelsFromTheTenthAndTheClockAtTheirDefaults) {
   ReadGeneration(0, [] {});
-  EXPECT_EQ(TextOf("C", 9, "TAG"), "CH 10");
-  EXPECT_EQ(Number("C", 9, "MMAX"), 5000);
-  EXPECT_EQ(Number("C", 29, "MMAX"), 5000);
-  EXPECT_EQ(Number("H", 0, "MONT"), 1);
-  EXPECT_EQ(Number("H", 0, "YEAR"), 0);
+  EXPECT_EQ(TrimmedText("C", 9, "TAG"), "CH 10");
+  EXPECT_EQ(Stored("C", 9, "MMAX"), 5000);
+  EXPECT_EQ(Stored("C", 29, "MMAX"), 5000);
+  EXPECT_EQ(Stored("H", 0, "MONT"), 1);
+  EXPECT_EQ(Stored("H", 0, "YEAR"), 0);
 }
 
 TEST_F(ReadRules, ARegisterOfFFFEReachesTheStoreAsMinusTwo) {
   ReadGeneration(5, [&] { ChannelWord(0, 13) = 0xFFFE; });
-  EXPECT_EQ(Number("C", 0, "MMIN"), -2);
+  EXPECT_EQ(Stored("C", 0, "MMIN"), -2);
 }
 
 TEST_F(ReadRules, TheUserUnitsFollowTheReadSection) {
@@ -310,7 +310,7 @@ TEST_F(ReadRules, ATagThatTheStoreLacksIsPassedOver) {
     }
     std::erase_if(ParamStore, [](const ParamSection& section) { return section.Code == "Z  "; });
   });
-  EXPECT_EQ(Number("C", 0, "SEKI"), 1);
+  EXPECT_EQ(Stored("C", 0, "SEKI"), 1);
 }
 
 } // namespace

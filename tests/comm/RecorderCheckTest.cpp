@@ -149,9 +149,9 @@ TEST_F(RecorderCheck, BlanksAroundTheIdentityAreTrimmed) {
 TEST_F(RecorderCheck, TheTrimmedTextsGoBackIntoTheStore) {
   Meet("  KOV", "  V40A", "KOV");
   EXPECT_TRUE(gFCheckRecorder());
-  EXPECT_EQ(FindTextRecord("P", 0, "PILC")->Value, FixedText(u"KOV"));
-  EXPECT_EQ(FindTextRecord("P", 0, "PVER")->Value, FixedText(u"V40A"));
-  EXPECT_EQ(FindTextRecord("P", 0, "PVER")->ReadValue, FixedText(u"  V40A"));
+  EXPECT_EQ(TextRecord("P", 0, "PILC").Value, FixedText(u"KOV"));
+  EXPECT_EQ(TextRecord("P", 0, "PVER").Value, FixedText(u"V40A"));
+  EXPECT_EQ(TextRecord("P", 0, "PVER").ReadValue, FixedText(u"  V40A"));
 }
 
 TEST_F(RecorderCheck, TheSerialNumberStaysInTheStoreAlsoAfterARefusal) {
@@ -159,7 +159,7 @@ TEST_F(RecorderCheck, TheSerialNumberStaysInTheStoreAlsoAfterARefusal) {
   recorder.PutText(30005, "SN-0815", 16);
   platform.ExpectBox(11015);
   EXPECT_FALSE(gFCheckRecorder());
-  EXPECT_EQ(TextOf("P", 0, "SNO."), "SN-0815");
+  EXPECT_EQ(TrimmedText("P", 0, "SNO."), "SN-0815");
 }
 
 TEST_F(RecorderCheck, ARecorderThatDoesNotAnswerShowsTwoMessagesInARow) {
@@ -216,7 +216,7 @@ TEST_F(RecorderState, IsReadFromItsSectionInOneRequestAndKept) {
   Meet("KOV", "V40A", "KOV");
   EXPECT_EQ(Ask(0x0102), 0);
   EXPECT_EQ(recorder.requests, (std::vector<RecordedRequest>{{4, 30101, 1}}));
-  EXPECT_EQ(Number("S", 0, "SYS1"), 0x0102);
+  EXPECT_EQ(Stored("S", 0, "SYS1"), 0x0102);
 }
 
 TEST_F(RecorderState, ThatCannotBeReadIs2BehindTheLinksMessage) {

@@ -87,7 +87,7 @@ TEST_F(StoreSettings, ADamagedReplyHasNoMessageAtAll) {
 
 TEST_F(StoreSettings, TheWordOffsetCountsDouble) {
   StartOn(Line::Serial);
-  FindNumRecord("F", 0, "FIX")->WordOffset = 3;
+  NumRecord("F", 0, "FIX").WordOffset = 3;
   platform.ExpectBox(20108);
   platform.ExpectBox(62702);
   FixSettings(window);
@@ -116,7 +116,7 @@ TEST_F(StoreSettings, ACommandRegisterThatNoFrameHoldsSendsNothing) {
   EXPECT_TRUE(gFLinkOpen());
   for (const std::int32_t base : {30001, 17, -40001, std::numeric_limits<std::int32_t>::max()}) {
     ParamStore[gFFindSection("F")].BaseAddress = base;
-    FindNumRecord("F", 0, "FIX")->WordOffset = 1;
+    NumRecord("F", 0, "FIX").WordOffset = 1;
     EXPECT_FALSE(gFFixSettings()) << base;
   }
   EXPECT_TRUE(recorder.requests.empty());
@@ -228,7 +228,7 @@ TEST_F(SetClock, AFailedCheckIsFalse) {
 
 TEST_F(SetClock, TheWordOffsetCountsDouble) {
   StartOn(Line::Ethernet);
-  FindNumRecord("H", 0, "TIMS")->WordOffset = 5;
+  NumRecord("H", 0, "TIMS").WordOffset = 5;
   SetRecorderClock(clock, window);
   EXPECT_EQ(recorder.requests.back(), (RecordedRequest{16, 40021, 6}));
 }
@@ -244,7 +244,7 @@ TEST_F(SetClock, AStoreWithoutTheClockSendsNothing) {
 TEST_F(SetClock, TheStoreKeepsItsOwnClockFields) {
   StartOn(Line::Ethernet);
   SetRecorderClock(clock, window);
-  EXPECT_EQ(Number("H", 0, "YEAR"), 0);
+  EXPECT_EQ(Stored("H", 0, "YEAR"), 0);
   EXPECT_EQ(recorder.Register(40012), 25);
 }
 

@@ -261,21 +261,6 @@ void ScriptedRecorder::SendFaulty(ScriptedWire& wire, Line line, Fault fault, co
   wire.Reply(reply, turnaround);
 }
 
-std::uint16_t CheckValueOf(const Bytes& bytes) {
-  unsigned check = 0xFFFF;
-  for (const std::uint8_t byte : bytes) {
-    check ^= byte;
-    for (int bit = 0; bit < 8; ++bit) {
-      const bool carry = check % 2 == 1;
-      check /= 2;
-      if (carry) {
-        check ^= 0xA001;
-      }
-    }
-  }
-  return static_cast<std::uint16_t>(check);
-}
-
 Bytes WithCheckValue(Bytes bytes) {
   const std::uint16_t check = CheckValueOf(bytes);
   bytes.push_back(static_cast<std::uint8_t>(check % 256));

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/CheckValue.h"
 #include "tests/support/ScriptedPlatform.h"
 
 namespace loader::test {
@@ -117,8 +118,7 @@ private:
   std::map<int, Fault> faults_;
 };
 
-// Modbus CRC-16, bit by bit; low byte first on the wire.
-std::uint16_t CheckValueOf(const Bytes& bytes);
+// The check value behind it, low byte first as on the wire.
 Bytes WithCheckValue(Bytes bytes);
 // "01 04 00 00"
 Bytes Hex(std::string_view text);

@@ -311,21 +311,21 @@ TEST_F(Telegram, AnItemIsParsedIntoValueAndReadValue) {
   Hold(Section("Q", 41001, 6, 2, MixedItem()));
   PutBytes("41 42 00 00 6D 33 00 00 FE FF 10 00", 12); // item 1
   EXPECT_TRUE(gFParseItem("Q", 12, 0, 1));
-  EXPECT_EQ(TextOf("Q", 1, "NAME"), "AB");
-  EXPECT_EQ(TextOf("Q", 1, "UNIT"), "m3");
-  EXPECT_EQ(Number("Q", 1, "LOW"), -2);
-  EXPECT_EQ(Number("Q", 1, "HIGH"), 16);
-  EXPECT_EQ(FindNumRecord("Q", 1, "LOW")->ReadValue, -2);
-  EXPECT_EQ(FindTextRecord("Q", 1, "NAME")->ReadValue, FixedText(u"AB"));
-  EXPECT_EQ(TextOf("Q", 0, "NAME"), "before");
+  EXPECT_EQ(TrimmedText("Q", 1, "NAME"), "AB");
+  EXPECT_EQ(TrimmedText("Q", 1, "UNIT"), "m3");
+  EXPECT_EQ(Stored("Q", 1, "LOW"), -2);
+  EXPECT_EQ(Stored("Q", 1, "HIGH"), 16);
+  EXPECT_EQ(NumRecord("Q", 1, "LOW").ReadValue, -2);
+  EXPECT_EQ(TextRecord("Q", 1, "NAME").ReadValue, FixedText(u"AB"));
+  EXPECT_EQ(TrimmedText("Q", 0, "NAME"), "before");
 }
 
 TEST_F(Telegram, TheDefaultsOfAParsedItemStay) {
   Hold(Section("Q", 41001, 6, 1, MixedItem()));
   PutBytes("41 42 00 00 6D 33 00 00 FE FF 10 00");
   EXPECT_TRUE(gFParseItem("Q", 0, 0, 0));
-  EXPECT_EQ(FindNumRecord("Q", 0, "LOW")->DefaultValue, 0);
-  EXPECT_EQ(FindTextRecord("Q", 0, "NAME")->DefaultValue, FixedText(u"before"));
+  EXPECT_EQ(NumRecord("Q", 0, "LOW").DefaultValue, 0);
+  EXPECT_EQ(TextRecord("Q", 0, "NAME").DefaultValue, FixedText(u"before"));
 }
 
 TEST_F(Telegram, AnItemWithoutTextsOrWithoutNumbersSkipsThatPass) {
@@ -337,8 +337,8 @@ TEST_F(Telegram, AnItemWithoutTextsOrWithoutNumbersSkipsThatPass) {
   PutBytes("41 42 00 00");
   EXPECT_TRUE(gFParseItem("Q", 0, 0, 0));
   EXPECT_TRUE(gFParseItem("W", 0, 1, 0));
-  EXPECT_EQ(TextOf("Q", 0, "NAME"), "AB");
-  EXPECT_EQ(Number("W", 0, "LOW"), 0x4241);
+  EXPECT_EQ(TrimmedText("Q", 0, "NAME"), "AB");
+  EXPECT_EQ(Stored("W", 0, "LOW"), 0x4241);
 }
 
 TEST_F(Telegram, AnItemOutsideTheStoreIsNotParsed) {

@@ -15,14 +15,8 @@ struct TimeChange : RecorderFixture {
     Configure(line);
   }
   void Show(const std::function<void(TimeChangeScreen&)>& act) {
-    bool shown = false;
-    platform.screens.whileModal["frmTimeChange"] = [&](Screen& screen) {
-      shown = true;
-      user = {}; // the focus starts anew with each screen
-      act(static_cast<TimeChangeScreen&>(screen));
-    };
+    platform.screens.Expect<TimeChangeScreen>("frmTimeChange", act);
     ShowTimeChange(window);
-    EXPECT_TRUE(shown);
   }
   static void SetFields(TimeChangeScreen& screen, std::u16string_view year, std::u16string_view month,
                         std::u16string_view day) {

@@ -12,11 +12,6 @@ struct WriteRules : WriteOf {
     prepare();
     Write();
   }
-  static void Set(std::string_view section, int item, std::string_view tag, std::int16_t value) {
-    ParamNumRecord* record = FindNumRecord(section, item, tag);
-    ASSERT_NE(record, nullptr);
-    SetNumber(*record, value, SlotValue);
-  }
   int ChannelWord(int item, int word) {
     return static_cast<std::int16_t>(recorder.Register(44001 + 60 * item + word));
   }
@@ -45,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
     });
 
 TEST_P(WrittenKinds, AreTranslated) {
-  WriteGeneration(GetParam().generation, [&] { Set("C", 0, "TYPE", GetParam().kind); });
+  WriteGeneration(GetParam().generation, [&] { Put("C", 0, "TYPE", GetParam().kind); });
   EXPECT_EQ(ChannelWord(0, 8), GetParam().written);
 }
 
@@ -80,10 +75,10 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(WrittenLimits, AValueBelowTheLimitGoesAndTheLimitGoesAs0) {
   const LimitRow& row = GetParam();
   WriteGeneration(row.generation,
-                  [&] { Set(row.section, 0, row.tag, static_cast<std::int16_t>(row.limit - 1)); });
+                  [&] { Put(row.section, 0, row.tag, static_cast<std::int16_t>(row.limit - 1)); });
   EXPECT_EQ(recorder.Register(row.number), row.limit - 1);
   WriteGeneration(row.generation,
-                  [&] { Set(row.section, 0, row.tag, static_cast<std::int16_t>(row.limit)); });
+                  [&] { Put(row.section, 0, row.tag, static_cast<std::int16_t>(row.limit)); });
   EXPECT_EQ(recorder.Register(row.number), 0);
 }
 
@@ -113,8 +108,8 @@ INSTANTIATE_TEST_SUITE_P(Rows, WrittenTriggers,
 TEST_P(WrittenTriggers, TheLimitOfAMessagesChannelFollowsItsTiming) {
   const auto write = [&](int value) {
     WriteGeneration(GetParam().generation, [&] {
-      Set("M", 0, "MTM1", GetParam().timing);
-      Set("M", 0, "MTM2", static_cast<std::int16_t>(value));
+      Put("M", 0, "MTM1", GetParam().timing);
+      Put("M", 0, "MTM2", static_cast<std::int16_t>(value));
     });
     const int base = GetParam().generation <= 2 ? 40509 : 40531;
     return recorder.Register(base + 19);
@@ -129,12 +124,12 @@ TEST_P(WrittenTriggers, TheLimitOfAMessagesChannelFollowsItsTiming) {
 
 TEST_F(WriteRules, InGeneration4TheChannelOfAMailTriggerFollowsTheSameRule) {
   WriteGeneration(4, [&] {
-    Set("X", 0, "ETRG", 3);
-    Set("X", 0, "ETG1", 18);
-    Set("X", 1, "ETRG", 3);
-    Set("X", 1, "ETG1", 17);
-    Set("X", 2, "ETRG", 5);
-    Set("X", 2, "ETG1", 18);
+    Put("X", 0, "ETRG", 3);
+    Put("X", 0, "ETG1", 18);
+    Put("X", 1, "ETRG", 3);
+    Put("X", 1, "ETG1", 17);
+    Put("X", 2, "ETRG", 5);
+    Put("X", 2, "ETG1", 18);
   });
   EXPECT_EQ(recorder.Register(42001 + 81), 0);
   EXPECT_EQ(recorder.Register(42001 + 88 + 81), 17);
@@ -152,8 +147,8 @@ TEST_F(WriteRules, ATriggerWithoutARecordInFrontOfItGoesWithItsValue) {
 
 TEST_F(WriteRules, InGeneration2ATimeGoesAsHoursAndMinutes) {
   WriteGeneration(2, [&] {
-    Set("E", 0, "TSTR", 125);
-    Set("E", 0, "TSTO", 1439);
+    Put("E", 0, "TSTR", 125);
+    Put("E", 0, "TSTO", 1439);
   });
   EXPECT_EQ(recorder.Register(40161 + 6), 2);
   EXPECT_EQ(recorder.Register(40161 + 7), 5);
@@ -162,7 +157,7 @@ TEST_F(WriteRules, InGeneration2ATimeGoesAsHoursAndMinutes) {
 }
 
 TEST_F(WriteRules, InGeneration2ANegativeTimeDropsItsFraction) {
-  WriteGeneration(2, [&] { Set("E", 0, "TSTR", -61); });
+  WriteGeneration(2, [&] { Put("E", 0, "TSTR", -61); });
   EXPECT_EQ(static_cast<std::int16_t>(recorder.Register(40161 + 6)), -1);
   EXPECT_EQ(static_cast<std::int16_t>(recorder.Register(40161 + 7)), -1);
 }
@@ -171,8 +166,8 @@ TEST_F(WriteRules, InGeneration2TotalizingNeedsItsSwitchAndTheDailyReport) {
   WriteGeneration(2, [&] {
     const std::array<std::pair<std::int16_t, std::int16_t>, 4> rows{{{1, 0}, {1, 15}, {0, 0}, {2, 0}}};
     for (int item = 0; item < 4; ++item) {
-      Set("C", item, "SEKI", rows[static_cast<std::size_t>(item)].first);
-      Set("C", item, "STYP", rows[static_cast<std::size_t>(item)].second);
+      Put("C", item, "SEKI", rows[static_cast<std::size_t>(item)].first);
+      Put("C", item, "STYP", rows[static_cast<std::size_t>(item)].second);
     }
   });
   EXPECT_EQ(ChannelWord(0, 35), 1);
@@ -183,8 +178,8 @@ TEST_F(WriteRules, InGeneration2TotalizingNeedsItsSwitchAndTheDailyReport) {
 
 TEST_F(WriteRules, InGeneration0TheAlarmLatchIsNeverWritten) {
   WriteGeneration(0, [&] {
-    Set("H", 0, "ALML", 1);
-    Set("H", 0, "ALMH", 50);
+    Put("H", 0, "ALML", 1);
+    Put("H", 0, "ALMH", 50);
   });
   EXPECT_EQ(recorder.Register(40017 + 18), 50);
   EXPECT_EQ(recorder.Register(40017 + 19), ScriptedRecorder::Pattern(40017 + 19)); // byte 38
@@ -193,9 +188,9 @@ TEST_F(WriteRules, InGeneration0TheAlarmLatchIsNeverWritten) {
 
 TEST_F(WriteRules, InGeneration0ColourAndLogarithmGoWithTheirDefaults) {
   WriteGeneration(0, [&] {
-    Set("C", 1, "COLR", 14);
-    Set("C", 1, "TAIS", 1);
-    Set("C", 1, "SUBC", 5);
+    Put("C", 1, "COLR", 14);
+    Put("C", 1, "TAIS", 1);
+    Put("C", 1, "SUBC", 5);
   });
   EXPECT_EQ(ChannelWord(1, 30), 2); // the second colour of the order
   EXPECT_EQ(ChannelWord(1, 29), 0);
@@ -203,9 +198,9 @@ TEST_F(WriteRules, InGeneration0ColourAndLogarithmGoWithTheirDefaults) {
 }
 
 TEST_F(WriteRules, InGeneration20TheLogarithmGoesWithItsDefault) {
-  WriteGeneration(20, [&] { Set("C", 0, "TAIS", 1); });
+  WriteGeneration(20, [&] { Put("C", 0, "TAIS", 1); });
   EXPECT_EQ(recorder.Register(45201 + 29), 0);
-  WriteGeneration(21, [&] { Set("C", 0, "TAIS", 1); });
+  WriteGeneration(21, [&] { Put("C", 0, "TAIS", 1); });
   EXPECT_EQ(recorder.Register(45201 + 29), 1);
 }
 
@@ -242,7 +237,7 @@ TEST_F(WriteRules, AJapaneseTagGoesAsCodePage932) {
 }
 
 TEST_F(WriteRules, ANegativeValueGoesAsTwosComplement) {
-  WriteGeneration(5, [] { Set("C", 0, "MMIN", -1); });
+  WriteGeneration(5, [] { Put("C", 0, "MMIN", -1); });
   EXPECT_EQ(recorder.Register(44001 + 13), 0xFFFF);
 }
 

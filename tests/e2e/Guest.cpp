@@ -18,6 +18,9 @@
 #include <QTest>
 #include <cstdlib>
 
+#include "qt/GridView.h"
+#include "tests/qt/ActiveWindow.h"
+
 namespace loader::tour {
 
 Guest::Guest(QString pictureFolder, QString prefix)
@@ -60,6 +63,11 @@ QWidget& Guest::Window() {
   throw TourFailure(QStringLiteral("the main window is not shown"));
 }
 
+QWidget& Guest::Front() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? *modal : Window();
+}
+
 void Guest::Click(QWidget& widget) {
   if (!widget.isVisible() || !widget.isEnabled()) {
     throw TourFailure(QStringLiteral("%1 cannot be clicked").arg(widget.objectName()));
@@ -71,6 +79,39 @@ void Guest::TypeInto(QWidget& widget, const QString& text) {
   Click(widget);
   QTest::keyClick(&widget, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClicks(&widget, text);
+}
+
+void Guest::Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QWidget& front = Front();
+  QWidget* keyboard = front.focusWidget() != nullptr ? front.focusWidget() : &front;
+  QTest::keyClick(keyboard, key, modifiers);
+}
+
+namespace {
+QPoint CellToClick(GridView& table, int row, int column) {
+  const QModelIndex cell = table.model()->index(row, column);
+  if (!cell.isValid() || !table.isVisible() || !table.isEnabled()) {
+    throw TourFailure(
+        QStringLiteral("%1 has no cell %2, %3 to click").arg(table.objectName()).arg(row).arg(column));
+  }
+  table.scrollTo(cell);
+  return table.visualRect(cell).center();
+}
+} // namespace
+
+void Guest::ClickCell(GridView& table, int row, int column) {
+  const QPoint place = CellToClick(table, row, column);
+  QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, place);
+}
+
+void Guest::DoubleClickCell(GridView& table, int row, int column) {
+  const QPoint place = CellToClick(table, row, column);
+  QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, place);
+  QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, place);
+}
+
+void Guest::CloseFront() {
+  Front().close();
 }
 
 void Guest::Choose(const char* menu, const char* action) {
@@ -91,7 +132,7 @@ void Guest::ChoosePage(int page) {
 }
 
 void Guest::ChooseRow(const char* comboBox, int row) {
-  auto& list = Find<QComboBox>(Window(), comboBox);
+  auto& list = Find<QComboBox>(comboBox);
   list.setFocus(Qt::MouseFocusReason);
   const int steps = row - list.currentIndex();
   for (int i = 0; i < std::abs(steps); ++i) {
@@ -102,7 +143,7 @@ void Guest::ChooseRow(const char* comboBox, int row) {
 void Guest::Picture(const QString& name) const {
   QCoreApplication::processEvents();
   const QString file = pictureFolder_ + u'/' + prefix_ + name + QStringLiteral(".png");
-  if (!Window().grab().save(file)) {
+  if (!Front().grab().save(file)) {
     throw TourFailure(QStringLiteral("cannot write %1").arg(file));
   }
 }
@@ -141,13 +182,27 @@ void Guest::Answer(QWidget& shown) {
     } else if (file != nullptr) {
       AnswerFileDialog(*file);
     } else {
-      const Expected next = std::move(expected_.front());
-      expected_.pop_front();
-      next.act(shown);
+      AnswerScreen(shown);
     }
   } catch (const TourFailure& failure) {
     failure_ = QString::fromStdString(failure.what());
-    qobject_cast<QDialog*>(&shown)->reject();
+    shown.close();
+  }
+}
+
+void Guest::AnswerScreen(QWidget& screen) {
+  const Expected next = std::move(expected_.front());
+  expected_.pop_front();
+  if (screen.objectName() != next.text) {
+    throw TourFailure(QStringLiteral("the screen %1 in place of %2").arg(screen.objectName(), next.text));
+  }
+  if (!test::BecomesActive(screen)) {
+    throw TourFailure(QStringLiteral("%1 does not become active").arg(next.text));
+  }
+  const QPointer<QWidget> open(&screen);
+  next.act(screen);
+  if (open != nullptr && open->isVisible()) {
+    throw TourFailure(QStringLiteral("%1 stays open").arg(next.text));
   }
 }
 

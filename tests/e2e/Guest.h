@@ -12,6 +12,10 @@
 
 class QFileDialog;
 
+namespace loader {
+class GridView;
+}
+
 namespace loader::tour {
 
 // A step that did not go as told ends the tour.
@@ -30,13 +34,20 @@ public:
   void ExpectBox(const QString& text, QMessageBox::StandardButton answer);
   // The next file dialog gets this path typed in.
   void ExpectFileDialog(const QString& path);
-  // The next screen with this object name is given to `act` once it is shown.
+  // The next screen with this object name is given to `act` once it is shown and active; it may open further
+  // ones. One that is still open afterwards is a failure of the tour.
   void ExpectScreen(const QString& name, std::function<void(QWidget&)> act);
   // Fails when something that was expected has not come, or something came that was not.
   void EndStep(const QString& step);
 
   // The main window, or a failure.
   [[nodiscard]] static QWidget& Window();
+  // The window that the user works in: the modal one in front, or else the main window.
+  [[nodiscard]] static QWidget& Front();
+  // A widget of the window in front.
+  template <typename Widget> [[nodiscard]] static Widget& Find(const char* name) {
+    return Find<Widget>(Front(), name);
+  }
   template <typename Widget> [[nodiscard]] static Widget& Find(QWidget& in, const char* name) {
     auto* widget = in.findChild<Widget*>(QString::fromLatin1(name));
     if (widget == nullptr) {
@@ -46,10 +57,19 @@ public:
   }
   static void Click(QWidget& widget);
   static void TypeInto(QWidget& widget, const QString& text);
+  // Presses a key where the keyboard is in the window in front.
+  static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  // A cell of a table, by row and column below and beside the headings; it is scrolled to first.
+  static void ClickCell(GridView& table, int row, int column);
+  static void DoubleClickCell(GridView& table, int row, int column);
+  // By the cross of its window.
+  static void CloseFront();
   // Chooses a menu entry with the mouse where the menus are shown, which opens and closes them.
   static void Choose(const char* menu, const char* action);
   static void ChoosePage(int page);
+  // In a list of the window in front.
   static void ChooseRow(const char* comboBox, int row);
+  // Of the window in front.
   void Picture(const QString& name) const;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -58,6 +78,7 @@ private:
   void Answer(QWidget& shown);
   void AnswerBox(QMessageBox& box);
   void AnswerFileDialog(QFileDialog& dialog);
+  void AnswerScreen(QWidget& screen);
 
   struct Expected {
     enum class Kind { Box, File, Screen } kind;

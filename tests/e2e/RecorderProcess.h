@@ -4,13 +4,12 @@
 #include <QCoreApplication>
 #include <QProcess>
 #include <QString>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 
 #include "tests/e2e/Guest.h"
+#include "tests/support/MemoryDump.h"
 
 namespace loader::tour {
 
@@ -39,22 +38,13 @@ public:
   ~RecorderProcess() { End(); }
   [[nodiscard]] int Port() const { return port_; }
 
-  // Ends the recorder and reads what it held: lines "40001 = 0x0001".
+  // Ends the recorder and reads what it held.
   Memory End() {
     if (process_.state() != QProcess::NotRunning) {
       process_.terminate();
       process_.waitForFinished(5000);
     }
-    Memory memory;
-    std::ifstream in(dump_);
-    for (std::string line; std::getline(in, line);) {
-      int number = 0;
-      unsigned value = 0;
-      if (std::sscanf(line.c_str(), "%d = 0x%x", &number, &value) == 2) {
-        memory[number] = static_cast<int>(value);
-      }
-    }
-    return memory;
+    return test::ReadMemoryDump(dump_);
   }
 
 private:

@@ -31,6 +31,7 @@
 #include "qt/QtText.h"
 #include "tests/e2e/Guest.h"
 #include "tests/e2e/RecorderProcess.h"
+#include "tests/qt/ActiveWindow.h"
 
 namespace fs = std::filesystem;
 
@@ -78,6 +79,7 @@ public:
     Look();
     Read();
     LookAtTheChannels();
+    LookAtTheSmallScreens();
     LookAtEveryPage();
     ChangeFields();
     WriteBack();
@@ -135,7 +137,38 @@ private:
     Tell(QStringLiteral("the channel table shows %1 channels, the first one \"%2\"")
              .arg(table.rowCount())
              .arg(ToQt(table.CellAt(FirstRow, TagColumn).text)));
+    constexpr int ThirdChannel = 2;
+    Guest::ClickCell(Guest::Find<GridView>("fgrCh"), ThirdChannel, TagColumn);
+    if (frmParamLoader->fgrCh.Row != FirstRow + ThirdChannel) {
+      throw TourFailure(QStringLiteral("a click on the third channel has not chosen its row"));
+    }
     guest_.Picture(QStringLiteral("read"));
+  }
+
+  void LookAtTheSmallScreens() {
+    guest_.ExpectScreen(QStringLiteral("frmAbout"), [&](QWidget&) {
+      guest_.Picture(QStringLiteral("version"));
+      Guest::Press(Qt::Key_Return);
+    });
+    Guest::Choose("menuHelp", "menuVersion");
+    guest_.EndStep(QStringLiteral("the version screen"));
+    guest_.ExpectScreen(QStringLiteral("frmIPSetting"), [&](QWidget&) {
+      Guest::TypeInto(Guest::Find<QLineEdit>("txtStationNo"), QStringLiteral("300"));
+      guest_.ExpectBox(Text(20115)
+                           .replace(QStringLiteral("@FORMIN@"), QStringLiteral("0"))
+                           .replace(QStringLiteral("@FORMAX@"), QStringLiteral("255")),
+                       QMessageBox::Ok);
+      Guest::Click(Guest::Find<QPushButton>("cmdOK"));
+      Guest::TypeInto(Guest::Find<QLineEdit>("txtStationNo"), QStringLiteral("1"));
+      guest_.Picture(QStringLiteral("address"));
+      Guest::Click(Guest::Find<QPushButton>("cmdOK"));
+    });
+    Guest::Choose("menuRS", "menuRSipaddr");
+    guest_.EndStep(QStringLiteral("the address screen"));
+    guest_.ExpectScreen(QStringLiteral("frmTimeChange"), [](QWidget&) { Guest::CloseFront(); });
+    Guest::Click(Guest::Find<QPushButton>("cmdTime"));
+    guest_.EndStep(QStringLiteral("closing a screen by its window"));
+    Tell(QStringLiteral("the small screens open, refuse a wrong station and close"));
   }
 
   void LookAtEveryPage() {
@@ -171,7 +204,7 @@ private:
     Guest::Click(Guest::Find<QPushButton>(window, "cmdFIX")); // the wrong value stands in its way
     guest_.EndStep(QStringLiteral("a wrong value"));
     // The window manager gives the window its activity back when the box has gone.
-    if (!QTest::qWaitForWindowActive(&window)) {
+    if (!test::BecomesActive(window)) {
       throw TourFailure(QStringLiteral("the window does not become active again behind a box"));
     }
     if (!hysteresis.hasFocus() || hysteresis.selectedText() != QStringLiteral("abc")) {
@@ -214,18 +247,18 @@ private:
   }
 
   void SetClock() {
-    guest_.ExpectScreen(QStringLiteral("frmTimeChange"), [&](QWidget& screen) {
+    guest_.ExpectScreen(QStringLiteral("frmTimeChange"), [&](QWidget&) {
       const auto type = [&](const char* field, const char* text) {
-        Guest::TypeInto(Guest::Find<QLineEdit>(screen, field), QString::fromLatin1(text));
+        Guest::TypeInto(Guest::Find<QLineEdit>(field), QString::fromLatin1(text));
       };
       type("txtYear", "27");
       type("txtMonth", "2");
       type("txtDay", "28");
       type("txtHour", "23");
       type("txtMinute", "58");
-      screen.grab().save(folder_ + u'/' + model_.toLower() + QStringLiteral("-clock.png"));
-      Guest::Click(Guest::Find<QPushButton>(screen, "cmdOK"));
-      Guest::Click(Guest::Find<QPushButton>(screen, "cmdCancel"));
+      guest_.Picture(QStringLiteral("clock"));
+      Guest::Click(Guest::Find<QPushButton>("cmdOK"));
+      Guest::Click(Guest::Find<QPushButton>("cmdCancel"));
     });
     Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "cmdTime"));
     guest_.EndStep(QStringLiteral("setting the clock"));

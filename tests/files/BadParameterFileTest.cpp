@@ -73,7 +73,7 @@ TEST_F(BadFiles, ThatAreLinksToGoodOnesLoad) {
   platform.WriteFile("good.KOV", "LOADER ,V210\r\nC00TAG ,LINK\r\n");
   std::filesystem::create_symlink("good.KOV", platform.folder / "link.KOV");
   EXPECT_TRUE(gFLoadParamFile(platform.folder / "link.KOV"));
-  EXPECT_EQ("LINK", Text("C", 0, "TAG"));
+  EXPECT_EQ("LINK", TrimmedText("C", 0, "TAG"));
 }
 
 TEST_F(BadFiles, WithoutANameFail) {
@@ -106,25 +106,25 @@ TEST_F(BadFiles, CutInsideAKeyFail) {
 
 TEST_F(BadFiles, CutInsideAFullWidthCharacterLoad) {
   EXPECT_TRUE(Read("LOADER ,V210\r\nG00GNEM,ab\x83"));
-  EXPECT_EQ("ab・", Text("G", 0, "GNEM"));
+  EXPECT_EQ("ab・", TrimmedText("G", 0, "GNEM"));
 }
 
 TEST_F(BadFiles, WithHalfACharacterBeforeALineEndKeepTheLines) {
   EXPECT_TRUE(Read("LOADER ,V210\r\nG00GNEM,ab\x83\r\nC00FILT,3\r\n"));
-  EXPECT_EQ("ab・", Text("G", 0, "GNEM"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ("ab・", TrimmedText("G", 0, "GNEM"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 TEST_F(BadFiles, WithBytesOfNoCharacterLoad) {
   EXPECT_TRUE(Read("LOADER ,V210\r\nG00GNEM,a\x85\xFCz\x80\xA0\xFD\xFE\xFF\r\n"));
-  EXPECT_EQ(u'a', FindTextRecord("G", 0, "GNEM")->Value[0]);
-  EXPECT_EQ(u'z', FindTextRecord("G", 0, "GNEM")->Value[2]);
+  EXPECT_EQ(u'a', TextRecord("G", 0, "GNEM").Value[0]);
+  EXPECT_EQ(u'z', TextRecord("G", 0, "GNEM").Value[2]);
 }
 
 TEST_F(BadFiles, WithANulInATextKeepIt) {
   EXPECT_TRUE(Read("G00GNEM,a\0b\r\nC00FILT,3\r\n"sv));
-  EXPECT_EQ(FixedText(u"a\0b"sv), FindTextRecord("G", 0, "GNEM")->Value);
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ(FixedText(u"a\0b"sv), TextRecord("G", 0, "GNEM").Value);
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 TEST_F(BadFiles, WithANulInAKeyFail) {
@@ -143,8 +143,8 @@ TEST_F(BadFiles, OfNulsFail) {
 // No byte marks the end of the file: what stands behind a Ctrl-Z is read.
 TEST_F(BadFiles, WithACtrlZReadOn) {
   EXPECT_TRUE(Read("G00GNEM,a\x1A\r\nC00FILT,3\r\n"));
-  EXPECT_EQ("a\x1A", Text("G", 0, "GNEM"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ("a\x1A", TrimmedText("G", 0, "GNEM"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 TEST_F(BadFiles, ThatEndInACtrlZLineFail) {
@@ -193,7 +193,7 @@ TEST_F(BadFiles, OfOneHugeLineWithoutACommaFail) {
 
 TEST_F(BadFiles, OfOneHugeTextLoadItsFirst64Characters) {
   EXPECT_TRUE(Read("J00SDAD," + std::string(Huge, 'x')));
-  EXPECT_EQ(std::string(64, 'x'), Text("J", 0, "SDAD"));
+  EXPECT_EQ(std::string(64, 'x'), TrimmedText("J", 0, "SDAD"));
 }
 
 TEST_F(BadFiles, OfOneHugeNumberFail) {
@@ -228,7 +228,7 @@ TEST_F(BadFiles, OfAMillionLinesOfOneParameterKeepTheLast) {
     bytes += "C00FILT," + std::to_string(i % 100) + "\r\n";
   }
   EXPECT_TRUE(Read(bytes));
-  EXPECT_EQ(99, Number("C", 0, "FILT"));
+  EXPECT_EQ(99, Stored("C", 0, "FILT"));
 }
 
 } // namespace

@@ -16,18 +16,18 @@ std::string ReadAs(std::string_view lines) {
 
 TEST_F(KeyRules, TakeTPVMAsBPVMOfSectionB) {
   EXPECT_EQ("loaded", ReadAs("T03TPVM,1\r\n"));
-  EXPECT_EQ(1, Number("B", 3, "BPVM"));
+  EXPECT_EQ(1, Stored("B", 3, "BPVM"));
 }
 
 TEST_F(KeyRules, TakeBMEMAsTMEMOfSectionT) {
   EXPECT_EQ("loaded", ReadAs("B02BMEM,1\r\n"));
-  EXPECT_EQ(1, Number("T", 2, "TMEM"));
+  EXPECT_EQ(1, Stored("T", 2, "TMEM"));
 }
 
 TEST_F(KeyRules, TakeTheNewTagsInTheirOwnSections) {
   EXPECT_EQ("loaded", ReadAs("B03BPVM,1\r\nT02TMEM,1\r\n"));
-  EXPECT_EQ(1, Number("B", 3, "BPVM"));
-  EXPECT_EQ(1, Number("T", 2, "TMEM"));
+  EXPECT_EQ(1, Stored("B", 3, "BPVM"));
+  EXPECT_EQ(1, Stored("T", 2, "TMEM"));
 }
 
 class TotalizerSwitches : public ParameterFiles,
@@ -36,7 +36,7 @@ class TotalizerSwitches : public ParameterFiles,
 TEST_P(TotalizerSwitches, LieInSectionZWhateverSectionTheFileNames) {
   const auto& [section, tag] = GetParam();
   EXPECT_EQ("loaded", ReadAs(std::string(section) + "00" + tag + ",1\r\n"));
-  EXPECT_EQ(1, Number("Z", 0, tag));
+  EXPECT_EQ(1, Stored("Z", 0, tag));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TotalizerSwitches,
@@ -51,9 +51,9 @@ class TextsWithComma : public ParameterFiles,
 // Deliberate: the writer writes the comma and the reader empties the text.
 TEST_P(TextsWithComma, AreEmptied) {
   const auto& [section, tag] = GetParam();
-  SetText(*FindTextRecord(section, 1, tag), u"before", SlotValue);
+  SetText(TextRecord(section, 1, tag), u"before", SlotValue);
   EXPECT_EQ("loaded", ReadAs(std::string(section) + "01" + tag + ",A,B\r\n"));
-  EXPECT_EQ("", Text(section, 1, tag));
+  EXPECT_EQ("", TrimmedText(section, 1, tag));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TextsWithComma,
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(All, TextsWithComma,
 
 TEST_F(KeyRules, EmptyATextWhoseOnlyCharacterIsAComma) {
   EXPECT_EQ("loaded", ReadAs("C00TAG ,,\r\n"));
-  EXPECT_EQ("", Text("C", 0, "TAG"));
+  EXPECT_EQ("", TrimmedText("C", 0, "TAG"));
 }
 
 TEST_F(KeyRules, FailOnACommaInTheUnitNumberOfAChannel) {
@@ -76,7 +76,7 @@ class TextsThatKeepTheirComma : public ParameterFiles,
 TEST_P(TextsThatKeepTheirComma, KeepIt) {
   const auto& [section, tag] = GetParam();
   EXPECT_EQ("loaded", ReadAs(std::string(section) + "00" + tag + ",A,B\r\n"));
-  EXPECT_EQ("A,B", Text(section, 0, tag));
+  EXPECT_EQ("A,B", TrimmedText(section, 0, tag));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TextsThatKeepTheirComma,
@@ -102,7 +102,7 @@ class InputKinds : public ParameterFiles, public testing::WithParamInterface<Kin
 
 TEST_P(InputKinds, AreRenumbered) {
   EXPECT_EQ("loaded", ReadAs("C04TYPE," + std::string(GetParam().written) + "\r\n"));
-  EXPECT_EQ(GetParam().stored, Number("C", 4, "TYPE"));
+  EXPECT_EQ(GetParam().stored, Stored("C", 4, "TYPE"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Old, InputKinds,
@@ -121,62 +121,62 @@ INSTANTIATE_TEST_SUITE_P(Spelled, InputKinds,
 
 TEST_F(KeyRules, JoinHoursAndMinutesOfTheStart) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,1\r\nE00TTSM,30\r\n"));
-  EXPECT_EQ(90, Number("E", 0, "TSTR"));
+  EXPECT_EQ(90, Stored("E", 0, "TSTR"));
 }
 
 TEST_F(KeyRules, JoinHoursAndMinutesOfTheStop) {
   EXPECT_EQ("loaded", ReadAs("E00TTEH,23\r\nE00TTEM,59\r\n"));
-  EXPECT_EQ(1439, Number("E", 0, "TSTO"));
+  EXPECT_EQ(1439, Stored("E", 0, "TSTO"));
 }
 
 TEST_F(KeyRules, KeepTheHoursOfStartAndStopApart) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,1\r\nE00TTEH,2\r\nE00TTSM,5\r\nE00TTEM,7\r\n"));
-  EXPECT_EQ(65, Number("E", 0, "TSTR"));
-  EXPECT_EQ(127, Number("E", 0, "TSTO"));
+  EXPECT_EQ(65, Stored("E", 0, "TSTR"));
+  EXPECT_EQ(127, Stored("E", 0, "TSTO"));
 }
 
 TEST_F(KeyRules, StoreTheHoursUnderTheirOwnTagsToo) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,7\r\nE00TTEH,8\r\n"));
-  EXPECT_EQ(7, Number("E", 0, "TTSH"));
-  EXPECT_EQ(8, Number("E", 0, "TTEH"));
+  EXPECT_EQ(7, Stored("E", 0, "TTSH"));
+  EXPECT_EQ(8, Stored("E", 0, "TTEH"));
 }
 
 // Deliberate: the minutes of an old time have no other home than the joined time.
 TEST_F(KeyRules, LeaveTheOldMinutesAtTheirDefaults) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,1\r\nE00TTSM,30\r\nE00TTEH,2\r\nE00TTEM,40\r\n"));
-  EXPECT_EQ(0, Number("E", 0, "TTSM"));
-  EXPECT_EQ(0, Number("E", 0, "TTEM"));
+  EXPECT_EQ(0, Stored("E", 0, "TTSM"));
+  EXPECT_EQ(0, Stored("E", 0, "TTEM"));
 }
 
 TEST_F(KeyRules, CountNoHoursWhenTheHoursComeLater) {
   EXPECT_EQ("loaded", ReadAs("E00TTSM,30\r\nE00TTSH,1\r\nE00TTEM,20\r\nE00TTEH,1\r\n"));
-  EXPECT_EQ(30, Number("E", 0, "TSTR"));
-  EXPECT_EQ(20, Number("E", 0, "TSTO"));
+  EXPECT_EQ(30, Stored("E", 0, "TSTR"));
+  EXPECT_EQ(20, Stored("E", 0, "TSTO"));
 }
 
 TEST_F(KeyRules, LetAPresentTimeBehindAnOldOneWin) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,1\r\nE00TTSM,30\r\nE00TSTR,600\r\n"));
-  EXPECT_EQ(600, Number("E", 0, "TSTR"));
+  EXPECT_EQ(600, Stored("E", 0, "TSTR"));
 }
 
 TEST_F(KeyRules, ForgetTheHoursWithTheFile) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,5\r\nE00TTEH,5\r\n"));
   EXPECT_EQ("loaded", ReadAs("E00TTSM,1\r\nE00TTEM,2\r\n"));
-  EXPECT_EQ(1, Number("E", 0, "TSTR"));
-  EXPECT_EQ(2, Number("E", 0, "TSTO"));
+  EXPECT_EQ(1, Stored("E", 0, "TSTR"));
+  EXPECT_EQ(2, Stored("E", 0, "TSTO"));
 }
 
 TEST_F(KeyRules, TakeTheLargestTimeThatANumberHolds) {
   EXPECT_EQ("loaded", ReadAs("E00TTSH,546\r\nE00TTSM,7\r\n"));
-  EXPECT_EQ(32767, Number("E", 0, "TSTR"));
+  EXPECT_EQ(32767, Stored("E", 0, "TSTR"));
 }
 
 class BadTimes : public ParameterFiles, public testing::WithParamInterface<const char*> {};
 
 TEST_P(BadTimes, FailTheLoad) {
   EXPECT_EQ("failed", ReadAs(GetParam()));
-  EXPECT_EQ(0, Number("E", 0, "TSTR"));
-  EXPECT_EQ(0, Number("E", 0, "TSTO"));
+  EXPECT_EQ(0, Stored("E", 0, "TSTR"));
+  EXPECT_EQ(0, Stored("E", 0, "TSTO"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Start, BadTimes,
@@ -196,38 +196,38 @@ INSTANTIATE_TEST_SUITE_P(Stop, BadTimes,
 // --- Totalizer kind and report cycle
 
 TEST_F(KeyRules, SwitchTheReportOffForAZeroTotalizerKind) {
-  SetNumber(*FindNumRecord("C", 0, "STYP"), 3, SlotValue);
+  Put("C", 0, "STYP", 3);
   EXPECT_EQ("loaded", ReadAs("C00SEKI,0\r\n"));
-  EXPECT_EQ(15, Number("C", 0, "STYP"));
-  EXPECT_EQ(1, Number("C", 0, "SEKI"));
+  EXPECT_EQ(15, Stored("C", 0, "STYP"));
+  EXPECT_EQ(1, Stored("C", 0, "SEKI"));
 }
 
 class TotalKinds : public ParameterFiles, public testing::WithParamInterface<const char*> {};
 
 TEST_P(TotalKinds, OtherThanZeroMakeADailyReport) {
-  SetNumber(*FindNumRecord("C", 7, "SEKI"), 2, SlotValue);
+  Put("C", 7, "SEKI", 2);
   EXPECT_EQ("loaded", ReadAs("C07SEKI," + std::string(GetParam()) + "\r\n"));
-  EXPECT_EQ(0, Number("C", 7, "STYP"));
-  EXPECT_EQ(1, Number("C", 7, "SEKI"));
+  EXPECT_EQ(0, Stored("C", 7, "STYP"));
+  EXPECT_EQ(1, Stored("C", 7, "SEKI"));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TotalKinds, testing::Values("1", "2", "3", "-1", "32767"));
 
 TEST_F(KeyRules, SetTheReportOfThatChannelOnly) {
   EXPECT_EQ("loaded", ReadAs("C01SEKI,1\r\n"));
-  EXPECT_EQ(15, Number("C", 0, "STYP"));
-  EXPECT_EQ(0, Number("C", 1, "STYP"));
-  EXPECT_EQ(15, Number("C", 2, "STYP"));
+  EXPECT_EQ(15, Stored("C", 0, "STYP"));
+  EXPECT_EQ(0, Stored("C", 1, "STYP"));
+  EXPECT_EQ(15, Stored("C", 2, "STYP"));
 }
 
 TEST_F(KeyRules, LetAReportCycleBehindTheTotalizerKindWin) {
   EXPECT_EQ("loaded", ReadAs("C00SEKI,1\r\nC00STYP,3\r\n"));
-  EXPECT_EQ(3, Number("C", 0, "STYP"));
+  EXPECT_EQ(3, Stored("C", 0, "STYP"));
 }
 
 TEST_F(KeyRules, LetATotalizerKindBehindTheReportCycleWin) {
   EXPECT_EQ("loaded", ReadAs("C00STYP,3\r\nC00SEKI,0\r\n"));
-  EXPECT_EQ(15, Number("C", 0, "STYP"));
+  EXPECT_EQ(15, Stored("C", 0, "STYP"));
 }
 
 TEST_F(KeyRules, FailOnATotalizerKindThatIsNoNumber) {

@@ -11,6 +11,7 @@
 #include "core/modMain.h"
 #include "files/ParameterFile.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/Store.h"
 
 namespace loader::test {
 
@@ -23,18 +24,6 @@ protected:
   std::string Saved() {
     EXPECT_TRUE(gFSaveParamFile(platform.folder / "saved.KOV"));
     return platform.ReadFile("saved.KOV");
-  }
-
-  [[nodiscard]] static std::int16_t Number(std::string_view section, int item, std::string_view tag) {
-    const ParamNumRecord* record = FindNumRecord(section, item, tag);
-    EXPECT_NE(nullptr, record) << section << item << tag;
-    return record == nullptr ? std::int16_t{-32768} : record->Value;
-  }
-  // Without its padding, in UTF-8.
-  [[nodiscard]] static std::string Text(std::string_view section, int item, std::string_view tag) {
-    const ParamTextRecord* record = FindTextRecord(section, item, tag);
-    EXPECT_NE(nullptr, record) << section << item << tag;
-    return record == nullptr ? "?" : ToUtf8(TrimRight(record->Value));
   }
 
   ScriptedPlatform platform;

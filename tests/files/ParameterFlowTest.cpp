@@ -73,28 +73,28 @@ TEST(FileDialogTexts, AreThoseOfTheModels) {
 // --- Open
 
 TEST_F(ParameterFlows, ChangeNothingWhenTheUserCancelsAnOpen) {
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
+  Put("C", 0, "FILT", 9);
   Cancel();
   Open();
-  EXPECT_EQ(9, Number("C", 0, "FILT"));
+  EXPECT_EQ(9, Stored("C", 0, "FILT"));
   EXPECT_EQ(0, refreshes);
 }
 
 TEST_F(ParameterFlows, LayAFileOverAFreshStore) {
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
-  SetText(*FindTextRecord("C", 1, "STAG"), u"edited", SlotValue);
+  Put("C", 0, "FILT", 9);
+  SetText(TextRecord("C", 1, "STAG"), u"edited", SlotValue);
   platform.WriteFile("a.KOV", "LOADER ,V210\r\nC01FILT,4\r\n");
   Choose("a.KOV");
   Open();
-  EXPECT_EQ(0, Number("C", 0, "FILT"));
-  EXPECT_EQ(4, Number("C", 1, "FILT"));
-  EXPECT_EQ("CH 02", Text("C", 1, "STAG"));
+  EXPECT_EQ(0, Stored("C", 0, "FILT"));
+  EXPECT_EQ(4, Stored("C", 1, "FILT"));
+  EXPECT_EQ("CH 02", TrimmedText("C", 1, "STAG"));
   EXPECT_EQ(1, refreshes);
 }
 
 TEST_F(ParameterFlows, OpenAFileOfTheHeadAloneAsAllDefaults) {
   const std::string defaults = Saved();
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
+  Put("C", 0, "FILT", 9);
   platform.WriteFile("a.KOV", "LOADER ,V210\r\n");
   Choose("a.KOV");
   Open();
@@ -109,7 +109,7 @@ TEST_F(ParameterFlows, EnterTheUserUnitsOfTheFileIntoTheUnitList) {
   EXPECT_EQ(u"m/s", UnitNames.at(156));
   EXPECT_EQ(u"", UnitNames.at(157));
   EXPECT_EQ(u" l/h", UnitNames.at(167));
-  EXPECT_EQ(FixedText(u"m/s"), FindTextRecord("U", 0, "UNIT")->Value);
+  EXPECT_EQ(FixedText(u"m/s"), TextRecord("U", 0, "UNIT").Value);
 }
 
 TEST_F(ParameterFlows, EmptyTheUserUnitsThatAFileDoesNotName) {
@@ -135,7 +135,7 @@ TEST_F(ParameterFlows, ShowTheStoreAfterTheUnitListFollowed) {
 
 TEST_F(ParameterFlows, TellThatAFileDoesNotLoadAndTakeTheDefaults) {
   const std::string defaults = Saved();
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
+  Put("C", 0, "FILT", 9);
   platform.WriteFile("a.KOV", "LOADER ,V210\r\nC01FILT,4\r\nC02QQQQ,1\r\n");
   Choose("a.KOV");
   platform.ExpectBox(11003);
@@ -160,7 +160,7 @@ TEST_F(ParameterFlows, KeepThePartLaidStoreUntilTheMessageIsAnswered) {
   Open();
   EXPECT_EQ(4, whileShown);
   EXPECT_EQ(0, refreshesWhileShown);
-  EXPECT_EQ(0, Number("C", 1, "FILT"));
+  EXPECT_EQ(0, Stored("C", 1, "FILT"));
 }
 
 TEST_F(ParameterFlows, LeaveTheUnitListAsItWasAfterAFailedOpen) {
@@ -195,7 +195,7 @@ TEST_F(ParameterFlows, EndTheProgramWhenTheStoreCannotBeRebuiltBeforeTheOpen) {
   Open();
   EXPECT_TRUE(platform.screens.programEnded);
   EXPECT_EQ(0, refreshes);
-  EXPECT_EQ(0, Number("C", 1, "FILT"));
+  EXPECT_EQ(0, Stored("C", 1, "FILT"));
 }
 
 TEST_F(ParameterFlows, EndTheProgramWhenTheStoreCannotBeRebuiltAfterAFailedOpen) {
@@ -212,7 +212,7 @@ TEST_F(ParameterFlows, DoNotLookAtTheExtension) {
   platform.WriteFile("a.RUG", "LOADER ,V210\r\nC01FILT,4\r\n");
   Choose("a.RUG");
   Open();
-  EXPECT_EQ(4, Number("C", 1, "FILT"));
+  EXPECT_EQ(4, Stored("C", 1, "FILT"));
 }
 
 TEST_F(ParameterFlows, DoNotOpenAFileOfTheLargerModel) {
@@ -227,13 +227,13 @@ TEST_F(ParameterFlows, DoNotOpenAFileOfTheLargerModel) {
 }
 
 TEST_F(ParameterFlows, OpenAFileOfTheSmallerModelInPart) {
-  SetNumber(*FindNumRecord("C", 29, "FILT"), 5, SlotValue);
+  Put("C", 29, "FILT", 5);
   ASSERT_TRUE(gFSaveParamFile(platform.folder / "small.KOV"));
   StartWithModel(platform, "RUG");
   Choose("small.KOV");
   Open();
-  EXPECT_EQ(5, Number("C", 29, "FILT"));
-  EXPECT_EQ("CH 31", Text("C", 30, "TAG"));
+  EXPECT_EQ(5, Stored("C", 29, "FILT"));
+  EXPECT_EQ("CH 31", TrimmedText("C", 30, "TAG"));
 }
 
 TEST_F(ParameterFlows, TakeAModelThatWasChangedByHandAtTheNextOpen) {
@@ -242,7 +242,7 @@ TEST_F(ParameterFlows, TakeAModelThatWasChangedByHandAtTheNextOpen) {
   Choose("a.KOV");
   Open();
   EXPECT_EQ("RUG", ModelCode);
-  EXPECT_EQ(4, Number("C", 71, "FILT"));
+  EXPECT_EQ(4, Stored("C", 71, "FILT"));
 }
 
 // --- Save
@@ -256,30 +256,30 @@ TEST_F(ParameterFlows, WriteNothingWhenTheUserCancelsASave) {
 }
 
 TEST_F(ParameterFlows, SaveTheStoreUnderTheChosenName) {
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
+  Put("C", 0, "FILT", 9);
   Choose("chosen.KOV");
   SaveParameterFile();
   EXPECT_EQ(Saved(), platform.ReadFile("chosen.KOV"));
 }
 
 TEST_F(ParameterFlows, TellThatASaveFailed) {
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
+  Put("C", 0, "FILT", 9);
   Choose("nowhere/a.KOV");
   platform.ExpectBox(11002);
   SaveParameterFile();
   ASSERT_EQ(1U, platform.boxes.shown.size());
   EXPECT_EQ(u"保存に失敗しました", platform.boxes.shown[0].text);
-  EXPECT_EQ(9, Number("C", 0, "FILT"));
+  EXPECT_EQ(9, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterFlows, SaveAndOpenUnderAJapaneseName) {
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 9, SlotValue);
+  Put("C", 0, "FILT", 9);
   Choose("設定 表.KOV");
   SaveParameterFile();
-  SetNumber(*FindNumRecord("C", 0, "FILT"), 1, SlotValue);
+  Put("C", 0, "FILT", 1);
   Choose("設定 表.KOV");
   Open();
-  EXPECT_EQ(9, Number("C", 0, "FILT"));
+  EXPECT_EQ(9, Stored("C", 0, "FILT"));
 }
 
 // --- What is no file at all

@@ -15,34 +15,34 @@ std::string ReadAs(std::string_view lines) {
 
 TEST_F(ParameterLines, LayANumberOverTheStore) {
   EXPECT_EQ("loaded", ReadAs("LOADER ,V210\r\nC02TYPE,2\r\n"));
-  EXPECT_EQ(2, Number("C", 2, "TYPE"));
+  EXPECT_EQ(2, Stored("C", 2, "TYPE"));
 }
 
 TEST_F(ParameterLines, LayATextOverTheStore) {
   EXPECT_EQ("loaded", ReadAs("LOADER ,V210\r\nG01GNEM,GROUP 2\r\n"));
-  EXPECT_EQ("GROUP 2", Text("G", 1, "GNEM"));
+  EXPECT_EQ("GROUP 2", TrimmedText("G", 1, "GNEM"));
 }
 
 TEST_F(ParameterLines, ReachATagOfThreeLettersWithAndWithoutItsBlank) {
   EXPECT_EQ("loaded", ReadAs("C00TAG ,A\r\nC01TAG,B\r\nC02 TAG,C\r\n"));
-  EXPECT_EQ("A", Text("C", 0, "TAG"));
-  EXPECT_EQ("B", Text("C", 1, "TAG"));
-  EXPECT_EQ("C", Text("C", 2, "TAG"));
+  EXPECT_EQ("A", TrimmedText("C", 0, "TAG"));
+  EXPECT_EQ("B", TrimmedText("C", 1, "TAG"));
+  EXPECT_EQ("C", TrimmedText("C", 2, "TAG"));
 }
 
 TEST_F(ParameterLines, ReachANumberWhereATextOfTheSameNameIsInAnotherSection) {
   EXPECT_EQ("loaded", ReadAs("C00UNIT,82\r\nU00UNIT,m/s\r\n"));
-  EXPECT_EQ(82, Number("C", 0, "UNIT"));
-  EXPECT_EQ("m/s", Text("U", 0, "UNIT"));
+  EXPECT_EQ(82, Stored("C", 0, "UNIT"));
+  EXPECT_EQ("m/s", TrimmedText("U", 0, "UNIT"));
 }
 
 TEST_F(ParameterLines, SetTheWorkingValueOnly) {
   EXPECT_EQ("loaded", ReadAs("C00FILT,7\r\nC00STAG,new\r\n"));
-  const ParamNumRecord& number = *FindNumRecord("C", 0, "FILT");
+  const ParamNumRecord& number = NumRecord("C", 0, "FILT");
   EXPECT_EQ(7, number.Value);
   EXPECT_EQ(0, number.ReadValue);
   EXPECT_EQ(0, number.DefaultValue);
-  const ParamTextRecord& text = *FindTextRecord("C", 0, "STAG");
+  const ParamTextRecord& text = TextRecord("C", 0, "STAG");
   EXPECT_EQ(FixedText(u"new"), text.Value);
   EXPECT_EQ(FixedText(u"CH 01"), text.ReadValue);
   EXPECT_EQ(FixedText(u"CH 01"), text.DefaultValue);
@@ -50,28 +50,28 @@ TEST_F(ParameterLines, SetTheWorkingValueOnly) {
 
 TEST_F(ParameterLines, KeepLeadingBlanksOfATextAndLoseTrailingOnes) {
   EXPECT_EQ("loaded", ReadAs("G00GNEM,  A B  \r\n"));
-  EXPECT_EQ("  A B", Text("G", 0, "GNEM"));
+  EXPECT_EQ("  A B", TrimmedText("G", 0, "GNEM"));
 }
 
 TEST_F(ParameterLines, KeepTheCommaInTextsThatMayHoldOne) {
   EXPECT_EQ("loaded", ReadAs("J00SDAD,A,B\r\nC00STAG,C,D,\r\n"));
-  EXPECT_EQ("A,B", Text("J", 0, "SDAD"));
-  EXPECT_EQ("C,D,", Text("C", 0, "STAG"));
+  EXPECT_EQ("A,B", TrimmedText("J", 0, "SDAD"));
+  EXPECT_EQ("C,D,", TrimmedText("C", 0, "STAG"));
 }
 
 TEST_F(ParameterLines, KeepQuotesAsText) {
   EXPECT_EQ("loaded", ReadAs("G00GNEM,\"A\"\r\n"));
-  EXPECT_EQ("\"A\"", Text("G", 0, "GNEM"));
+  EXPECT_EQ("\"A\"", TrimmedText("G", 0, "GNEM"));
 }
 
 TEST_F(ParameterLines, EmptyATextWithAnEmptyValue) {
   EXPECT_EQ("loaded", ReadAs("C00TAG ,\r\n"));
-  EXPECT_EQ("", Text("C", 0, "TAG"));
+  EXPECT_EQ("", TrimmedText("C", 0, "TAG"));
 }
 
 TEST_F(ParameterLines, CutATextAt64Characters) {
   EXPECT_EQ("loaded", ReadAs("J00SDAD," + std::string(64, 'x') + "123456\r\n"));
-  EXPECT_EQ(std::string(64, 'x'), Text("J", 0, "SDAD"));
+  EXPECT_EQ(std::string(64, 'x'), TrimmedText("J", 0, "SDAD"));
 }
 
 TEST_F(ParameterLines, CountFullWidthCharactersAsOneWhenCutting) {
@@ -80,65 +80,65 @@ TEST_F(ParameterLines, CountFullWidthCharactersAsOneWhenCutting) {
     value += "\x83\x5C"; // a trail byte that is a backslash by itself
   }
   EXPECT_EQ("loaded", ReadAs("J00SDAD," + value + "\r\n"));
-  EXPECT_EQ(std::u16string(64, u'\u30BD'), FindTextRecord("J", 0, "SDAD")->Value);
+  EXPECT_EQ(std::u16string(64, u'\u30BD'), TextRecord("J", 0, "SDAD").Value);
 }
 
 TEST_F(ParameterLines, AreDecodedFromTheCodePage) {
   EXPECT_EQ("loaded", ReadAs("M00MESS,\x95\x5C\x8E\xA6 \xB1\xB2 \x81\x60 \x83\x7C\r\n"));
-  EXPECT_EQ("表示 ｱｲ \uFF5E ポ", Text("M", 0, "MESS"));
+  EXPECT_EQ("表示 ｱｲ \uFF5E ポ", TrimmedText("M", 0, "MESS"));
 }
 
 TEST_F(ParameterLines, MayStandInAnyOrder) {
   EXPECT_EQ("loaded", ReadAs("S00SYS1,3\r\nC29FILT,9\r\nC00FILT,8\r\nLOADER ,V210\r\nA00A1TY,1\r\n"));
-  EXPECT_EQ(3, Number("S", 0, "SYS1"));
-  EXPECT_EQ(9, Number("C", 29, "FILT"));
-  EXPECT_EQ(8, Number("C", 0, "FILT"));
-  EXPECT_EQ(1, Number("A", 0, "A1TY"));
+  EXPECT_EQ(3, Stored("S", 0, "SYS1"));
+  EXPECT_EQ(9, Stored("C", 29, "FILT"));
+  EXPECT_EQ(8, Stored("C", 0, "FILT"));
+  EXPECT_EQ(1, Stored("A", 0, "A1TY"));
 }
 
 TEST_F(ParameterLines, OverwriteEarlierLinesOfTheSameParameter) {
   EXPECT_EQ("loaded", ReadAs("C00FILT,8\r\nC00FILT,9\r\n"));
-  EXPECT_EQ(9, Number("C", 0, "FILT"));
+  EXPECT_EQ(9, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterLines, TakeNumbersOutsideTheLimitsOfTheParameter) {
   EXPECT_EQ("loaded", ReadAs("C00POIN,-32768\r\nC01POIN,32767\r\n"));
-  EXPECT_EQ(-32768, Number("C", 0, "POIN"));
-  EXPECT_EQ(32767, Number("C", 1, "POIN"));
+  EXPECT_EQ(-32768, Stored("C", 0, "POIN"));
+  EXPECT_EQ(32767, Stored("C", 1, "POIN"));
 }
 
 TEST_F(ParameterLines, TakeANumberWithBlanksAndASign) {
   EXPECT_EQ("loaded", ReadAs("C00FILT,  +12  \r\nC01FILT,007\r\n"));
-  EXPECT_EQ(12, Number("C", 0, "FILT"));
-  EXPECT_EQ(7, Number("C", 1, "FILT"));
+  EXPECT_EQ(12, Stored("C", 0, "FILT"));
+  EXPECT_EQ(7, Stored("C", 1, "FILT"));
 }
 
 TEST_F(ParameterLines, IgnoreWhatStandsBehindTheTagInTheKey) {
   EXPECT_EQ("loaded", ReadAs("C00FILTER,12\r\n"));
-  EXPECT_EQ(12, Number("C", 0, "FILT"));
+  EXPECT_EQ(12, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterLines, TakeAnItemNumberWithABlank) {
   EXPECT_EQ("loaded", ReadAs("C 5FILT,12\r\n"));
-  EXPECT_EQ(12, Number("C", 5, "FILT"));
+  EXPECT_EQ(12, Stored("C", 5, "FILT"));
 }
 
 // --- Line ends
 
 TEST_F(ParameterLines, MayEndWithALineFeedAlone) {
   EXPECT_EQ("loaded", ReadAs("LOADER ,V210\nC00FILT,3\nC00STAG,x\n"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
-  EXPECT_EQ("x", Text("C", 0, "STAG"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
+  EXPECT_EQ("x", TrimmedText("C", 0, "STAG"));
 }
 
 TEST_F(ParameterLines, MayEndWithACarriageReturnAlone) {
   EXPECT_EQ("loaded", ReadAs("LOADER ,V210\rC00FILT,3\r"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterLines, NeedNoLineEndAfterTheLast) {
   EXPECT_EQ("loaded", ReadAs("LOADER ,V210\r\nC00FILT,3"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterLines, FailOnABlankLineInTheMiddle) {
@@ -172,7 +172,7 @@ class HeadVersions : public ParameterFiles, public testing::WithParamInterface<c
 // Deliberate: the version of the head is never checked.
 TEST_P(HeadVersions, AreAllAccepted) {
   EXPECT_EQ("loaded", ReadAs("LOADER ," + std::string(GetParam()) + "\r\nC00FILT,3\r\n"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Known, HeadVersions,
@@ -180,19 +180,19 @@ INSTANTIATE_TEST_SUITE_P(Known, HeadVersions,
 
 TEST_F(ParameterLines, NeedNoHead) {
   EXPECT_EQ("loaded", ReadAs("C00FILT,3\r\n"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterLines, SkipAHeadAnywhere) {
   EXPECT_EQ("loaded", ReadAs("C00FILT,3\r\nLOADER,\r\nLOADER   ,x\r\nC01FILT,4\r\n"));
-  EXPECT_EQ(4, Number("C", 1, "FILT"));
+  EXPECT_EQ(4, Stored("C", 1, "FILT"));
 }
 
 class WrongHeads : public ParameterFiles, public testing::WithParamInterface<const char*> {};
 
 TEST_P(WrongHeads, AreParameterLinesAndFail) {
   EXPECT_EQ("failed", ReadAs(std::string(GetParam()) + "\r\nC00FILT,3\r\n"));
-  EXPECT_EQ(0, Number("C", 0, "FILT"));
+  EXPECT_EQ(0, Stored("C", 0, "FILT"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Heads, WrongHeads,
@@ -214,8 +214,8 @@ class BadLines : public ParameterFiles, public testing::WithParamInterface<BadLi
 TEST_P(BadLines, FailTheLoadAndKeepWhatCameBefore) {
   EXPECT_EQ("failed",
             ReadAs("LOADER ,V210\r\nC00FILT,3\r\n" + std::string(GetParam().line) + ",1\r\nC01FILT,4\r\n"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
-  EXPECT_EQ(0, Number("C", 1, "FILT"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
+  EXPECT_EQ(0, Stored("C", 1, "FILT"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -237,8 +237,8 @@ class BadNumbers : public ParameterFiles, public testing::WithParamInterface<con
 
 TEST_P(BadNumbers, FailTheLoadAndKeepTheValue) {
   EXPECT_EQ("failed", ReadAs("C00FILT," + std::string(GetParam()) + "\r\nC01FILT,4\r\n"));
-  EXPECT_EQ(0, Number("C", 0, "FILT"));
-  EXPECT_EQ(0, Number("C", 1, "FILT"));
+  EXPECT_EQ(0, Stored("C", 0, "FILT"));
+  EXPECT_EQ(0, Stored("C", 1, "FILT"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, BadNumbers,
@@ -248,13 +248,13 @@ INSTANTIATE_TEST_SUITE_P(Values, BadNumbers,
 
 TEST_F(ParameterLines, LayNothingWhenAnyLineHasNoComma) {
   EXPECT_EQ("failed", ReadAs("LOADER ,V210\r\nC00FILT,3\r\nC01FILT 4\r\n"));
-  EXPECT_EQ(0, Number("C", 0, "FILT"));
+  EXPECT_EQ(0, Stored("C", 0, "FILT"));
 }
 
 TEST_F(ParameterLines, KeepWhatWasLaidBeforeAnUnknownTag) {
   EXPECT_EQ("failed", ReadAs("C00FILT,3\r\nC00QQQQ,1\r\nC01FILT,4\r\n"));
-  EXPECT_EQ(3, Number("C", 0, "FILT"));
-  EXPECT_EQ(0, Number("C", 1, "FILT"));
+  EXPECT_EQ(3, Stored("C", 0, "FILT"));
+  EXPECT_EQ(0, Stored("C", 1, "FILT"));
 }
 
 TEST_F(SmallStore, CannotBeReadAboveItem99) {

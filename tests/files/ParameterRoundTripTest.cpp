@@ -105,11 +105,11 @@ TEST_P(RoundTrips, GiveBackADistinctValueInEveryParameter) {
   Open();
 
   ForEachNumber(before, [&](const std::string& section, std::size_t item, const ParamNumRecord& record) {
-    EXPECT_EQ(record.Value, FindNumRecord(section, static_cast<int>(item), record.Tag)->Value)
+    EXPECT_EQ(record.Value, NumRecord(section, static_cast<int>(item), record.Tag).Value)
         << section << item << record.Tag;
   });
   ForEachText(before, [&](const std::string& section, std::size_t item, const ParamTextRecord& record) {
-    EXPECT_EQ(record.Value, FindTextRecord(section, static_cast<int>(item), record.Tag)->Value)
+    EXPECT_EQ(record.Value, TextRecord(section, static_cast<int>(item), record.Tag).Value)
         << section << item << record.Tag;
   });
   EXPECT_EQ("none", FirstDifference(first, Save()));
@@ -177,9 +177,9 @@ TEST_P(RoundTrips, GiveBackAnyStoreWithinItsLimits) {
 
 TEST_P(RoundTrips, AreTheSameTheSecondTimeEvenForWhatTheFirstLost) {
   MakeEveryValueDistinct();
-  SetText(*FindTextRecord("C", 0, "TAG"), u"A,B", SlotValue);
-  SetNumber(*FindNumRecord("C", 0, "SEKI"), 3, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TTSM"), 30, SlotValue);
+  SetText(TextRecord("C", 0, "TAG"), u"A,B", SlotValue);
+  Put("C", 0, "SEKI", 3);
+  Put("E", 0, "TTSM", 30);
   static_cast<void>(Save());
   Open();
   const std::string second = Save();
@@ -190,19 +190,19 @@ TEST_P(RoundTrips, AreTheSameTheSecondTimeEvenForWhatTheFirstLost) {
 // --- What does not survive, deliberately
 
 TEST_P(RoundTrips, LoseATextWithACommaInTheFiveTagsThatAreEmptied) {
-  SetText(*FindTextRecord("C", 0, "TAG"), u"A,B", SlotValue);
-  SetText(*FindTextRecord("G", 0, "GNEM"), u"A,B", SlotValue);
-  SetText(*FindTextRecord("C", 0, "STAG"), u"A,B", SlotValue);
+  SetText(TextRecord("C", 0, "TAG"), u"A,B", SlotValue);
+  SetText(TextRecord("G", 0, "GNEM"), u"A,B", SlotValue);
+  SetText(TextRecord("C", 0, "STAG"), u"A,B", SlotValue);
   static_cast<void>(Save());
   Open();
-  EXPECT_EQ(FixedText(u""), FindTextRecord("C", 0, "TAG")->Value);
-  EXPECT_EQ(FixedText(u""), FindTextRecord("G", 0, "GNEM")->Value);
-  EXPECT_EQ(FixedText(u"A,B"), FindTextRecord("C", 0, "STAG")->Value);
+  EXPECT_EQ(FixedText(u""), TextRecord("C", 0, "TAG").Value);
+  EXPECT_EQ(FixedText(u""), TextRecord("G", 0, "GNEM").Value);
+  EXPECT_EQ(FixedText(u"A,B"), TextRecord("C", 0, "STAG").Value);
 }
 
 TEST_P(RoundTrips, SetEveryTotalizerKindToOne) {
-  SetNumber(*FindNumRecord("C", 0, "SEKI"), 0, SlotValue);
-  SetNumber(*FindNumRecord("C", 1, "SEKI"), 3, SlotValue);
+  Put("C", 0, "SEKI", 0);
+  Put("C", 1, "SEKI", 3);
   static_cast<void>(Save());
   Open();
   EXPECT_EQ(1, NumValue("C", 0, "SEKI"));
@@ -211,10 +211,10 @@ TEST_P(RoundTrips, SetEveryTotalizerKindToOne) {
 
 // The cycle's line stands behind the kind's in the file, so the kind's rule does not reach it.
 TEST_P(RoundTrips, KeepTheReportCycleOfEveryTotalizerKind) {
-  SetNumber(*FindNumRecord("C", 0, "SEKI"), 0, SlotValue);
-  SetNumber(*FindNumRecord("C", 0, "STYP"), 3, SlotValue);
-  SetNumber(*FindNumRecord("C", 1, "SEKI"), 2, SlotValue);
-  SetNumber(*FindNumRecord("C", 1, "STYP"), 6, SlotValue);
+  Put("C", 0, "SEKI", 0);
+  Put("C", 0, "STYP", 3);
+  Put("C", 1, "SEKI", 2);
+  Put("C", 1, "STYP", 6);
   static_cast<void>(Save());
   Open();
   EXPECT_EQ(3, NumValue("C", 0, "STYP"));
@@ -222,10 +222,10 @@ TEST_P(RoundTrips, KeepTheReportCycleOfEveryTotalizerKind) {
 }
 
 TEST_P(RoundTrips, LoseTheOldMinutesAndKeepTheOldHours) {
-  SetNumber(*FindNumRecord("E", 0, "TTSH"), 4, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TTSM"), 30, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TTEH"), 5, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TTEM"), 40, SlotValue);
+  Put("E", 0, "TTSH", 4);
+  Put("E", 0, "TTSM", 30);
+  Put("E", 0, "TTEH", 5);
+  Put("E", 0, "TTEM", 40);
   static_cast<void>(Save());
   Open();
   EXPECT_EQ(4, NumValue("E", 0, "TTSH"));
@@ -236,10 +236,10 @@ TEST_P(RoundTrips, LoseTheOldMinutesAndKeepTheOldHours) {
 
 // The present times stand behind the old ones in the file, so they win.
 TEST_P(RoundTrips, KeepThePresentTimesBesideOldOnes) {
-  SetNumber(*FindNumRecord("E", 0, "TTSH"), 4, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TTSM"), 30, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TSTR"), 77, SlotValue);
-  SetNumber(*FindNumRecord("E", 0, "TSTO"), 88, SlotValue);
+  Put("E", 0, "TTSH", 4);
+  Put("E", 0, "TTSM", 30);
+  Put("E", 0, "TSTR", 77);
+  Put("E", 0, "TSTO", 88);
   static_cast<void>(Save());
   Open();
   EXPECT_EQ(77, NumValue("E", 0, "TSTR"));
@@ -247,14 +247,14 @@ TEST_P(RoundTrips, KeepThePresentTimesBesideOldOnes) {
 }
 
 TEST_P(RoundTrips, RenumberAnInputKindOfOlderFiles) {
-  SetNumber(*FindNumRecord("C", 0, "TYPE"), 13, SlotValue);
+  Put("C", 0, "TYPE", 13);
   static_cast<void>(Save());
   Open();
   EXPECT_EQ(20, NumValue("C", 0, "TYPE"));
 }
 
 TEST_P(RoundTrips, CannotTellTrailingBlanksFromPadding) {
-  SetText(*FindTextRecord("K", 0, "PASS"), u"abc  ", SlotValue);
+  SetText(TextRecord("K", 0, "PASS"), u"abc  ", SlotValue);
   const std::string bytes = Save();
   EXPECT_NE(std::string::npos, bytes.find("\r\nK00PASS,abc\r\n"));
 }

@@ -21,7 +21,7 @@ TEST_F(SmallStore, IsWrittenByteForByte) {
         "0,GNEM,0,1,GROUP,16\r\n"
         "1,F,40001,1,1\r\n"
         "0,FIX,0,0,0,0,1\r\n");
-  SetText(*FindTextRecord("C", 1, "TAG2"), u"  \uFF8E\uFF9F\uFF9D\uFF8C\uFF9F \u8868\u793A  ", SlotValue);
+  SetText(TextRecord("C", 1, "TAG2"), u"  \uFF8E\uFF9F\uFF9D\uFF8C\uFF9F \u8868\u793A  ", SlotValue);
 
   // Texts before numbers whatever their order in the initial settings, sections and items in store order.
   EXPECT_EQ("LOADER ,V210\r\n"
@@ -52,40 +52,40 @@ TEST_F(SmallStore, WritesItemNumbersAboveNinetyNineInThreeDigits) {
 // As a recorder may hold it: the row would be split, and the file would not open again.
 TEST_F(SmallStore, WritesALineBreakInATextAsABlank) {
   Start("1,S,30101,1,1\r\n0,NAME,0,1,x,16\r\n");
-  SetText(*FindTextRecord("S", 0, "NAME"), u"\nA\r\nB\n", SlotValue);
+  SetText(TextRecord("S", 0, "NAME"), u"\nA\r\nB\n", SlotValue);
   EXPECT_EQ("LOADER ,V210\r\nS00NAME, A  B\r\n", Saved());
-  EXPECT_EQ(u"\nA\r\nB\n", TrimRight(FindTextRecord("S", 0, "NAME")->Value)) << "as the recorder has it";
+  EXPECT_EQ(u"\nA\r\nB\n", TrimRight(TextRecord("S", 0, "NAME").Value)) << "as the recorder has it";
 }
 
 TEST_F(SmallStore, WritesTheExtremesOfANumber) {
   Start("1,S,30101,1,2\r\n0,SYS1,0,0,0,-32768,32767\r\n");
-  SetNumber(*FindNumRecord("S", 0, "SYS1"), -32768, SlotValue);
-  SetNumber(*FindNumRecord("S", 1, "SYS1"), 32767, SlotValue);
+  Put("S", 0, "SYS1", -32768);
+  Put("S", 1, "SYS1", 32767);
   EXPECT_EQ("LOADER ,V210\r\nS00SYS1,-32768\r\nS01SYS1,32767\r\n", Saved());
 }
 
 TEST_F(SmallStore, WritesTheWorkingValueAndNoOther) {
   Start("1,S,30101,1,1\r\n0,SYS1,0,0,5,-32768,32767\r\n0,NAME,0,1,default,16\r\n");
-  SetNumber(*FindNumRecord("S", 0, "SYS1"), 6, SlotReadValue);
-  SetText(*FindTextRecord("S", 0, "NAME"), u"read", SlotReadValue);
+  SetNumber(NumRecord("S", 0, "SYS1"), 6, SlotReadValue);
+  SetText(TextRecord("S", 0, "NAME"), u"read", SlotReadValue);
   EXPECT_EQ("LOADER ,V210\r\nS00NAME,default\r\nS00SYS1,5\r\n", Saved());
 }
 
 TEST_F(SmallStore, WritesACommaOfATextAsItIs) {
   Start("1,G,40761,20,1\r\n0,GNEM,0,1,,16\r\n");
-  SetText(*FindTextRecord("G", 0, "GNEM"), u"A,B", SlotValue);
+  SetText(TextRecord("G", 0, "GNEM"), u"A,B", SlotValue);
   EXPECT_EQ("LOADER ,V210\r\nG00GNEM,A,B\r\n", Saved());
 }
 
 TEST_F(SmallStore, WritesAQuestionMarkForWhatTheCodePageLacks) {
   Start("1,G,40761,20,1\r\n0,GNEM,0,1,,16\r\n");
-  SetText(*FindTextRecord("G", 0, "GNEM"), u"a\u00E9\uAC00b", SlotValue);
+  SetText(TextRecord("G", 0, "GNEM"), u"a\u00E9\uAC00b", SlotValue);
   EXPECT_EQ("LOADER ,V210\r\nG00GNEM,a??b\r\n", Saved());
 }
 
 TEST_F(SmallStore, WritesATextOfFullWidthWhole) {
   Start("1,G,40761,20,1\r\n0,GNEM,0,1,,64\r\n");
-  SetText(*FindTextRecord("G", 0, "GNEM"), std::u16string(64, u'\u3042'), SlotValue);
+  SetText(TextRecord("G", 0, "GNEM"), std::u16string(64, u'\u3042'), SlotValue);
   std::string full = "LOADER ,V210\r\nG00GNEM,";
   for (int i = 0; i < 64; ++i) {
     full += "\x82\xA0";

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <unistd.h>
 #include <utility>
 
 #include "core/Text.h"
@@ -216,17 +215,12 @@ FuzzPlatform::FuzzPlatform()
 
 FuzzPlatform::~FuzzPlatform() {
   SetPlatform(nullptr);
-  if (!platform_.programFolder.empty()) {
-    std::error_code ignored;
-    std::filesystem::remove_all(platform_.programFolder, ignored);
-  }
 }
 
 const std::filesystem::path& FuzzPlatform::MakeFolder() {
-  if (platform_.programFolder.empty()) {
-    platform_.programFolder =
-        std::filesystem::temp_directory_path() / ("loader-fuzz-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(platform_.programFolder);
+  if (!folder_) {
+    folder_.emplace("loader-fuzz-");
+    platform_.programFolder = folder_->Path();
   }
   return platform_.programFolder;
 }

@@ -13,6 +13,7 @@
 
 #include "platform/Platform.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace loader::fuzz {
 
@@ -157,6 +158,7 @@ public:
   FuzzUsb usb{time};
 
 private:
+  std::optional<test::TemporaryFolder> folder_;
   Platform platform_;
 };
 

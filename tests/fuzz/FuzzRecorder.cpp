@@ -4,6 +4,7 @@
 #include "comm/modComunication.h"
 #include "comm/modUsb.h"
 #include "core/ModelProfile.h"
+#include "tests/support/CheckValue.h"
 
 namespace loader::fuzz {
 
@@ -11,21 +12,6 @@ namespace {
 
 constexpr std::size_t TcpStationAt = 6;
 constexpr std::size_t CheckBytes = 2;
-
-unsigned CheckValue(std::span<const std::uint8_t> bytes) {
-  unsigned check = 0xFFFF;
-  for (const std::uint8_t byte : bytes) {
-    check ^= byte;
-    for (int bit = 0; bit < 8; ++bit) {
-      const bool carry = check % 2 == 1;
-      check /= 2;
-      if (carry) {
-        check ^= 0xA001;
-      }
-    }
-  }
-  return check;
-}
 
 // Station and what follows it, framed as a reply to `request`.
 Bytes Framed(const Bytes& request, Bytes body, bool tcp) {
@@ -46,7 +32,7 @@ void PutCheck(Bytes& frame) {
     return;
   }
   const std::size_t end = frame.size() - CheckBytes;
-  const unsigned check = CheckValue(std::span<const std::uint8_t>(frame).first(end));
+  const unsigned check = test::CheckValueOf(std::span<const std::uint8_t>(frame).first(end));
   frame[end] = static_cast<std::uint8_t>(check % 256);
   frame[end + 1] = static_cast<std::uint8_t>(check / 256);
 }
@@ -80,7 +66,7 @@ Bytes FuzzRecorder::Serve(std::span<const std::uint8_t> request) {
 Bytes FuzzRecorder::Answer(const Bytes& frame, bool tcp) {
   const std::span<const std::uint8_t> all(frame);
   if (!tcp) {
-    Require(CheckValue(all) == 0, "a request carries its check value");
+    Require(test::CheckValueOf(all) == 0, "a request carries its check value");
     return Framed(frame, Serve(all.first(all.size() - CheckBytes)), tcp);
   }
   Require(frame[2] == 0 && frame[3] == 0 && frame[4] * 256U + frame[5] == frame.size() - TcpStationAt,

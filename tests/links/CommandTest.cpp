@@ -25,7 +25,7 @@ TEST_P(Command, StoringTheSettingsMakesAWriteLast) {
   StartLoader(model, line);
   Read();
   log.steps.clear();
-  SetText(*FindTextRecord("C", 2, "TAG"), u"kept tag", SlotValue);
+  SetText(TextRecord("C", 2, "TAG"), u"kept tag", SlotValue);
   Write();
   log.steps.clear();
   ExpectBox(20108);
@@ -41,7 +41,7 @@ TEST_P(Command, AWriteThatWasNotStoredIsForgotten) {
   StartLoader(model, line);
   Read();
   log.steps.clear();
-  SetText(*FindTextRecord("C", 2, "TAG"), u"lost tag", SlotValue);
+  SetText(TextRecord("C", 2, "TAG"), u"lost tag", SlotValue);
   Write();
   (void)EndRecorder();
   const std::string memory = simulator::ContentOf(kept);

@@ -152,8 +152,8 @@ TEST_P(LinkFailure, BehindTheCheckKeepsWhatWasReadBefore) {
   ExpectBox(11013);
   ReadFromRecorder(window);
   ExpectFreeWindow();
-  EXPECT_EQ(TextOf("P", 0, "PVER"), "V40A");
-  EXPECT_EQ(Number("C", 0, "TYPE"), 111);
+  EXPECT_EQ(TrimmedText("P", 0, "PVER"), "V40A");
+  EXPECT_EQ(Stored("C", 0, "TYPE"), 111);
 }
 
 TEST_P(LinkFault, InAWriteNeverShowsTheEndMessage) {

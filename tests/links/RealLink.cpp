@@ -2,11 +2,11 @@
 
 #include <signal.h>
 
-#include <cstdio>
 #include <fstream>
 
 #include "comm/BulkRead.h"
 #include "comm/BulkWrite.h"
+#include "tests/support/MemoryDump.h"
 
 namespace loader::test {
 
@@ -62,16 +62,7 @@ void RealLink::StartRecorder(std::string_view model, std::string_view version,
 
 std::map<int, int> RealLink::EndRecorder() {
   EXPECT_EQ(recorder->Stop(SIGTERM).status, 0);
-  std::map<int, int> memory;
-  std::ifstream in(DumpFile());
-  for (std::string line; std::getline(in, line);) {
-    int number = 0;
-    unsigned value = 0;
-    if (std::sscanf(line.c_str(), "%d = 0x%x", &number, &value) == 2) {
-      memory[number] = static_cast<int>(value);
-    }
-  }
-  return memory;
+  return ReadMemoryDump(DumpFile());
 }
 
 void RealLink::StartLoader(std::string_view model, Line line) {

@@ -49,13 +49,13 @@ TEST_P(WholeTransfer, BringsTheSetUpThatThePlantWasGiven) {
       if (generation.number == 0 && std::string_view(tag) == "TYPE" && expected == 33) {
         expected = 32; // the oldest firmware has one kind for 0-5 V and 1-5 V
       }
-      EXPECT_EQ(Number("C", item, tag), expected) << item << tag;
+      EXPECT_EQ(Stored("C", item, tag), expected) << item << tag;
     }
     const StoreIndex section = gFFindSection("C");
     const StoreIndex record = gFFindTextTag(section, item, "TAG");
     const std::u16string& tag =
         given[section].Items[static_cast<std::size_t>(item)].TextRecords[record].Value;
-    EXPECT_EQ(TextOf("C", item, "TAG"), ToUtf8(TrimRight(tag))) << item;
+    EXPECT_EQ(TrimmedText("C", item, "TAG"), ToUtf8(TrimRight(tag))) << item;
   }
 }
 

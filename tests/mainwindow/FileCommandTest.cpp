@@ -243,6 +243,7 @@ INSTANTIATE_TEST_SUITE_P(Exchange, FileCommandsWhileBusy,
 
 TEST_F(KovWindow, VersionScreenIsOfferedDuringAnExchange) {
   Window().btnRegRead.enabled = false;
+  platform.screens.Expect("frmAbout");
   user.Click(Window().menuVersion);
   EXPECT_EQ(std::vector<std::string>{"frmAbout"}, platform.screens.shownModally);
 }

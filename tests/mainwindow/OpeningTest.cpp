@@ -224,15 +224,14 @@ class VersionScreen : public KovWindow {
 protected:
   void SetUp() override {
     KovWindow::SetUp();
-    platform.screens.whileModal["frmAbout"] = [this](Screen& screen) {
-      auto& about = static_cast<AboutScreen&>(screen);
+    platform.screens.Expect<AboutScreen>("frmAbout", [this](AboutScreen& about) {
       caption = ToUtf8(about.caption);
       title = ToUtf8(about.lblTitle.caption);
       version = ToUtf8(about.lblVersion.caption);
       button = ToUtf8(about.cmdOK.caption);
       user.Click(about.cmdOK);
-      closed = platform.screens.closed.size() == 1 && platform.screens.closed[0] == &screen;
-    };
+      closed = platform.screens.closed.size() == 1 && platform.screens.closed[0] == &about;
+    });
   }
   std::string caption, title, version, button;
   bool closed = false;

@@ -5,6 +5,7 @@
 #include "core/Text.h"
 #include "core/modMain.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/Store.h"
 
 namespace loader {
 namespace {
@@ -13,8 +14,7 @@ class Formula : public ::testing::Test {
 protected:
   void SetUp() override { test::StartWithModel(platform, "KOV"); }
   void Store(const std::string& tag, int high, int low, int channel = 0) {
-    ASSERT_NE(nullptr, FindNumRecord("O", channel, tag));
-    FindNumRecord("O", channel, tag)->Value = FormulaCompose(high, low);
+    test::Put("O", channel, tag, FormulaCompose(high, low));
   }
   static std::string Text(int formula, int mode = FormulaModeStore, int channel = 0) {
     return ToUtf8(FormulaText(channel, mode, formula));

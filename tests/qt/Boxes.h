@@ -17,7 +17,8 @@ public:
   Boxes();
   ~Boxes() override;
 
-  // The next box has to hold this text. `whileShown` runs while it is up, before it is answered.
+  // The next box has to hold this text. `whileShown` runs while it is up, before it is answered; it may
+  // answer the box itself.
   void Expect(std::u16string text, BoxAnswer answer = BoxAnswer::Ok,
               std::function<void(QMessageBox&)> whileShown = {});
   [[nodiscard]] int Shown() const { return shown_; }

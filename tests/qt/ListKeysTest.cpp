@@ -13,7 +13,7 @@
 #include "qt/ReadableColour.h"
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
-#include "tests/support/StoreNumbers.h"
+#include "tests/support/Store.h"
 
 namespace loader::test {
 namespace {

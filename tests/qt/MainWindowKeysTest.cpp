@@ -12,7 +12,7 @@
 #include "qt/GridView.h"
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
-#include "tests/support/StoreNumbers.h"
+#include "tests/support/Store.h"
 
 namespace loader::test {
 namespace {
@@ -129,7 +129,7 @@ TEST_F(MainWindowKeys, AFieldThatTurnsToAnotherPageLeavesTheKeyboardToTheTabs) {
 // A recorder may hold an address that none of its parts can be.
 TEST_F(MainWindowKeys, APageWithAWrongStoredValueCanBeLeftAgain) {
   Start("0");
-  FindNumRecord("J", 0, "SIP1")->Value = 300;
+  Put("J", 0, "SIP1", 300);
   for (int visit = 0; visit < 2; ++visit) {
     ClickTab(MailPage);
     EXPECT_EQ(Pages().tabBar(), Window().focusWidget());

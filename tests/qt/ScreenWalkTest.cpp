@@ -1,5 +1,7 @@
-// A walk over every screen as it is shown: each record has its widget and each input widget its record, every
-// widget has a name that can be spoken, the tab order follows the reading order, and nothing is cut.
+// A walk over every screen as it is shown, for both models: each record has its widget and each input widget
+// its record, every widget has a name that can be spoken, the tab order follows the reading order, and
+// nothing is cut.
+#include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -9,14 +11,15 @@
 #include <QTabWidget>
 #include <gtest/gtest.h>
 
-#include "comm/frmIPSetting.h"
-#include "comm/frmTimeChange.h"
+#include <set>
+
 #include "core/modMain.h"
-#include "mainwindow/frmAbout.h"
 #include "mainwindow/frmParamLoader.h"
 #include "qt/GridView.h"
 #include "qt/QtPlatform.h"
+#include "tests/qt/AllScreens.h"
 #include "tests/qt/MainWindowFixture.h"
+#include "tests/qt/ModalScript.h"
 #include "tests/qt/SampleForms.h"
 
 namespace loader::test {
@@ -54,11 +57,27 @@ std::string ControlName(const QWidget& widget, const Screen& screen) {
   return name.substr(0, line) + "(" + name.substr(line + 1) + ")";
 }
 
+// "cmbDI_3" for "cmbDI(3)".
+QString ObjectName(const Control& control) {
+  return QString::fromStdString(control.name).replace(u'(', u'_').remove(u')');
+}
+
+// A line between menu entries has no name in a form.
+bool IsSeparator(const Control& control) {
+  return control.kind == ControlKind::MenuEntry && static_cast<const MenuEntry&>(control).caption == u"-";
+}
+
 void ExpectRecordsAndNames(QWidget& window, const Screen& screen) {
+  EXPECT_FALSE(screen.controls.empty()) << screen.name;
+  for (const Control* control : screen.controls) {
+    EXPECT_TRUE(IsSeparator(*control) || window.findChild<QObject*>(ObjectName(*control)) != nullptr)
+        << screen.name << "." << control->name << " has no widget";
+  }
   for (const QWidget* widget : NamedWidgets(window)) {
     if (IsInput(*widget)) {
       const std::string name = widget->objectName().toStdString();
-      EXPECT_NE(nullptr, screen.Find(ControlName(*widget, screen))) << screen.name << "." << name;
+      EXPECT_NE(nullptr, screen.Find(ControlName(*widget, screen)))
+          << screen.name << "." << name << " has no record";
       EXPECT_FALSE(widget->accessibleName().isEmpty()) << screen.name << "." << name;
     }
   }
@@ -131,6 +150,54 @@ void ExpectReadingOrder(QWidget& window, const std::string& where) {
   }
 }
 
+// Tells which record is shown modally: the screens of the program are records that live while they are shown.
+class ShownScreens final : public Screens {
+public:
+  explicit ShownScreens(Platform& inner)
+      : inner_(inner), mine_{.boxes = inner.boxes,
+                             .fileDialogs = inner.fileDialogs,
+                             .screens = *this,
+                             .timers = inner.timers,
+                             .eventLoop = inner.eventLoop,
+                             .clock = inner.clock,
+                             .MSComm1 = inner.MSComm1,
+                             .winSock = inner.winSock,
+                             .USBOCX1 = inner.USBOCX1,
+                             .programFolder = inner.programFolder} {
+    SetPlatform(&mine_);
+  }
+  ~ShownScreens() override { SetPlatform(&inner_); }
+  void Show(Screen& screen) override { inner_.screens.Show(screen); }
+  void ShowModal(Screen& screen) override {
+    front = &screen;
+    inner_.screens.ShowModal(screen);
+    front = nullptr;
+  }
+  void Close(Screen& screen) override { inner_.screens.Close(screen); }
+  void EndProgram() override { inner_.screens.EndProgram(); }
+  double TextWidth(std::u16string_view text) override { return inner_.screens.TextWidth(text); }
+
+  const Screen* front = nullptr;
+
+private:
+  Platform& inner_;
+  Platform mine_;
+};
+
+struct ModelOfLoader {
+  const char* name;
+  const char* type; // TYPE of LOADER.INI
+};
+void PrintTo(const ModelOfLoader& model, std::ostream* out) {
+  *out << model.name;
+}
+const ModelOfLoader BothModels[] = {{"Kov", "0"}, {"Rug", "1"}};
+const double FontSizes[] = {1.0, 2.0};
+
+std::string NameOf(const ModelOfLoader& model, double factor) {
+  return std::string(model.name) + (factor > 1 ? "InDoubleSize" : "");
+}
+
 struct ScreenWalk : MainWindowTest {
   QFont font = QApplication::font();
 
@@ -140,73 +207,70 @@ struct ScreenWalk : MainWindowTest {
     large.setPointSizeF(font.pointSizeF() * factor);
     QApplication::setFont(large);
   }
-  void WalkMainWindow(const char* model, double factor) {
-    EnlargeFont(factor);
-    Start(model);
-    auto& tabs = *Window().findChild<QTabWidget*>(QStringLiteral("tbsParameter"));
-    for (int page = 0; page < tabs.count(); ++page) {
-      tabs.setCurrentIndex(page);
-      QCoreApplication::processEvents(); // lets the layouts settle
-      const std::string where = std::string(model) + " page " + std::to_string(page);
-      ExpectNothingCut(Window(), where);
-      ExpectReadingOrder(Window(), where);
-    }
-    ExpectRecordsAndNames(Window(), *frmParamLoader);
-    EXPECT_TRUE(platform->screens.MissingWidgets().empty());
-  }
-  // Shows a modal screen and walks it.
-  void WalkModal(const std::function<void()>& show, const char* name, double factor) {
-    EnlargeFont(factor);
-    Start("0");
-    bool walked = false;
-    QMetaObject::invokeMethod(
-        &platform->userInterface,
-        [&] {
-          QWidget* window = QApplication::activeModalWidget();
-          ASSERT_NE(nullptr, window);
-          EXPECT_EQ(name, window->objectName().toStdString());
-          ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-          ExpectNothingCut(*window, name);
-          ExpectReadingOrder(*window, name);
-          for (const QWidget* widget : NamedWidgets(*window)) {
-            EXPECT_FALSE(IsInput(*widget) && widget->accessibleName().isEmpty())
-                << widget->objectName().toStdString();
-          }
-          walked = true;
-          window->close();
-        },
-        Qt::QueuedConnection);
-    show();
-    EXPECT_TRUE(walked);
-    EXPECT_TRUE(platform->screens.MissingWidgets().empty());
-  }
 };
 
-TEST_F(ScreenWalk, MainWindowOfKov) {
-  WalkMainWindow("0", 1.0);
+struct MainWindowWalk : ScreenWalk, testing::WithParamInterface<std::tuple<ModelOfLoader, double>> {};
+INSTANTIATE_TEST_SUITE_P(Every, MainWindowWalk,
+                         testing::Combine(testing::ValuesIn(BothModels), testing::ValuesIn(FontSizes)),
+                         [](const auto& tested) {
+                           return NameOf(std::get<0>(tested.param), std::get<1>(tested.param));
+                         });
+
+TEST_P(MainWindowWalk, ShowsItWhole) {
+  const auto& [model, factor] = GetParam();
+  EnlargeFont(factor);
+  Start(model.type);
+  auto& tabs = *Window().findChild<QTabWidget*>(QStringLiteral("tbsParameter"));
+  for (int page = 0; page < tabs.count(); ++page) {
+    tabs.setCurrentIndex(page);
+    QCoreApplication::processEvents(); // lets the layouts settle
+    const std::string where = std::string(model.name) + " page " + std::to_string(page);
+    ExpectNothingCut(Window(), where);
+    ExpectReadingOrder(Window(), where);
+  }
+  ExpectRecordsAndNames(Window(), *frmParamLoader);
+  EXPECT_TRUE(platform->screens.MissingWidgets().empty());
 }
-TEST_F(ScreenWalk, MainWindowOfRug) {
-  WalkMainWindow("1", 1.0);
+
+struct ModalScreenWalk : ScreenWalk,
+                         testing::WithParamInterface<std::tuple<ModalScreen, ModelOfLoader, double>> {};
+INSTANTIATE_TEST_SUITE_P(Every, ModalScreenWalk,
+                         testing::Combine(testing::ValuesIn(AllModalScreens), testing::ValuesIn(BothModels),
+                                          testing::ValuesIn(FontSizes)),
+                         [](const auto& tested) {
+                           return std::get<0>(tested.param).name +
+                                  NameOf(std::get<1>(tested.param), std::get<2>(tested.param));
+                         });
+
+TEST_P(ModalScreenWalk, ShowsItWhole) {
+  const auto& [shown, model, factor] = GetParam();
+  EnlargeFont(factor);
+  Start(model.type);
+  const ShownScreens screens(platform->platform);
+  WhileShown(shown.name, shown.show, [&](QWidget& window) {
+    ASSERT_NE(nullptr, screens.front);
+    ExpectNothingCut(window, shown.name);
+    ExpectReadingOrder(window, shown.name);
+    ExpectRecordsAndNames(window, *screens.front);
+  });
+  EXPECT_TRUE(platform->screens.MissingWidgets().empty());
 }
-TEST_F(ScreenWalk, MainWindowOfRugInDoubleSize) {
-  WalkMainWindow("1", 2.0);
-}
-TEST_F(ScreenWalk, VersionScreen) {
-  WalkModal(ShowAbout, "frmAbout", 1.0);
-}
-TEST_F(ScreenWalk, AddressScreen) {
-  WalkModal(ShowIpSetting, "frmIPSetting", 1.0);
-}
-TEST_F(ScreenWalk, AddressScreenInDoubleSize) {
-  WalkModal(ShowIpSetting, "frmIPSetting", 2.0);
-}
-TEST_F(ScreenWalk, ClockScreen) {
-  const FlowCallbacks callbacks;
-  WalkModal([&] { ShowTimeChange(callbacks); }, "frmTimeChange", 1.0);
-}
-TEST_F(ScreenWalk, ClockScreenInDoubleSize) {
-  const FlowCallbacks callbacks;
-  WalkModal([&] { ShowTimeChange(callbacks); }, "frmTimeChange", 2.0);
+
+// A form that is no page and not the main window's is that of a modal screen.
+TEST(Forms, OfEveryModalScreenAreWalked) {
+  std::set<std::string> walked;
+  for (const ModalScreen& screen : AllModalScreens) {
+    walked.insert(screen.name);
+  }
+  std::set<std::string> forms;
+  for (const auto& file :
+       std::filesystem::directory_iterator(std::filesystem::path(LOADER_DATA_DIR) / ".." / "qt" / "forms")) {
+    const std::string name = file.path().stem().string();
+    if (!name.starts_with("frmParamLoader")) {
+      forms.insert(name);
+    }
+  }
+  EXPECT_EQ(forms, walked);
 }
 
 TEST(Forms, AScreenWithoutAFormHasNone) {

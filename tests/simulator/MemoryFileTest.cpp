@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "tests/simulator/TestRecorder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace loader::simulator {
 namespace {
@@ -158,14 +159,9 @@ TEST_F(KovMemory, DumpNamesEveryRegister) {
 
 class WholeFiles : public testing::Test {
 protected:
-  std::filesystem::path folder;
+  const test::TemporaryFolder temporary{"recorder-sim-test-"};
+  const std::filesystem::path& folder = temporary.Path();
 
-  void SetUp() override {
-    std::string name = testing::TempDir() + "wholeXXXXXX";
-    ASSERT_NE(::mkdtemp(name.data()), nullptr);
-    folder = name;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder); }
   static std::string Content(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     std::ostringstream content;

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "tests/simulator/TestRecorder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace loader::simulator {
 namespace {
@@ -225,13 +226,14 @@ TEST(RegisterMemoryBounds, AreThoseOfTheTwoTables) {
 class ShapeFiles : public testing::Test {
 protected:
   std::string Write(const std::string& rows) {
-    const std::string file = testing::TempDir() + "shape" + std::to_string(::getpid()) + ".ini";
+    const std::string file = folder / "shape.ini";
     std::ofstream(file, std::ios::binary) << "2   ,V00L,0\r\n" << rows;
     return file;
   }
   RegisterMap Map(const std::string& rows) {
     return MapOf(LoadShape(Write(rows), Model::Kov), FirmwareOf(Model::Kov, "V40A"));
   }
+  test::TemporaryFolder folder{"recorder-sim-test-"};
 };
 
 TEST_F(ShapeFiles, WithAnUnknownSectionServeItToTheNewestFirmwareOnly) {

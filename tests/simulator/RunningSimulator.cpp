@@ -75,16 +75,6 @@ std::string ReadOutput(int output, int lines) {
 
 } // namespace
 
-TestFolder::TestFolder() {
-  std::string name = testing::TempDir() + "recorderXXXXXX";
-  path_ = ::mkdtemp(name.data()) != nullptr ? name : "";
-}
-
-TestFolder::~TestFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
 std::string ContentOf(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
   std::ostringstream content;

@@ -5,19 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/TemporaryFolder.h"
+
 namespace loader::simulator {
 
-// A folder of a test's own, gone with it.
-class TestFolder {
-public:
-  TestFolder();
-  ~TestFolder();
-  TestFolder(const TestFolder&) = delete;
-  TestFolder& operator=(const TestFolder&) = delete;
-  [[nodiscard]] std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
-
-private:
-  std::filesystem::path path_;
+// A folder of a test's own.
+struct TestFolder : test::TemporaryFolder {
+  TestFolder() : TemporaryFolder("recorder-sim-test-") {}
 };
 
 [[nodiscard]] std::string ContentOf(const std::filesystem::path& file);

@@ -1,12 +1,10 @@
 #include "tests/support/ScriptedPlatform.h"
 
 #include <algorithm>
-#include <atomic>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <stdexcept>
-#include <unistd.h>
 
 #include "core/ModelProfile.h"
 #include "core/Text.h"
@@ -121,24 +119,6 @@ long ScriptedFileDialogs::Answer(CommonDialog& dialog, const std::string& kind) 
   dialog.FileName = FromUtf8(path.string());
   dialog.FileTitle = FromUtf8(path.filename().string());
   return 0;
-}
-
-void ScriptedScreens::ShowModal(Screen& screen) {
-  shownModally.push_back(screen.name);
-  const auto user = whileModal.find(screen.name);
-  if (user != whileModal.end()) {
-    user->second(screen);
-  }
-}
-
-void ScriptedScreens::Close(Screen& screen) {
-  if (!screen.onCloseQuery || screen.onCloseQuery()) {
-    closed.push_back(&screen);
-  }
-}
-
-double ScriptedScreens::TextWidth(std::u16string_view text) {
-  return 100.0 * static_cast<double>(CodePageLength(text));
 }
 
 void ScriptedWire::Reply(Bytes bytes, int milliseconds) {
@@ -259,22 +239,8 @@ std::int32_t ScriptedUsb::Write(std::int32_t&, std::span<const std::int32_t> wor
   return 1;
 }
 
-namespace {
-
-std::filesystem::path MakeFolder() {
-  static std::atomic<int> counter = 0;
-  const std::filesystem::path folder =
-      std::filesystem::temp_directory_path() /
-      ("loader-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-  std::filesystem::create_directories(folder);
-  return folder;
-}
-
-} // namespace
-
 ScriptedPlatform::ScriptedPlatform()
-    : folder(MakeFolder()), platform_{boxes, fileDialogs, screens, time, time,
-                                      time,  serial,      socket,  usb,  folder} {
+    : platform_{boxes, fileDialogs, screens, time, time, time, serial, socket, usb, folder} {
   std::filesystem::copy_file(std::filesystem::path(LOADER_DATA_DIR) / "InitSet.Ini", folder / "InitSet.Ini");
   SetPlatform(&platform_);
   ParamStore.clear();
@@ -288,10 +254,9 @@ ScriptedPlatform::ScriptedPlatform()
 
 ScriptedPlatform::~ScriptedPlatform() {
   boxes.ExpectNoneLeft();
+  screens.ExpectNoneLeft();
   EXPECT_TRUE(fileDialogs.answers.empty()) << "a file dialog that did not come";
   SetPlatform(nullptr);
-  std::error_code ignored;
-  std::filesystem::remove_all(folder, ignored);
 }
 
 void ScriptedPlatform::ExpectBox(int textId, BoxAnswer answer, std::function<void()> whileShown) {
@@ -314,114 +279,6 @@ void StartWithModel(ScriptedPlatform& platform, std::string_view model) {
   ASSERT_TRUE(Main([&] { shown = true; }));
   ASSERT_TRUE(shown);
   ASSERT_EQ(std::string(model), ModelCode);
-}
-
-bool ScriptedUser::MoveTo(Control& control) {
-  if (!control.enabled || !control.visible) {
-    return false;
-  }
-  if (focused_ != nullptr && focused_ != &control) {
-    TextField& left = *std::exchange(focused_, nullptr);
-    if (left.onLostFocus) {
-      left.onLostFocus();
-    }
-    if (left.screen.focusRequest == &left) {
-      left.screen.focusRequest = nullptr;
-      focused_ = &left;
-      return false;
-    }
-  }
-  if (control.kind == ControlKind::TextField) {
-    focused_ = static_cast<TextField*>(&control);
-  }
-  if (control.onGotFocus) {
-    control.onGotFocus();
-  }
-  return true;
-}
-
-bool ScriptedUser::Type(TextField& field, std::u16string_view text) {
-  if (field.readOnly || !MoveTo(field)) {
-    return false;
-  }
-  field.text = text;
-  if (field.onChange) {
-    field.onChange();
-  }
-  return true;
-}
-
-bool ScriptedUser::Leave(TextField& field) {
-  focused_ = nullptr;
-  if (field.onLostFocus) {
-    field.onLostFocus();
-  }
-  const bool back = field.screen.focusRequest == &field;
-  if (back) {
-    field.screen.focusRequest = nullptr;
-    focused_ = &field;
-  }
-  return !back;
-}
-
-bool ScriptedUser::Choose(ListBox& list, int row) {
-  if (!MoveTo(list)) {
-    return false;
-  }
-  SelectRow(list, row);
-  return true;
-}
-
-namespace {
-template <typename Clickable> bool ClickOn(ScriptedUser& user, Clickable& control) {
-  if (!user.MoveTo(control)) {
-    return false;
-  }
-  if (control.onClick) {
-    control.onClick();
-  }
-  return true;
-}
-} // namespace
-
-bool ScriptedUser::Click(Button& button) {
-  return ClickOn(*this, button);
-}
-bool ScriptedUser::Click(ToolButton& button) {
-  return ClickOn(*this, button);
-}
-bool ScriptedUser::Click(MenuEntry& entry) {
-  return ClickOn(*this, entry);
-}
-bool ScriptedUser::Click(CheckBox& box) {
-  if (!MoveTo(box)) {
-    return false;
-  }
-  box.checked = !box.checked;
-  if (box.onClick) {
-    box.onClick();
-  }
-  return true;
-}
-
-bool ScriptedUser::DoubleClick(Grid& grid, int row, int col) {
-  if (!MoveTo(grid)) {
-    return false;
-  }
-  grid.SelectRow(row);
-  grid.Col = col;
-  if (grid.onDoubleClick) {
-    grid.onDoubleClick();
-  }
-  return true;
-}
-
-bool ScriptedUser::ChoosePage(TabPages& pages, int page) {
-  if (!MoveTo(pages)) {
-    return false;
-  }
-  SelectPage(pages, page);
-  return true;
 }
 
 } // namespace loader::test

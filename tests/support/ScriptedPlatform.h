@@ -2,8 +2,8 @@
 //
 // Time is virtual: DoEvents jumps to the next event (a timer, an arrival of bytes, a scheduled step of the
 // test) and runs it. A message box that a test did not expect fails the test, and so does one that it
-// expected and did not get. The program folder is a fresh temporary folder with the shipped InitSet.Ini in
-// it.
+// expected and did not get; modal screens likewise. The program folder is a fresh temporary folder with the
+// shipped InitSet.Ini in it.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +17,9 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "tests/support/ScriptedScreens.h"
+#include "tests/support/ScriptedUser.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace loader::test {
 
@@ -93,23 +96,6 @@ public:
 
 private:
   long Answer(CommonDialog& dialog, const std::string& kind);
-};
-
-class ScriptedScreens final : public Screens {
-public:
-  void Show(Screen& screen) override { shown.push_back(&screen); }
-  void ShowModal(Screen& screen) override;
-  void Close(Screen& screen) override;
-  void EndProgram() override { programEnded = true; }
-  // A half-width character is 100 twips wide, a full-width one 200.
-  double TextWidth(std::u16string_view text) override;
-
-  std::vector<Screen*> shown;
-  std::vector<std::string> shownModally; // names
-  std::vector<Screen*> closed;
-  // What the user does while a modal screen of that name is shown.
-  std::map<std::string, std::function<void(Screen&)>> whileModal;
-  bool programEnded = false;
 };
 
 // The far end of a link: the test sees what is sent and lets bytes arrive.
@@ -193,7 +179,12 @@ public:
   ScriptedSerial serial{time};
   ScriptedSocket socket{time};
   ScriptedUsb usb{time};
-  std::filesystem::path folder; // the program folder
+
+private:
+  TemporaryFolder temporary_{"loader-test-"};
+
+public:
+  const std::filesystem::path& folder = temporary_.Path(); // the program folder
 
   // Expects a box with a text of the text table.
   void ExpectBox(int textId, BoxAnswer answer = BoxAnswer::Ok, std::function<void()> whileShown = {});
@@ -208,27 +199,5 @@ private:
 // The model in force, by way of LOADER.INI, and its fresh store; what the program does at start, without a
 // window.
 void StartWithModel(ScriptedPlatform& platform, std::string_view model /* "KOV" or "RUG" */);
-
-// What the user does to the records, by the rules of the user interface: a disabled or hidden control takes
-// nothing, and a field's lost-focus check runs before the click that took the focus is acted on.
-class ScriptedUser {
-public:
-  // Focus to the control, with the lost-focus check of the field that had it. False when that check asked the
-  // focus back: then nothing else happens.
-  bool MoveTo(Control& control);
-  bool Type(TextField& field, std::u16string_view text);
-  // Leaves the field for nothing in particular.
-  bool Leave(TextField& field);
-  bool Choose(ListBox& list, int row);
-  bool Click(Button& button);
-  bool Click(ToolButton& button);
-  bool Click(CheckBox& box);
-  bool Click(MenuEntry& entry);
-  bool DoubleClick(Grid& grid, int row, int col);
-  bool ChoosePage(TabPages& pages, int page);
-
-private:
-  TextField* focused_ = nullptr;
-};
 
 } // namespace loader::test
