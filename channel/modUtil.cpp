@@ -36,7 +36,7 @@ std::u16string ValuePicture(std::int32_t value, int position) {
 
 std::size_t DigitsAt(std::string_view text, std::size_t at) {
   std::size_t end = at;
-  while (end < text.size() && IsDigit(text[end])) {
+  while (end < text.size() && IsDigit(static_cast<char16_t>(text[end]))) {
     ++end;
   }
   return end - at;
