@@ -5,6 +5,7 @@
 #include <QLibraryInfo>
 #include <QWidget>
 
+#include "qt/ProgramStyle.h"
 #include "qt/ReadableColour.h"
 
 namespace loader {
@@ -44,6 +45,7 @@ QFont JapaneseFont(QFont chosen) {
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  setStyle(new ProgramStyle); // belongs to the application from here on
   setFont(JapaneseFont(font()));
   KeepReadable();
   // The file dialog speaks Japanese where Qt's translations are installed.
