@@ -5,6 +5,7 @@
 #include <QLibraryInfo>
 #include <QWidget>
 
+#include "qt/ProgramStyle.h"
 #include "qt/ReadableColour.h"
 
 namespace loader {
@@ -29,15 +30,22 @@ QFont JapaneseFont(QFont chosen) {
   }
   constexpr double ProgramPoints = 9;
   constexpr double LargestDefault = 12;
-  const double points = QFontInfo(chosen).pointSizeF();
+  // Only of a size in pixels need the font itself be asked, which is loaded for it.
+  const double points = chosen.pointSizeF() > 0 ? chosen.pointSizeF() : QFontInfo(chosen).pointSizeF();
   chosen.setPointSizeF(points > LargestDefault ? points : ProgramPoints);
-  chosen.setFamilies({ProgramFamily(), chosen.family()}); // the latter where ours isn't installed
+  // The chosen family only stands in where ours isn't installed: for a font of two families Qt asks the
+  // system for the fallbacks of every script before it draws the first character, for a font of one when it
+  // meets a character that the family lacks.
+  chosen.setFamilies(QFontDatabase::hasFamily(ProgramFamily())
+                         ? QStringList{ProgramFamily()}
+                         : QStringList{ProgramFamily(), chosen.family()});
   return chosen;
 }
 
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  setStyle(new ProgramStyle); // belongs to the application from here on
   setFont(JapaneseFont(font()));
   KeepReadable();
   // The file dialog speaks Japanese where Qt's translations are installed.

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <array>
 
+#include "qt/FormIcons.h"
 #include "qt/FormTexts.h"
 #include "ui_frmAbout.h"
 #include "ui_frmIPSetting.h"
@@ -15,11 +16,6 @@
 #include "ui_frmParamLoader_pageOperation.h"
 #include "ui_frmParamLoader_pageRecorder.h"
 #include "ui_frmTimeChange.h"
-
-// The icons lie in a library, where nothing but this call pulls them in; it can't stand in a namespace.
-static void LoadIcons() {
-  Q_INIT_RESOURCE(icons);
-}
 
 namespace loader {
 
@@ -53,11 +49,11 @@ constexpr auto AllForms = std::to_array<FormEntry>({
 } // namespace
 
 std::unique_ptr<QWidget> MakeForm(std::string_view name) {
-  LoadIcons();
   for (const FormEntry& form : AllForms) {
     if (form.name == name) {
       std::unique_ptr<QWidget> made = form.make();
       GiveFormTexts(*made, name);
+      GiveFormIcons(*made, name);
       return made;
     }
   }

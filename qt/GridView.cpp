@@ -7,6 +7,7 @@
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "qt/HeadingView.h"
@@ -92,6 +93,19 @@ protected:
 private:
   const GridModel& model_;
 };
+
+// Kana, kanji and full-width forms, and half-width katakana: none of them is wider than a kanji.
+bool IsOneKanjiWideAtMost(QChar character) {
+  struct Range {
+    char16_t first;
+    char16_t last;
+  };
+  constexpr std::array Ranges{Range{u'\u3041', u'\u3096'}, Range{u'\u30A1', u'\u30FC'},
+                              Range{u'一', u'\u9FA0'}, Range{u'\uFF01', u'\uFF9F'}};
+  return std::any_of(Ranges.begin(), Ranges.end(), [character](const Range& range) {
+    return character >= range.first && character <= range.last;
+  });
+}
 
 } // namespace
 
@@ -270,13 +284,23 @@ void GridView::LayOutColumns() {
 }
 
 void GridView::WidenForHeadings() {
+  // To measure a text loads each of its characters, painted or not; most headings have room at the first
+  // look.
+  const double kanji = QFontMetricsF(above_->font()).horizontalAdvance(QStringLiteral("値"));
+  const auto surelyFits = [kanji](const QString& text, int width) {
+    return std::ceil(kanji * static_cast<double>(text.size())) + HeadingView::Margin <= width &&
+           std::all_of(text.begin(), text.end(), IsOneKanjiWideAtMost);
+  };
   // Narrow headings first: they may leave enough room for the wide ones above them.
   for (auto box = above_->Boxes().rbegin(); box != above_->Boxes().rend(); ++box) {
-    const int wanted = above_->fontMetrics().horizontalAdvance(box->text) + HeadingView::Margin;
     int width = 0;
     for (int col = box->firstCol; col <= box->lastCol; ++col) {
       width += isColumnHidden(col) ? 0 : columnWidth(col);
     }
+    if (surelyFits(box->text, width)) {
+      continue;
+    }
+    const int wanted = above_->fontMetrics().horizontalAdvance(box->text) + HeadingView::Margin;
     if (width < wanted) {
       setColumnWidth(box->lastCol, columnWidth(box->lastCol) + wanted - width);
     }

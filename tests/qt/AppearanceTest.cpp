@@ -2,6 +2,8 @@
 // stays.
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QRawFont>
+#include <QTextLayout>
 #include <QToolTip>
 
 #include "qt/Application.h"
@@ -190,6 +192,54 @@ TEST_F(Appearance, LargePrintIsKeptInTheProgramsFont) {
   UseFont(QFont(FamilyWithoutJapanese(), 18));
   EXPECT_EQ(QStringLiteral("Noto Sans CJK JP"), Find<QLineEdit>("txtName").font().families().value(0));
   EXPECT_EQ(18, Find<QLineEdit>("txtName").font().pointSizeF());
+}
+
+// 40 pixels are 30 points at 96 dots an inch.
+TEST_F(Appearance, LargePrintInPixelsIsKeptToo) {
+  ShowSample();
+  QFont large(FamilyWithoutJapanese());
+  large.setPixelSize(40);
+  const double points = QFontInfo(large).pointSizeF();
+  ASSERT_GT(points, 12);
+  UseFont(large);
+  EXPECT_EQ(QStringLiteral("Noto Sans CJK JP"), Find<QLineEdit>("txtName").font().families().value(0));
+  EXPECT_NEAR(points, Find<QLineEdit>("txtName").font().pointSizeF(), 0.01);
+}
+
+// With a second family, Qt asks the system for the fallbacks of each script before it draws anything.
+TEST_F(Appearance, TheProgramsFontIsOneFamilyWhereItIsInstalled) {
+  if (!QFontDatabase::hasFamily(QStringLiteral("Noto Sans CJK JP"))) {
+    GTEST_SKIP() << "the program's font is not installed";
+  }
+  UseFont(QFont(FamilyWithoutJapanese(), 11));
+  EXPECT_EQ(QStringList{QStringLiteral("Noto Sans CJK JP")}, QApplication::font().families());
+}
+
+// A file's name may hold anything: what the program's font lacks comes from another one that has it.
+TEST_F(Appearance, ACharacterThatTheFontLacksIsDrawnInAnother) {
+  UseFont(QFont(FamilyWithoutJapanese(), 11));
+  int lacking = 0;
+  for (const char16_t character : {u'\u0639', u'\u05D0', u'\u0531', u'\u10D0', u'\u2708', u'\u265E'}) {
+    const QString text(QChar{character});
+    if (QRawFont::fromFont(QApplication::font()).supportsCharacter(text.front())) {
+      continue;
+    }
+    bool someHasIt = false;
+    for (const QString& family : QFontDatabase::families()) {
+      someHasIt |= QRawFont::fromFont(QFont(family)).supportsCharacter(text.front());
+    }
+    QTextLayout layout(text, QApplication::font());
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    ASSERT_EQ(1, runs.size());
+    EXPECT_EQ(someHasIt, runs.front().glyphIndexes().value(0) != 0) << static_cast<int>(character);
+    lacking += someHasIt ? 1 : 0;
+  }
+  if (lacking == 0) {
+    GTEST_SKIP() << "no other font has more than the program's";
+  }
 }
 
 TEST_F(Appearance, AFontWithJapaneseGlyphsIsTheUsersChoice) {

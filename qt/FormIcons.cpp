@@ -1,0 +1,117 @@
+#include "qt/FormIcons.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QIconEngine>
+#include <QLabel>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QStyle>
+#include <QStyleOption>
+#include <QSvgRenderer>
+#include <array>
+#include <stdexcept>
+#include <string>
+
+// The icons lie in a library, where nothing but this call pulls them in; it can't stand in a namespace.
+static void LoadIcons() {
+  Q_INIT_RESOURCE(icons);
+}
+
+namespace loader {
+
+namespace {
+
+QPixmap Draw(const QString& file, const QSize& size) {
+  const QString key = QStringLiteral("%1 %2 %3").arg(file).arg(size.width()).arg(size.height());
+  QPixmap drawn;
+  if (!QPixmapCache::find(key, &drawn)) {
+    QSvgRenderer drawing(file);
+    drawing.setAspectRatioMode(Qt::KeepAspectRatio);
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    drawing.render(&painter);
+    painter.end();
+    drawn = QPixmap::fromImage(image);
+    QPixmapCache::insert(key, drawn);
+  }
+  return drawn;
+}
+
+// Sizes are in pixels of the screen: QIcon asks for as many as the screen's scale takes.
+class DrawnIconEngine final : public QIconEngine {
+public:
+  explicit DrawnIconEngine(QString file) : file_(std::move(file)) {}
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
+    if (size.isEmpty()) {
+      return {};
+    }
+    const QPixmap drawn = Draw(file_, size);
+    if (mode == QIcon::Normal) {
+      return drawn;
+    }
+    QStyleOption option;
+    option.palette = QGuiApplication::palette();
+    return QApplication::style()->generatedIconPixmap(mode, drawn, &option);
+  }
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const QSizeF size = QSizeF(rect.size()) * painter->device()->devicePixelRatioF();
+    painter->drawPixmap(rect, pixmap(size.toSize(), mode, state));
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new DrawnIconEngine(*this); }
+  bool isNull() override { return false; }
+
+private:
+  QString file_;
+};
+
+struct FormIcon {
+  std::string_view form;
+  std::string_view object; // an action or a label; empty: the window itself
+  std::string_view icon;
+};
+
+constexpr auto Icons = std::to_array<FormIcon>({
+    {"frmParamLoader", "", "loader"},
+    {"frmParamLoader", "V_1", "open"},
+    {"frmParamLoader", "V_2", "copy"},
+    {"frmParamLoader", "V_3", "paste"},
+    {"frmParamLoader", "V_4", "help"},
+    {"frmAbout", "", "loader"},
+    {"frmAbout", "picProgram", "loader"},
+    {"frmIPSetting", "", "loader"},
+    {"frmTimeChange", "", "loader"},
+});
+
+void Give(QWidget& form, const FormIcon& row) {
+  const QIcon icon = DrawnIcon(row.icon);
+  const QString name = QString::fromLatin1(row.object.data(), static_cast<qsizetype>(row.object.size()));
+  if (name.isEmpty()) {
+    form.setWindowIcon(icon);
+  } else if (auto* action = form.findChild<QAction*>(name)) {
+    action->setIcon(icon);
+  } else if (auto* label = form.findChild<QLabel*>(name)) {
+    label->setPixmap(icon.pixmap(label->minimumSize(), qApp->devicePixelRatio()));
+  } else {
+    throw std::logic_error("no " + std::string(row.object) + " on the form " + std::string(row.form));
+  }
+}
+
+} // namespace
+
+QIcon DrawnIcon(std::string_view name) {
+  LoadIcons();
+  return QIcon(new DrawnIconEngine(QString::fromStdString(":/icons/" + std::string(name) + ".svg")));
+}
+
+void GiveFormIcons(QWidget& form, std::string_view name) {
+  for (const FormIcon& row : Icons) {
+    if (row.form == name) {
+      Give(form, row);
+    }
+  }
+}
+
+} // namespace loader

@@ -1,0 +1,17 @@
+// The desktop's style, whatever it is, with one picture of the program's own.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace loader {
+
+// A tool bar that is too short shows a button for what is left over. Qt makes the button with every tool bar
+// and reads its pictures from files, and for the first file all plugins for pictures are loaded. Ours is
+// drawn when it is needed.
+class ProgramStyle final : public QProxyStyle {
+public:
+  [[nodiscard]] QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                                   const QWidget* widget) const override;
+};
+
+} // namespace loader
