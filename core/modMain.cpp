@@ -1,8 +1,6 @@
 #include "core/modMain.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
 
 #include "core/ModelProfile.h"
 #include "core/Text.h"
@@ -47,10 +45,9 @@ bool IsName(std::string_view padded, std::string_view sought) {
 template <std::size_t Width> class SoughtName {
 public:
   explicit SoughtName(std::string_view name) : name_(Trim(name)) {
-    std::array<char, Width> padded;
-    padded.fill(' ');
-    std::copy_n(name_.begin(), std::min(name_.size(), Width), padded.begin());
-    number_ = Packed(padded.data());
+    for (std::size_t at = 0; at < Width; ++at) {
+      number_ |= Shifted(at < name_.size() ? name_[at] : ' ', at);
+    }
   }
   [[nodiscard]] bool Is(std::string_view padded) const {
     const bool usual = padded.size() == Width && padded.front() != ' ';
@@ -58,14 +55,21 @@ public:
   }
 
 private:
+  static_assert(Width <= sizeof(std::uint32_t));
+  // In registers: a number that is put together in memory from smaller pieces is waited for when it is
+  // loaded.
+  static constexpr std::uint32_t Shifted(char character, std::size_t at) {
+    return std::uint32_t{static_cast<unsigned char>(character)} << (8U * at);
+  }
   static std::uint32_t Packed(const char* characters) {
-    static_assert(Width <= sizeof(std::uint32_t));
     std::uint32_t packed = 0;
-    std::memcpy(&packed, characters, Width);
+    for (std::size_t at = 0; at < Width; ++at) {
+      packed |= Shifted(characters[at], at);
+    }
     return packed;
   }
   std::string_view name_;
-  std::uint32_t number_;
+  std::uint32_t number_ = 0;
 };
 
 template <typename Record> StoreIndex IndexOfTag(const std::vector<Record>& records, std::string_view tag) {

@@ -1,6 +1,7 @@
 #include "mainwindow/TableCells.h"
 
 #include "core/ModelProfile.h"
+#include "core/Text.h"
 #include "core/modIni.h"
 #include "core/modMain.h"
 #include "mainwindow/TableLayouts.h"
@@ -62,7 +63,9 @@ std::vector<CellSource> Sources(std::span<const ColumnSource> columns) {
   std::vector<CellSource> cells;
   cells.reserve(columns.size());
   for (const ColumnSource& column : columns) {
-    cells.push_back({column.column, &MeaningOf(column.section, column.tag), std::string(column.tag)});
+    const bool isSlot = column.tag.starts_with("GC");
+    cells.push_back({column.column, &MeaningOf(column.section, column.tag), std::string(column.tag),
+                     column.tag == "SRIN", isSlot ? RequireInt16(Widen(column.tag.substr(2))) : 0});
   }
   return cells;
 }
@@ -98,12 +101,8 @@ void WriteCell(Grid& grid, int row, int column, const CellSource& cell, int item
   }
 }
 
-// What the model does not have is not even read: the reset input, data slots of a group.
 bool IsRead(const CellSource& cell) {
-  if (cell.tag == "SRIN") {
-    return ModelCode == "KOV";
-  }
-  return !cell.tag.starts_with("GC") || cell.tag <= GroupSlotTag(Profile.GroupChannelLast + 1);
+  return (!cell.kovOnly || ModelCode == "KOV") && cell.slot <= Profile.GroupChannelLast + 1;
 }
 
 std::optional<int> ColumnIn(const ChannelRow& row, int channelColumn) {

@@ -20,6 +20,8 @@ struct CellSource {
   int column;
   const MeaningRow* meaning;
   std::string tag;
+  bool kovOnly; // not even read on another model
+  int slot;     // of a group's data slot, from 1: not read beyond those that the model has; else 0
 };
 
 // The columns that have a source, in the order in which a row is written.
