@@ -219,8 +219,10 @@ TEST_F(ParameterTexts, UnderTheFValueAreLimitedByTheirRecords) {
   }
   EXPECT_EQ(record, limits("C", "SECU", View::Screen));
   // The logarithm goes before it.
-  Put("C", 0, "SCAL", 1);
   Put("C", 0, "TAIS", 1);
+  EXPECT_EQ(kind, limits("C", "RMAX", View::Screen));
+  EXPECT_EQ(kind, limits("A", "A1VL", View::Screen));
+  Put("C", 0, "SCAL", 1);
   EXPECT_EQ((Limits{-9, 9}), limits("C", "RMAX", View::Screen));
   EXPECT_EQ((Limits{-9, 9}), limits("C", "RMAX", View::Sheet));
   EXPECT_EQ((Limits{-9, 9}), limits("C", "SMAX", View::Sheet));
