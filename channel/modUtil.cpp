@@ -193,7 +193,9 @@ bool CheckValueField(int position, int minimum, int maximum, TextField& field) {
   std::u16string text = field.text;
   std::int16_t stored = 0;
   if (!TextToStored(text, stored, minimum, maximum, position)) {
-    RequestFocusAndSelectAll(field);
+    if (field.enabled) { // a whole screen is checked with its disabled fields
+      RequestFocusAndSelectAll(field);
+    }
     return false;
   }
   // Deliberate: the year alone keeps the text as it was typed.
@@ -246,7 +248,11 @@ bool CheckTextField(TextField& field, const TextRule& rule) {
   const TextReading reading = ReadText(field.text, rule);
   if (!reading.good) {
     ShowMessage(reading.message);
-    RequestFocusAndSelect(field, reading.selectFrom, reading.selectLength);
+    if (rule.selectRefused) {
+      RequestFocusAndSelect(field, reading.selectFrom, reading.selectLength);
+    } else {
+      RequestFocus(field);
+    }
   }
   return reading.good;
 }

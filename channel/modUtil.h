@@ -52,8 +52,8 @@ struct NumberReading {
 
 // The whole check of a number field that is left. A failed field has shown its message, takes the focus back
 // and has its text selected; a good one shows the canonical text, except the field `txtYear`, which keeps
-// what was typed. While WaitTimer2 runs nothing is checked and the result is false. The caller answers a
-// false result with WaitChk.
+// what was typed. A disabled field shows its message and leaves the focus where it is. While WaitTimer2 runs
+// nothing is checked and the result is false. The caller answers a false result with WaitChk.
 [[nodiscard]] bool CheckValueField(int position, int minimum, int maximum, TextField& field);
 
 // The re-entry guard of the field checks: a failed check moves the focus, so other fields are left in turn;
@@ -80,6 +80,7 @@ struct TextRule {
   TextId tooLong;                  // with @LEN@
   std::optional<TextId> forbidden; // with @MID@
   bool trimBoth = false;           // the field is trimmed at both ends before it is measured
+  bool selectRefused = true;       // what is wrong is selected; false: the field gets the focus alone
 };
 struct TextReading {
   bool good;

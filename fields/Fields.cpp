@@ -13,20 +13,15 @@ namespace loader {
 
 namespace {
 
-template <typename ControlType>
-ControlType& Named(const Screen& screen, std::string_view name, ControlKind kind) {
-  Control& control = ControlNamed(screen, name);
-  if (control.kind != kind) {
-    throw std::logic_error(control.name + " of " + screen.name + " is a control of another kind");
-  }
-  return static_cast<ControlType&>(control);
-}
+// --- Controls: the screen's own, or made here
 
-template <typename ControlType>
-ControlType& FoundOrMade(Screen& screen, std::deque<ControlType>& made, const std::string& name,
-                         ControlKind kind) {
-  return screen.Find(name) != nullptr ? Named<ControlType>(screen, name, kind)
-                                      : made.emplace_back(screen, name);
+ListBox& ListOn(FieldSet& set, const std::string& name) {
+  return set.screen.Find(name) != nullptr ? ListNamed(set.screen, name)
+                                          : set.lists.emplace_back(set.screen, name);
+}
+TextField& TextOn(FieldSet& set, const std::string& name) {
+  return set.screen.Find(name) != nullptr ? FieldNamed(set.screen, name)
+                                          : set.texts.emplace_back(set.screen, name);
 }
 
 // --- Records
@@ -62,11 +57,17 @@ FieldShape ShapeOf(const FieldRow& row, const MeaningRow& meaning) {
     return FieldShape::Text;
   case Sense::Number:
   case Sense::Plain:
+    return FieldShape::Number;
   case Sense::AddressMask:
   case Sense::FormulaWord:
     break;
   }
-  return FieldShape::Number;
+  throw std::logic_error(std::string(row.control) + ": no single field");
+}
+
+bool Decides(const Field& deciding, const Field& other) {
+  return other.meaning->meaning.decidedBy == deciding.tag && other.item == deciding.item &&
+         other.row->section == deciding.row->section;
 }
 
 // "IPA#" and 3: "IPA3"; "GC##" and 3: "GC03". A tag without a '#' stays.
@@ -83,13 +84,19 @@ void AddField(FieldSet& set, const FieldRow& row, const std::string& control, co
               int item) {
   const MeaningRow& meaning = MeaningOf(row.section, tag);
   Field& field = set.fields.emplace_back(Field{&row, &meaning, ShapeOf(row, meaning), tag, item});
+  if (field.shape == FieldShape::Text && meaning.meaning.text.commaRefused != (row.forbidden != 0)) {
+    throw std::logic_error(control + ": its message for a comma and its meaning do not agree");
+  }
+  if (std::ranges::any_of(set.fields, [&](const Field& before) { return Decides(field, before); })) {
+    throw std::logic_error(control + ": stands behind what it decides");
+  }
   if (field.shape == FieldShape::List || field.shape == FieldShape::TimeOfDay) {
-    field.list = &FoundOrMade(set.screen, set.lists, control, ControlKind::ListBox);
+    field.list = &ListOn(set, control);
   } else {
-    field.text = &FoundOrMade(set.screen, set.texts, control, ControlKind::TextField);
+    field.text = &TextOn(set, control);
   }
   if (field.shape == FieldShape::TimeOfDay) {
-    field.minutes = &FoundOrMade(set.screen, set.lists, std::string(row.minutes), ControlKind::ListBox);
+    field.minutes = &ListOn(set, std::string(row.minutes));
   }
 }
 
@@ -107,17 +114,32 @@ void AddRow(FieldSet& set, const FieldRow& row) {
 
 // --- Lists
 
-const ChoiceList* ListOf(const FieldSet& set, const Field& field) {
-  return field.row->otherList ? field.meaning->meaning.otherChoices
-                              : ChoicesOf(*field.meaning, View::Screen, set.entry + field.item).list;
-}
-
 // The stored value of the row that a list shows; nothing when it shows none.
 std::optional<std::int16_t> ShownValue(const ListBox& list) {
   const auto row = static_cast<std::size_t>(list.index);
   return list.index < 0 || row >= list.itemData.size()
              ? std::nullopt
              : std::optional(static_cast<std::int16_t>(list.itemData[row]));
+}
+
+const ChoiceList* ListOf(const FieldSet& set, const Field& field) {
+  if (field.row->otherList) {
+    return field.meaning->meaning.otherChoices;
+  }
+  if (set.storeTime == StoreTime::OnApply) { // what decides the list may not have been stored yet
+    for (const Field& deciding : set.fields) {
+      if (deciding.list != nullptr && Decides(deciding, field)) {
+        return ChoicesBy(*field.meaning, View::Screen, ShownValue(*deciding.list).value_or(-1)).list;
+      }
+    }
+  }
+  return ChoicesOf(*field.meaning, View::Screen, set.entry + field.item).list;
+}
+
+bool DiffersByEntry(const Field& field) {
+  const Meaning& meaning = field.meaning->meaning;
+  return !meaning.byDecider.empty() ||
+         (meaning.choices != nullptr && meaning.choices->extent == Extent::PairedInputKinds);
 }
 
 // The row of a stored value among those that the control offers.
@@ -176,24 +198,22 @@ bool CheckOctet(const Field& field, const ParamNumRecord& record) {
 
 // --- Texts
 
+bool IsTrimmed(const Field& field) {
+  return field.meaning->meaning.text.form != TextForm::AsTyped;
+}
+
 bool CheckText(const FieldSet& set, const Field& field, const ParamTextRecord& record) {
-  TextField& text = *field.text;
-  if (field.meaning->meaning.text.form != TextForm::AsTyped) {
-    text.text = std::u16string(Trim(text.text));
-  }
   const FieldRow& row = *field.row;
-  const TextReading reading =
-      ReadText(text.text, {record.ByteLength, TextId::At(row.tooLong),
-                           row.forbidden == 0 ? std::nullopt : std::optional(TextId::At(row.forbidden))});
-  if (!reading.good) {
-    ShowMessage(reading.message);
-    if (set.selectRefusedText) {
-      RequestFocusAndSelect(text, reading.selectFrom, reading.selectLength);
-    } else {
-      RequestFocus(text);
-    }
-  }
-  return reading.good;
+  return CheckTextField(*field.text,
+                        {record.ByteLength, TextId::At(row.tooLong),
+                         row.forbidden == 0 ? std::nullopt : std::optional(TextId::At(row.forbidden)),
+                         IsTrimmed(field), set.selectRefusedText});
+}
+
+// A check alone changes nothing: the blanks that it takes off were not taken off by the user.
+bool ShowsWhatWasFilled(const Field& field) {
+  const std::u16string& text = field.text->text;
+  return text == field.shownText || (IsTrimmed(field) && text == Trim(field.shownText));
 }
 
 void TrimWhileTyped(TextField& text) {
@@ -240,7 +260,23 @@ void LeaveField(FieldSet& set, const Field& field) {
   }
 }
 
-void TieHandlers(FieldSet& set, const Field& field) {
+void Picked(FieldSet& set, Field& field) {
+  if (field.list->index == field.list->indexBefore) {
+    return; // the row that stood already
+  }
+  field.shownRow = Field::NoFill;
+  for (Field& other : set.fields) {
+    if (Decides(field, other)) {
+      FillList(set, other);
+      ShowRow(*other.list, 0);
+    }
+  }
+  if (set.onPicked) {
+    set.onPicked(field);
+  }
+}
+
+void TieHandlers(FieldSet& set, Field& field) {
   if (field.text != nullptr) {
     field.text->onLostFocus = [&set, &field] { LeaveField(set, field); };
     if (field.shape == FieldShape::Text && field.meaning->meaning.text.form == TextForm::TrimmedAsTyped) {
@@ -250,9 +286,11 @@ void TieHandlers(FieldSet& set, const Field& field) {
   }
   if (set.storeTime == StoreTime::AtOnce) {
     field.list->onChange = [&set, &field] { StoreAtOnce(set, field); };
-    if (field.minutes != nullptr) {
-      field.minutes->onChange = field.list->onChange;
-    }
+  } else {
+    field.list->onChange = [&set, &field] { Picked(set, field); };
+  }
+  if (field.minutes != nullptr && set.storeTime == StoreTime::AtOnce) {
+    field.minutes->onChange = field.list->onChange;
   }
 }
 
@@ -282,7 +320,7 @@ FieldSet::FieldSet(Screen& owner, std::span<const FieldRow> rows, StoreTime stor
   for (const FieldRow& row : rows) {
     AddRow(*this, row);
   }
-  for (const Field& field : fields) {
+  for (Field& field : fields) {
     TieHandlers(*this, field);
   }
 }
@@ -328,6 +366,9 @@ void FillField(FieldSet& set, Field& field) {
   }
   switch (field.shape) {
   case FieldShape::List:
+    if (set.storeTime == StoreTime::OnApply && DiffersByEntry(field)) {
+      FillList(set, field);
+    }
     ShowChoice(set, field, record->Value);
     break;
   case FieldShape::TimeOfDay:
@@ -371,7 +412,7 @@ bool StoreField(FieldSet& set, const Field& field) {
   const bool dialog = set.storeTime == StoreTime::OnApply;
   if (field.shape == FieldShape::Text) {
     ParamTextRecord* record = TextRecordOf(set, field);
-    if (record != nullptr && !(dialog && field.text->text == field.shownText)) {
+    if (record != nullptr && !(dialog && ShowsWhatWasFilled(field))) {
       SetText(*record, field.text->text, SlotValue);
     }
     return true;
@@ -427,23 +468,6 @@ Field& FieldOf(FieldSet& set, std::string_view control) {
     throw std::logic_error("no field " + std::string(control) + " on " + set.screen.name);
   }
   return *found;
-}
-
-ListBox& ListNamed(const Screen& screen, std::string_view name) {
-  return Named<ListBox>(screen, name, ControlKind::ListBox);
-}
-TextField& FieldNamed(const Screen& screen, std::string_view name) {
-  return Named<TextField>(screen, name, ControlKind::TextField);
-}
-Label& LabelNamed(const Screen& screen, std::string_view name) {
-  return Named<Label>(screen, name, ControlKind::Label);
-}
-Control& ControlNamed(const Screen& screen, std::string_view name) {
-  Control* control = screen.Find(name);
-  if (control == nullptr) {
-    throw std::logic_error("no control named " + std::string(name) + " on " + screen.name);
-  }
-  return *control;
 }
 
 } // namespace loader

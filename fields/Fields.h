@@ -17,6 +17,7 @@
 #include <string_view>
 
 #include "core/modMain.h"
+#include "fields/NamedControls.h"
 #include "meaning/ParameterText.h"
 #include "platform/Controls.h"
 
@@ -48,8 +49,9 @@ struct Field {
   ListBox* list = nullptr; // List; TimeOfDay: the hours
   ListBox* minutes = nullptr;
   TextField* text = nullptr;
-  // What the last fill has shown: a dialog leaves the record of a field that still shows it as it is, also
-  // where that is not the record's own form (a list without the stored value, a text with leading blanks).
+  // What the last fill has shown: a dialog leaves the record of a field that nobody has changed since as it
+  // is, also where that is not the record's own form (a list without the stored value, a text with leading
+  // blanks). A list in which another row was picked has changed, also when it is back at the first one.
   int shownRow = NoFill;
   std::u16string shownText = {};
   static constexpr int NoFill = -2;
@@ -59,8 +61,10 @@ enum class StoreTime { AtOnce, OnApply };
 
 struct FieldSet {
   // Ties the rows to the screen's controls of those names, making those that the screen has not declared
-  // itself, and their handlers. A parameter without a meaning, or a control of another kind, is a defect of
-  // the program (std::logic_error).
+  // itself, and their handlers. Defects of the program (std::logic_error): a parameter without a meaning, or
+  // one that is no single field (an address mask, a word of a formula); a control of another kind; a text
+  // whose row has no message for the comma that its meaning refuses, or one too many; a list that stands
+  // before the one that decides it.
   FieldSet(Screen& owner, std::span<const FieldRow> rows, StoreTime storeTime);
   FieldSet(const FieldSet&) = delete;
   FieldSet& operator=(const FieldSet&) = delete;
@@ -76,15 +80,20 @@ struct FieldSet {
   // What a screen adds.
   std::function<const ChannelRow*()> channel;      // the channel whose values the fields show
   std::function<void(TextField&)> onRefusedNumber; // before the guard starts
-  bool selectRefusedText = true;                   // a refused text has what is wrong with it selected
+  // A dialog: the user, or SelectRow, has picked another row than the one that stood. What the list decides
+  // has been refilled and shows its first row by then.
+  std::function<void(Field&)> onPicked;
+  bool selectRefusedText = true; // a refused text has what is wrong with it selected
 };
 
-// The rows that each list offers on the model in force; nothing is selected.
+// The rows that each list offers on the model in force; nothing is selected. A dialog's list that another
+// parameter decides goes by what that one's field shows.
 void FillLists(FieldSet& set);
 void FillList(FieldSet& set, Field& field);
 
 // Store to screen. A value that its list does not have leaves an at-once list as it was and selects nothing
-// in a dialog; a parameter that the model does not have leaves its field alone.
+// in a dialog; a parameter that the model does not have leaves its field alone. A dialog's list whose rows
+// differ from entry to entry (decided by another parameter, or by the channel before) is refilled first.
 void FillField(FieldSet& set, Field& field);
 void FillFields(FieldSet& set);
 template <typename Wanted> void FillFieldsWhere(FieldSet& set, const Wanted& wanted) {
@@ -100,19 +109,13 @@ template <typename Wanted> void FillFieldsWhere(FieldSet& set, const Wanted& wan
 // All of them, up to the first that is refused.
 [[nodiscard]] bool CheckFields(FieldSet& set);
 // Screen to store, behind the check. In a dialog a field that nobody has changed leaves its record as it is;
-// so does a list that selects nothing, but an empty one of a parameter that another one decides: it stores 0.
+// so does a list that selects nothing, but one of a parameter that another one decides, which a pick there
+// has emptied: it stores 0.
 [[nodiscard]] bool StoreField(FieldSet& set, const Field& field);
 // Behind CheckFields: false is a defect of the fields (a text that passed its check and cannot be stored).
 [[nodiscard]] bool StoreFields(FieldSet& set);
 
 // The field of a control; one that the set does not have is a defect of the program (std::logic_error).
 [[nodiscard]] Field& FieldOf(FieldSet& set, std::string_view control);
-
-// --- Controls by name and kind. One that is missing is a defect of the program (std::logic_error).
-
-[[nodiscard]] ListBox& ListNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] TextField& FieldNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] Label& LabelNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] Control& ControlNamed(const Screen& screen, std::string_view name);
 
 } // namespace loader

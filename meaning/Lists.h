@@ -13,7 +13,6 @@ namespace loader::lists {
 
 inline constexpr ChoiceList Channels72{"channels (0 is channel 1)", &NoneChannelList, Extent::OtherChannels,
                                        1};
-inline constexpr ChoiceList NoneAndChannels72{"none, channels", &NoneChannelList, Extent::NoneAndChannels};
 inline constexpr ChoiceList SubtractedChannels{"none, channels", &SubtractList, Extent::NoneAndChannels};
 // The five contents that are no channels keep their numbers; they stand at rows of channels, deliberately.
 inline constexpr ChoiceList GroupSlots{.name = "none, channels",

@@ -38,6 +38,7 @@ enum class Position {
   Channel,     // POIN of the channel
   FValue,      // FPOI of section H under the F value function, else POIN
   Measuring,   // of the input kind, or of the channel that the channel refers to
+  Terminals,   // the same on a screen, where a reference stands at the position of its kind: ReferencePoint
   Engineering, // POIN under scaling and for another channel's value, else that of the kind
   RecordRange, // FPOI under the F value function, else as Engineering
   Constant,    // CONP of the constant
@@ -48,7 +49,8 @@ enum class Within {
   Kind,        // what the input kind (or the channel referred to) can measure
   Terminals,   // what the terminals take: MeasuringLimits
   Engineering, // the kind's without scaling, else the record's; exponents under the logarithm
-  Alarm,       // the kind's without scaling, else the record's
+  RecordRange, // as Engineering; without the logarithm the record's under the F value function
+  Alarm,       // the kind's without scaling, else the record's; as RecordRange under the F value function
 };
 
 // How a number reads while the channel's logarithm is on.
@@ -56,7 +58,7 @@ enum class UnderLogarithm {
   AsEver,
   Exponent, // a whole exponent, where the kind does not limit the value
   Power,    // the exponent as a power of ten: "1.00E3"
-  Scaled,   // a number on the measuring range's scale, as its power: LogValueText
+  Scaled,   // a number on the measuring range's scale and at its position, as its power: LogValueText
 };
 
 struct NumberRule {

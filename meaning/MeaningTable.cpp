@@ -74,6 +74,24 @@ consteval Meaning Unshown(const Meaning& row) {
   return UsedAs(Use::Unshown, row);
 }
 
+consteval Difference ListedIn(View view, std::string_view section, std::string_view tag,
+                              const ChoiceList& choices, std::string_view reason) {
+  return {section, tag, view, Sense::Choice, &choices, {}, reason};
+}
+consteval Difference PlainIn(View view, std::string_view section, std::string_view tag,
+                             std::string_view reason) {
+  return {section, tag, view, Sense::Plain, nullptr, {}, reason};
+}
+consteval Difference CountedIn(View view, std::string_view section, std::string_view tag, NumberRule number,
+                               std::string_view reason) {
+  return {section, tag, view, Sense::Number, nullptr, number, reason};
+}
+
+// A number that no screen shows: it is what it is, whatever its limits.
+consteval Meaning Kept(std::string_view section, std::string_view tag, const ParameterNames& names) {
+  return Unshown(Row(section, tag, names, Sense::Plain));
+}
+
 // A caption of a screen; a caption inside a frame; words of our own where no caption says it; a parameter
 // that no screen names goes by its tag.
 consteval ParameterNames Caption(int label, std::string_view english) {
@@ -97,12 +115,20 @@ constexpr ParameterNames Nameless{};
 
 constexpr NumberRule MeasuringRule{Position::Measuring, Within::Kind, UnderLogarithm::AsEver};
 constexpr NumberRule EngineeringRule{Position::Engineering, Within::Engineering, UnderLogarithm::Exponent};
-constexpr NumberRule RecordRule{Position::RecordRange, Within::Engineering, UnderLogarithm::Power};
+constexpr NumberRule RecordRule{Position::RecordRange, Within::RecordRange, UnderLogarithm::Power};
 constexpr NumberRule ChannelPointRule{Position::Channel, Within::Record, UnderLogarithm::AsEver};
 constexpr NumberRule LowCutRule{Position::FValue, Within::Record, UnderLogarithm::AsEver};
 constexpr NumberRule AlarmRule{Position::FValue, Within::Alarm, UnderLogarithm::Scaled};
+// Where a view differs.
+constexpr NumberRule TerminalsRule{Position::Terminals, Within::Terminals, UnderLogarithm::AsEver};
+constexpr NumberRule TypedRecordRule{Position::RecordRange, Within::RecordRange, UnderLogarithm::Exponent};
+constexpr NumberRule TypedLowCutRule{Position::FValue, Within::Alarm, UnderLogarithm::AsEver};
+constexpr NumberRule TypedAlarmRule{Position::RecordRange, Within::Alarm, UnderLogarithm::Scaled};
+constexpr NumberRule PrintedEngineeringRule{Position::Channel, Within::Record, UnderLogarithm::Exponent};
+constexpr NumberRule PrintedRecordRule{Position::Channel, Within::Record, UnderLogarithm::Power};
 constexpr std::string_view EngineeringNeeds = "TYPE UNIT SCAL TAIS POIN";
 constexpr std::string_view RecordNeeds = "TYPE UNIT SCAL TAIS POIN FTIO FPOI";
+constexpr std::string_view LowCutNeeds = "TYPE UNIT SCAL POIN FTIO FPOI";
 constexpr std::string_view AlarmNeeds = "TYPE UNIT SCAL POIN FTIO FPOI; under TAIS also MMIN MMAX SMIN SMAX";
 
 constexpr TextKind Tag{TextForm::AsTyped, true};
@@ -131,15 +157,15 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("C", "POIN", Caption(18027, "Decimal point"), Positions),
     Counted("C", "PVSI", Caption(18032, 18034, "PV shift"), ChannelPointRule, "POIN"),
     Counted("C", "PVKA", Caption(18032, 18033, "PV slope (%)")),
-    Unshown(Counted("C", "NIPO", Nameless)),
+    Kept("C", "NIPO", Nameless),
     Listed("C", "RECO", Caption(18029, "Recorded or displayed only"), RecordDisplay),
     Counted("C", "RMIN", Caption(18028, 18022, "Display range, lower limit"), RecordRule, RecordNeeds),
     Counted("C", "RMAX", Caption(18028, 18023, "Display range, upper limit"), RecordRule, RecordNeeds),
-    Unshown(Counted("C", "DSPM", Caption(21079, "Display mode"))),
-    Unshown(Counted("C", "ZMB1", Caption(21082, 21083, "Zoom, border 1"))),
-    Unshown(Counted("C", "ZMB2", Caption(21090, 21091, "Zoom, border 2"))),
-    Unshown(Counted("C", "ZMP1", Caption(21086, 21087, "Zoom, position 1"))),
-    Unshown(Counted("C", "ZMP2", Caption(21094, 21095, "Zoom, position 2"))),
+    Kept("C", "DSPM", Caption(21079, "Display mode")),
+    Kept("C", "ZMB1", Caption(21082, 21083, "Zoom, border 1")),
+    Kept("C", "ZMB2", Caption(21090, 21091, "Zoom, border 2")),
+    Kept("C", "ZMP1", Caption(21086, 21087, "Zoom, position 1")),
+    Kept("C", "ZMP2", Caption(21094, 21095, "Zoom, position 2")),
     KovOnly(Listed("C", "TAIS", Caption(18172, "Logarithm"), Logarithm)),
     Listed("C", "COLR", Caption(18039, "Display colour"), Colours, Sense::ColourNumber),
     Listed("C", "ROOT", Caption(18025, "Square root"), SquareRoot),
@@ -148,7 +174,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("C", "FTIO", Caption(18006, "F value function"), FValue),
     Listed("C", "SEKI", Caption(18018, "Totalizer function"), TotalKinds),
     Listed("C", "SEUN", Caption(18017, "Totalizer unit"), Units),
-    Counted("C", "SECU", Caption(18016, "Totalizer low cut"), LowCutRule, RecordNeeds),
+    Counted("C", "SECU", Caption(18016, "Totalizer low cut"), LowCutRule, LowCutNeeds),
     Counted("C", "SSCL", Caption(18013, "Totalizer divisor")),
     Listed("C", "STYP", Caption(18012, "Totalizer type"), ReportCycles),
     Listed("C", "SDIG", Caption(18008, 18011, "Totalizer external input"), ExternalInputs),
@@ -159,7 +185,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     // The four alarms of a channel.
     Listed("A", "A#TY", Inside(AlarmNumber, 18045, "Alarm # type"), AlarmTypes),
     Counted("A", "A#VL", Inside(AlarmNumber, 18046, "Alarm # set value"), AlarmRule, AlarmNeeds),
-    Unshown(Counted("A", "A#HC", Inside(AlarmNumber, 21155, "Alarm # channel compared with"))),
+    Kept("A", "A#HC", Inside(AlarmNumber, 21155, "Alarm # channel compared with")),
     Listed("A", "A#RL", Inside(AlarmNumber, 18047, "Alarm # output relay"), AlarmOutputs),
 
     // A display group: name and slots, trend, bar graph or meter.
@@ -171,8 +197,8 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("T", "TPVD", Caption(18062, "Colour bar"), ColourBars),
     Listed("T", "TMEM", Caption(18064, "Trend scale"), TrendScale),
     Unshown(Listed("B", "BHOU", Nameless, Directions)),
-    Unshown(Counted("B", "BPVD", Nameless)),
-    Unshown(Counted("B", "BPVM", Nameless)),
+    Kept("B", "BPVD", Nameless),
+    Kept("B", "BPVM", Nameless),
     Listed("B", "BBRM", Caption(18061, "Bar graph or meter"), BarsOrMeters),
 
     // General settings.
@@ -186,7 +212,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     Counted("H", "FSTN", Caption(18124, 18125, "F value, reference temperature (°C)")),
     Counted("H", "FZTI", Caption(18124, 18126, "F value, Z value (°C)")),
     Listed("H", "FPOI", Caption(18124, 18127, "F value, decimal point"), Positions),
-    Unshown(Counted("H", "FTIR", Nameless)),
+    Kept("H", "FTIR", Nameless),
     Counted("H", "FTIT", Caption(18124, 18128, "F value, reset temperature (°C)")),
     Listed("H", "BAAL", Caption(18105, "Battery alarm output"), BatteryOutputs),
     Listed("H", "SHOU", Caption(18103, "LCD off after (min)"), Backlight, ScreenOff),
@@ -214,7 +240,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     // A message.
     Worded("M", "MESS", Caption(18082, "Text"), Tag),
     Unshown(Listed("M", "MCOR", Nameless, Colours, Sense::ColourNumber)),
-    Unshown(Counted("M", "MITI", Nameless)),
+    Kept("M", "MITI", Nameless),
     Listed("M", "MTM1", Caption(18083, "Timing"), MessageTimings),
     Decided("M", "MTM2", Caption(18084, "Digital input or channel"), "MTM1", MessageSources),
     Decided("M", "MTM3", Caption(18085, "Alarm number"), "MTM1", MessageAlarms),
@@ -282,14 +308,14 @@ constexpr auto Rows = std::to_array<Meaning>({
 
     // The recorder's serial master and its slaves.
     Unshown(Listed("L", "MODF", Nameless, LinkRoles)),
-    Unshown(Counted("L", "RECY", Nameless)),
-    Unshown(Counted("L", "RETR", Nameless)),
-    Unshown(Counted("L", "TIOU", Nameless)),
-    Unshown(Counted("L", "DELT", Nameless)),
+    Kept("L", "RECY", Nameless),
+    Kept("L", "RETR", Nameless),
+    Kept("L", "TIOU", Nameless),
+    Kept("L", "DELT", Nameless),
     Unshown(Listed("L", "RETN", Nameless, RetryIntervals)),
-    Unshown(Counted("Y", "SLST", Nameless)),
-    Unshown(Counted("Y", "SLRA", Nameless)),
-    Unshown(Counted("Y", "SLRN", Nameless)),
+    Kept("Y", "SLST", Nameless),
+    Kept("Y", "SLRA", Nameless),
+    Kept("Y", "SLRN", Nameless),
 
     // What the recorder is.
     UsedAs(Use::Identity, Worded("P", "PILC", Own(Model))),
@@ -300,8 +326,8 @@ constexpr auto Rows = std::to_array<Meaning>({
     Unshown(Listed("I", "DCOL", Caption(18039, "Display colour"), Colours, Sense::ColourNumber)),
     Unshown(Listed("I", "DREM", Caption(18030, "Record mode"), InputRecordModes)),
     Unshown(Listed("I", "DREO", Caption(18029, "Recorded"), RecordPresence)),
-    Unshown(Counted("I", "DRMN", Caption(18028, 18022, "Display range, lower limit"))),
-    Unshown(Counted("I", "DRMX", Caption(18028, 18023, "Display range, upper limit"))),
+    Kept("I", "DRMN", Caption(18028, 18022, "Display range, lower limit")),
+    Kept("I", "DRMX", Caption(18028, 18023, "Display range, upper limit")),
     KovOnly(Listed("Z", "TOTA", Caption(18119, "Totalizing"), TotalSwitch)),
     KovOnly(Listed("Z", "TSTM", Caption(18120, "Unit time"), TotalUnitTimes)),
     KovOnly(Listed("Z", "TSIG", Caption(18121, "Start and stop signal"), OperationKinds)),
@@ -312,122 +338,44 @@ constexpr auto Rows = std::to_array<Meaning>({
 
 // Where a view shows a parameter otherwise than its row says. Each is deliberate.
 constexpr auto DifferenceRows = std::to_array<Difference>({
-    // Lists.
-    {"C", "COLR", View::Screen, Sense::Choice, &Colours, {}, "a screen names the colour beside its swatch"},
-    {"C", "COLR", View::Sheet, Sense::Choice, &Colours, {}, "paper knows no colour: the sheet names it"},
-    {"C", "SUBC", View::Sheet, Sense::Choice, &PrintedChannels, {}, "the sheet has words of its own"},
-    {"C", "POIN", View::Sheet, Sense::Plain, nullptr, {}, "the sheet prints the number"},
-    {"C",
-     "OTCH",
-     View::Sheet,
-     Sense::Choice,
-     &PrintedOtherChannels,
-     {},
-     "the sheet takes the entry at the value, where the first is none: it prints one channel less than the "
-     "screens show"},
-    {"C",
-     "SEKI",
-     View::Sheet,
-     Sense::Choice,
-     &PrintedTotalKinds,
-     {},
-     "the sheet counts the kinds from 1 as the recorder does, the screens from 0: with entries from 1 "
-     "everywhere all three would show the same"},
-    {"C", "STYP", View::Table, Sense::Choice, &ReportCyclesOrOff, {}, "a table shows OFF for no cycle"},
-    {"C", "STYP", View::Sheet, Sense::Choice, &ReportCyclesOrOff, {}, "as the table"},
-    {"A", "A#RL", View::Sheet, Sense::Number, nullptr, {}, "the sheet prints the number of the relay"},
-    {"G", "GC##", View::Sheet, Sense::Choice, &PrintedChannels, {}, "the sheet has words of its own"},
-    {"T",
-     "THOU",
-     View::Table,
-     Sense::Choice,
-     &DirectionsOrUpright,
-     {},
-     "a table tells sideways from all else"},
-    {"T", "THOU", View::Sheet, Sense::Choice, &DirectionsOrUpright, {}, "as the table"},
-    {"T", "TBUN", View::Table, Sense::Plain, nullptr, {}, "a table shows the number whatever it is"},
-    {"T", "TBUN", View::Sheet, Sense::Plain, nullptr, {}, "as the table"},
-    {"T", "TMEM", View::Sheet, Sense::Choice, &NoYes, {}, "the sheet says no or yes, the screen OFF or ON"},
-    {"K",
-     "LVEL",
-     View::Sheet,
-     Sense::Choice,
-     &UserLevels,
-     {},
-     "the sheet takes the entry at the value of all four; the screen offers the first and the fourth as 0 "
-     "and 1, of which the second and the fourth read alike"},
+    ListedIn(View::Screen, "C", "COLR", Colours, "a screen names the colour beside its swatch"),
+    ListedIn(View::Sheet, "C", "COLR", Colours, "paper knows no colour: the sheet names it"),
+    ListedIn(View::Sheet, "C", "SUBC", PrintedChannels, "the sheet has words of its own"),
+    PlainIn(View::Sheet, "C", "POIN", "the sheet prints the number"),
+    ListedIn(View::Sheet, "C", "OTCH", PrintedOtherChannels,
+             "the sheet takes the entry at the value, where the first is none: it prints one channel less "
+             "than the screens show"),
+    ListedIn(View::Sheet, "C", "SEKI", PrintedTotalKinds,
+             "the sheet counts the kinds from 1 as the recorder does, the screens from 0: with entries from "
+             "1 everywhere all three would show the same"),
+    ListedIn(View::Table, "C", "STYP", ReportCyclesOrOff, "a table shows OFF for no cycle"),
+    ListedIn(View::Sheet, "C", "STYP", ReportCyclesOrOff, "as the table"),
+    CountedIn(View::Sheet, "A", "A#RL", NumberRule{}, "the sheet prints the number of the relay"),
+    ListedIn(View::Sheet, "G", "GC##", PrintedChannels, "the sheet has words of its own"),
+    ListedIn(View::Table, "T", "THOU", DirectionsOrUpright, "a table tells sideways from all else"),
+    ListedIn(View::Sheet, "T", "THOU", DirectionsOrUpright, "as the table"),
+    PlainIn(View::Table, "T", "TBUN", "a table shows the number whatever it is"),
+    PlainIn(View::Sheet, "T", "TBUN", "as the table"),
+    ListedIn(View::Sheet, "T", "TMEM", NoYes, "the sheet says no or yes, the screen OFF or ON"),
+    ListedIn(View::Sheet, "K", "LVEL", UserLevels,
+             "the sheet takes the entry at the value of all four; the screen offers the first and the fourth "
+             "as 0 and 1, of which the second and the fourth read alike"),
 
     // Numbers: what a screen takes is not always what a table can show.
-    {"C",
-     "MMIN",
-     View::Screen,
-     Sense::Number,
-     nullptr,
-     {Position::Measuring, Within::Terminals},
-     "a screen takes what the terminals take whatever the kind"},
-    {"C",
-     "MMAX",
-     View::Screen,
-     Sense::Number,
-     nullptr,
-     {Position::Measuring, Within::Terminals},
-     "a screen takes what the terminals take whatever the kind"},
-    {"C",
-     "SMIN",
-     View::Sheet,
-     Sense::Number,
-     nullptr,
-     {Position::Channel, Within::Record, UnderLogarithm::Exponent},
-     "the sheet prints at POIN"},
-    {"C",
-     "SMAX",
-     View::Sheet,
-     Sense::Number,
-     nullptr,
-     {Position::Channel, Within::Record, UnderLogarithm::Exponent},
-     "the sheet prints at POIN"},
-    {"C",
-     "RMIN",
-     View::Screen,
-     Sense::Number,
-     nullptr,
-     {Position::RecordRange, Within::Engineering, UnderLogarithm::Exponent},
-     "a screen takes the exponent"},
-    {"C",
-     "RMAX",
-     View::Screen,
-     Sense::Number,
-     nullptr,
-     {Position::RecordRange, Within::Engineering, UnderLogarithm::Exponent},
-     "a screen takes the exponent"},
-    {"C",
-     "RMIN",
-     View::Sheet,
-     Sense::Number,
-     nullptr,
-     {Position::Channel, Within::Record, UnderLogarithm::Power},
-     "the sheet prints at POIN"},
-    {"C",
-     "RMAX",
-     View::Sheet,
-     Sense::Number,
-     nullptr,
-     {Position::Channel, Within::Record, UnderLogarithm::Power},
-     "the sheet prints at POIN"},
-    {"C",
-     "SECU",
-     View::Screen,
-     Sense::Number,
-     nullptr,
-     {Position::RecordRange, Within::Alarm},
-     "a screen takes what the kind can measure; a table shows what the record holds"},
-    {"A",
-     "A#VL",
-     View::Screen,
-     Sense::Number,
-     nullptr,
-     {Position::RecordRange, Within::Alarm, UnderLogarithm::Scaled},
-     "a screen takes an unscaled alarm at the kind's position; a table shows it at POIN"},
+    CountedIn(View::Screen, "C", "MMIN", TerminalsRule,
+              "a screen takes what the terminals take whatever the kind, at the position of the kind"),
+    CountedIn(View::Screen, "C", "MMAX", TerminalsRule,
+              "a screen takes what the terminals take whatever the kind, at the position of the kind"),
+    CountedIn(View::Sheet, "C", "SMIN", PrintedEngineeringRule, "the sheet prints at POIN"),
+    CountedIn(View::Sheet, "C", "SMAX", PrintedEngineeringRule, "the sheet prints at POIN"),
+    CountedIn(View::Screen, "C", "RMIN", TypedRecordRule, "a screen takes the exponent"),
+    CountedIn(View::Screen, "C", "RMAX", TypedRecordRule, "a screen takes the exponent"),
+    CountedIn(View::Sheet, "C", "RMIN", PrintedRecordRule, "the sheet prints at POIN"),
+    CountedIn(View::Sheet, "C", "RMAX", PrintedRecordRule, "the sheet prints at POIN"),
+    CountedIn(View::Screen, "C", "SECU", TypedLowCutRule,
+              "a screen takes what the kind can measure; a table shows what the record holds"),
+    CountedIn(View::Screen, "A", "A#VL", TypedAlarmRule,
+              "a screen takes an unscaled alarm at the kind's position; a table shows it at POIN"),
 });
 
 } // namespace

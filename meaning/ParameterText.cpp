@@ -10,6 +10,11 @@ namespace loader {
 namespace {
 
 constexpr int LastPosition = 4;
+constexpr int MinutesOfDay = 24 * MinutesOfHour;
+
+bool IsOperationChannel(int item) {
+  return item >= Profile.ChannelCount;
+}
 
 // Limits and position of the measuring range of a channel that takes its input from another one.
 InputRange PartnerRange(int item) {
@@ -46,6 +51,8 @@ int PositionInForce(Position position, int item, const ChannelRow* channel) {
     return channel->rowPoint;
   case Position::Measuring:
     return channel->measuring.Point;
+  case Position::Terminals:
+    return channel->terminalsPoint;
   case Position::RecordRange:
     return channel->fValue ? channel->rowPoint
                            : EngineeringPoint(state.kind, state.scalingOn, channel->point);
@@ -62,6 +69,7 @@ Limits LimitsInForce(Within within, const ParamNumRecord& record, const ChannelR
   if (channel == nullptr) {
     return RecordLimits(record);
   }
+  const bool byFValue = channel->fValue && !channel->state.logOn; // the logarithm goes before the F value
   switch (within) {
   case Within::Kind:
     return {channel->measuring.MinValue, channel->measuring.MaxValue};
@@ -69,8 +77,10 @@ Limits LimitsInForce(Within within, const ParamNumRecord& record, const ChannelR
     return MeasuringLimits(channel->state.kind);
   case Within::Engineering:
     return EngineeringLimits(channel->state, record);
+  case Within::RecordRange:
+    return byFValue ? RecordLimits(record) : EngineeringLimits(channel->state, record);
   case Within::Alarm:
-    return AlarmLimits(channel->state, record);
+    return byFValue ? RecordLimits(record) : AlarmLimits(channel->state, record);
   case Within::Record:
     break;
   }
@@ -117,7 +127,8 @@ std::optional<std::u16string> NumRecordText(const MeaningRow& row, View view, in
   case Sense::Number:
     return NumberText(form.number, record, item, channel);
   case Sense::TimeOfDay:
-    return TimeOfDayText(record.Value);
+    return record.Value >= 0 && record.Value < MinutesOfDay ? std::optional(TimeOfDayText(record.Value))
+                                                            : std::nullopt;
   case Sense::AddressMask:
     return AddressMaskText(record.Value);
   case Sense::FormulaWord:
@@ -167,26 +178,46 @@ ChannelRow LookUpChannelRow(int item, bool operation) {
     row.measuring.Point = row.point; // stays where the kind has no position of its own
     InputRangeLookup(row.state.kind, row.state.unit, row.measuring);
   }
+  row.terminalsPoint = operation || row.state.kind != KindOtherChannel
+                           ? row.measuring.Point
+                           : ReferencePoint(item, NumValue("C", item, "OTCH", -1));
   return row;
+}
+
+int ReferencePoint(int item, int other) {
+  const ParamNumRecord* type = FindNumRecord("C", other, "TYPE");
+  if (other == item || type == nullptr) {
+    return 0;
+  }
+  return IsOperationChannel(other) ? PositionOf(NumValue("C", other, "POIN"))
+                                   : MeasuringPoint(KindOtherChannel, type->Value);
 }
 
 NumberInForce InForce(const NumberRule& rule, const ParamNumRecord& record, int item,
                       const ChannelRow* channel) {
   // Under the logarithm these values are whole exponents, whatever the position of the channel; the scaling
   // range of a channel that its kind limits knows no logarithm.
-  const bool exponent = rule.logarithm != UnderLogarithm::AsEver &&
-                        rule.logarithm != UnderLogarithm::Scaled && channel != nullptr &&
-                        channel->state.logOn && !KindLimited(channel->state.kind, channel->state.scalingOn);
-  return {exponent ? 0 : PositionInForce(rule.position, item, channel),
-          LimitsInForce(rule.within, record, channel)};
+  const bool logOn = channel != nullptr && channel->state.logOn && rule.logarithm != UnderLogarithm::AsEver;
+  if (logOn && rule.logarithm == UnderLogarithm::Scaled) {
+    return {channel->terminalsPoint, LimitsInForce(rule.within, record, channel)};
+  }
+  if (logOn && !KindLimited(channel->state.kind, channel->state.scalingOn)) {
+    return {0, EngineeringLimits(channel->state, record)};
+  }
+  return {PositionInForce(rule.position, item, channel), LimitsInForce(rule.within, record, channel)};
 }
 
 ChoicesInForce ChoicesOf(const MeaningRow& row, View view, int item) {
   const Meaning& meaning = row.meaning;
+  return ChoicesBy(row, view,
+                   meaning.byDecider.empty() ? 0 : NumValue(meaning.section, item, meaning.decidedBy));
+}
+
+ChoicesInForce ChoicesBy(const MeaningRow& row, View view, int deciding) {
+  const Meaning& meaning = row.meaning;
   if (meaning.byDecider.empty()) {
     return {FormIn(row, view).choices, false};
   }
-  const int deciding = NumValue(meaning.section, item, meaning.decidedBy);
   if (deciding < 0 || static_cast<std::size_t>(deciding) >= meaning.byDecider.size()) {
     return {};
   }
@@ -207,8 +238,7 @@ std::optional<std::u16string> ParameterText(const MeaningRow& row, View view, in
 std::u16string ReportText(std::string_view section, int item, std::string_view tag, View view) {
   const MeaningRow* row = FindMeaning(section, tag);
   const bool ofChannel = section == "C" || section == "A";
-  const ChannelRow channel =
-      ofChannel ? LookUpChannelRow(item, item + 1 >= Profile.FirstOperationChannel) : ChannelRow{};
+  const ChannelRow channel = ofChannel ? LookUpChannelRow(item, IsOperationChannel(item)) : ChannelRow{};
   if (row != nullptr) {
     if (const auto text = ParameterText(*row, view, item, tag, ofChannel ? &channel : nullptr)) {
       return *text;

@@ -20,11 +20,17 @@ struct ChannelRow {
   int storedType = 0;
   ChannelState state; // an operation channel: kind 40
   bool fValue = false;
-  int point = 0;        // POIN
-  int rowPoint = 0;     // FPOI of section H when the F value function is on, else POIN
-  InputRange measuring; // limits and position of MMIN and MMAX
+  int point = 0;          // POIN
+  int rowPoint = 0;       // FPOI of section H when the F value function is on, else POIN
+  InputRange measuring;   // limits and position of MMIN and MMAX in a table
+  int terminalsPoint = 0; // their position on a screen
 };
 [[nodiscard]] ChannelRow LookUpChannelRow(int item, bool operation);
+
+// The position at which a screen shows the measuring range of channel `item` while it takes its input from
+// channel `other` (both from 0): that of the other's kind, for an operation channel, which has no kind, its
+// POIN. 0 for a channel that refers to itself or to none.
+[[nodiscard]] int ReferencePoint(int item, int other);
 
 // A position that a file or a recorder brought in: one that does not exist counts as 0, where it is read.
 [[nodiscard]] int PositionOf(int stored);
@@ -45,10 +51,12 @@ struct ChoicesInForce {
   bool meaningless = false; // the deciding value leaves the parameter without a meaning
 };
 [[nodiscard]] ChoicesInForce ChoicesOf(const MeaningRow& row, View view, int item);
+// The same by a deciding value that is not the store's: what a screen shows and has not stored yet.
+[[nodiscard]] ChoicesInForce ChoicesBy(const MeaningRow& row, View view, int deciding);
 
 // The text of a parameter of one item as a view shows it. Nothing when this model does not have it, or the
-// value lies outside its list: a table leaves such a cell as it is. A number outside its limits is an empty
-// text. Give `channel` for the parameters of a channel (sections C and A).
+// value lies outside its list or is no time of day: a table leaves such a cell as it is. A number outside its
+// limits is an empty text. Give `channel` for the parameters of a channel (sections C and A).
 [[nodiscard]] std::optional<std::u16string> ParameterText(const MeaningRow& row, View view, int item,
                                                           std::string_view tag,
                                                           const ChannelRow* channel = nullptr);

@@ -161,7 +161,12 @@ bool ShowRow(ListBox& list, long row) {
 }
 
 void SelectRow(ListBox& list, long row) {
-  if (ShowRow(list, row) && list.onChange) {
+  const int before = list.index;
+  if (!ShowRow(list, row)) {
+    return;
+  }
+  list.indexBefore = before;
+  if (list.onChange) {
     list.onChange();
   }
 }

@@ -74,6 +74,7 @@ struct ListBox : Control {
   std::vector<std::u16string> items;
   std::vector<std::int32_t> itemData; // one for each item
   int index = -1;
+  int indexBefore = -1; // the row that stood before the last pick: the same row again is no change
   Handler onChange;
 };
 

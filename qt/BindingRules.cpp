@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 #include "core/Text.h"
 #include "qt/FocusMark.h"
@@ -145,7 +146,7 @@ void ListenToList(UserInterface& userInterface, Binder& binder, Binding& binding
   QObject::connect(&WidgetAs<ListBoxView>(binding), &QComboBox::activated, &binder,
                    [&userInterface, &list](int row) {
                      userInterface.Act(
-                         list, [&] { list.index = row; }, list.onChange);
+                         list, [&] { list.indexBefore = std::exchange(list.index, row); }, list.onChange);
                    });
 }
 

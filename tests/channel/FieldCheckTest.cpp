@@ -60,6 +60,14 @@ TEST_F(FieldCheck, AFailedFieldTakesTheFocusBackWithItsWholeTextSelected) {
   ExpectSelected(screen.field, 0, 6);
 }
 
+TEST_F(FieldCheck, ADisabledFieldThatFailsLeavesTheFocusWhereItIs) {
+  screen.field.text = u"12.345";
+  screen.field.enabled = false;
+  ExpectRangeMessage(u"-10.00", u"10.00");
+  EXPECT_FALSE(Check());
+  ExpectUntouched(screen.field);
+}
+
 TEST_F(FieldCheck, AnEmptyFieldIsRefusedAsNotNumeric) {
   ExpectNotNumeric();
   EXPECT_FALSE(Check());

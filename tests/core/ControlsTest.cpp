@@ -39,6 +39,23 @@ TEST(ListBoxRecord, SelectionByTheProgramRunsTheChangeHandler) {
   EXPECT_EQ(1, changes);
 }
 
+TEST(ListBoxRecord, TellsTheRowThatStoodBeforeThePick) {
+  SampleScreen screen;
+  ListBox& list = screen.cmbKind;
+  AddItem(list, u"A");
+  AddItem(list, u"B");
+  SelectRow(list, 1);
+  EXPECT_EQ(-1, list.indexBefore);
+  ShowRow(list, 0); // nobody has picked it
+  EXPECT_EQ(-1, list.indexBefore);
+  SelectRow(list, 1);
+  EXPECT_EQ(0, list.indexBefore);
+  SelectRow(list, 1);
+  EXPECT_EQ(1, list.indexBefore);
+  SelectRow(list, 2);
+  EXPECT_EQ(1, list.indexBefore);
+}
+
 TEST(ListBoxRecord, ARowOutsideTheListLeavesTheSelectionAndRunsNothing) {
   SampleScreen screen;
   AddItem(screen.cmbKind, u"OFF");

@@ -9,6 +9,7 @@
 #include "core/Text.h"
 #include "meaning/Lists.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/Store.h"
 
 namespace loader::test {
 namespace {
@@ -39,12 +40,6 @@ class FieldEngine : public ::testing::Test {
 protected:
   void SetUp() override { StartWithModel(platform, "KOV"); }
   void TearDown() override { StopTimer(WaitTimer2); }
-  static void Set(std::string_view section, int item, std::string_view tag, int value) {
-    ASSERT_TRUE(SetNumValue(section, item, tag, static_cast<std::int16_t>(value))) << tag;
-  }
-  static int Stored(std::string_view section, int item, std::string_view tag) {
-    return NumValue(section, item, tag, -9999);
-  }
   static void Leave(TextField& field, std::u16string_view text) {
     field.text = text;
     if (field.onChange) {
@@ -83,6 +78,29 @@ TEST_F(FieldEngine, RefusesAParameterWithoutAMeaningAndAControlOfAnotherKind) {
   EXPECT_THROW(FieldSet(screen, unknown, StoreTime::AtOnce), std::logic_error);
 }
 
+TEST_F(FieldEngine, RefusesRowsThatTheirMeaningForbids) {
+  const auto refused = [](std::initializer_list<FieldRow> rows) {
+    Screen screen("frmSample");
+    try {
+      const FieldSet set(screen, {rows.begin(), rows.size()}, StoreTime::OnApply);
+    } catch (const std::logic_error&) {
+      return true;
+    }
+    return false;
+  };
+  // A comma would reach the parameter file; or be refused where it may stand.
+  EXPECT_TRUE(refused({{.control = "txtTag", .section = "C", .tag = "TAG"}}));
+  EXPECT_TRUE(refused({{.control = "txtUser", .section = "K", .tag = "UNAM", .forbidden = 62101}}));
+  // Eight boxes, six lists: no single field stands for them.
+  EXPECT_TRUE(refused({{.control = "chkAddress", .section = "X", .tag = "EADD"}}));
+  EXPECT_TRUE(refused({{.control = "cmbTerm", .section = "O", .tag = "OP11"}}));
+  // Filled in their order, the second would go by what the first one showed before.
+  EXPECT_TRUE(refused({{.control = "cmbTiming1", .section = "M", .tag = "MTM2"},
+                       {.control = "cmbTiming", .section = "M", .tag = "MTM1"}}));
+  EXPECT_FALSE(refused({{.control = "cmbTiming", .section = "M", .tag = "MTM1"},
+                        {.control = "cmbTiming1", .section = "M", .tag = "MTM2"}}));
+}
+
 // --- Stored at once
 
 TEST_F(AtOnce, AListStoresTheValueOfItsRow) {
@@ -101,7 +119,7 @@ TEST_F(AtOnce, AListStoresTheValueOfItsRow) {
 TEST_F(AtOnce, AValueThatIsNoRowLeavesTheListAndTheStore) {
   SampleScreen screen(StoreTime::AtOnce);
   Show(screen);
-  Set("C", 0, "STYP", 2);
+  Put("C", 0, "STYP", 2);
   FillFields(screen.fields);
   EXPECT_EQ(0, FieldOf(screen.fields, "cmbStyp").list->index);
   EXPECT_EQ(2, Stored("C", 0, "STYP"));
@@ -133,7 +151,7 @@ TEST_F(AtOnce, FieldsOfOneSettingFollowEachOther) {
 }
 
 TEST_F(AtOnce, TheTwoListsOfATimeStoreItsMinutes) {
-  Set("E", 0, "TSBA", 485);
+  Put("E", 0, "TSBA", 485);
   SampleScreen screen(StoreTime::AtOnce);
   Show(screen);
   const Field& time = FieldOf(screen.fields, "cmbHour");
@@ -154,19 +172,19 @@ TEST_F(AtOnce, ATextIsRefusedWithTheMessagesOfItsRow) {
   EXPECT_EQ(&tag, screen.focusRequest);
   EXPECT_EQ(1, tag.selStart);
   EXPECT_EQ(1, tag.selLength);
-  EXPECT_EQ("CH 01", ToUtf8(TrimRight(FindTextRecord("C", 0, "TAG")->Value)));
+  EXPECT_EQ("CH 01", TrimmedText("C", 0, "TAG"));
   screen.fields.selectRefusedText = false;
   tag.selectionPending = false;
   platform.boxes.Expect(u"半角16文字以下で入力してください");
   Leave(tag, u"0123456789ABCDEF0");
   EXPECT_FALSE(tag.selectionPending);
   Leave(tag, u" Ofen ");
-  EXPECT_EQ(u" Ofen", TrimRight(FindTextRecord("C", 0, "TAG")->Value));
+  EXPECT_EQ(" Ofen", TrimmedText("C", 0, "TAG"));
   // The name of a group loses its blanks at both ends when it is left.
   TextField& name = *FieldOf(screen.fields, "txtName").text;
   Leave(name, u"  炉  ");
   EXPECT_EQ(u"炉", name.text);
-  EXPECT_EQ(u"炉", TrimRight(FindTextRecord("G", 0, "GNEM")->Value));
+  EXPECT_EQ("炉", TrimmedText("G", 0, "GNEM"));
 }
 
 TEST_F(AtOnce, AnOctetIsStoredAsItsPlainNumber) {
@@ -186,7 +204,7 @@ TEST_F(AtOnce, NumbersStandAtThePositionOfTheChannelThatTheScreenShows) {
   ChannelRow channel;
   channel.point = 2;
   screen.fields.channel = [&channel] { return &channel; };
-  Set("C", 0, "PVSI", 125);
+  Put("C", 0, "PVSI", 125);
   Show(screen);
   TextField& shift = *FieldOf(screen.fields, "txtShift").text;
   EXPECT_EQ(u"1.25", shift.text);
@@ -197,7 +215,7 @@ TEST_F(AtOnce, NumbersStandAtThePositionOfTheChannelThatTheScreenShows) {
 }
 
 TEST_F(AtOnce, FieldsShowTheEntryOfTheScreen) {
-  Set("C", 3, "FILT", 33);
+  Put("C", 3, "FILT", 33);
   SampleScreen screen(StoreTime::AtOnce);
   screen.fields.entry = 3;
   Show(screen);
@@ -217,25 +235,26 @@ TEST_F(OnApply, NothingReachesTheStoreBefore) {
   Leave(*FieldOf(screen.fields, "txtTag").text, u"Ofen");
   EXPECT_EQ(15, Stored("C", 0, "STYP"));
   EXPECT_EQ(0, Stored("C", 0, "FILT"));
-  EXPECT_EQ("CH 01", ToUtf8(TrimRight(FindTextRecord("C", 0, "TAG")->Value)));
+  EXPECT_EQ("CH 01", TrimmedText("C", 0, "TAG"));
   ASSERT_TRUE(CheckFields(screen.fields));
   EXPECT_TRUE(StoreFields(screen.fields));
   EXPECT_EQ(3, Stored("C", 0, "STYP"));
   EXPECT_EQ(12, Stored("C", 0, "FILT"));
-  EXPECT_EQ("Ofen", ToUtf8(TrimRight(FindTextRecord("C", 0, "TAG")->Value)));
+  EXPECT_EQ("Ofen", TrimmedText("C", 0, "TAG"));
 }
 
 // Values that their lists show at another row, or not at all, and a text with blanks in front.
 TEST_F(OnApply, AnApplyWithoutAChangeLeavesEveryRecordAsItIs) {
-  Set("C", 0, "STYP", 2);
-  Set("C", 0, "COLR", 0);
-  Set("G", 0, "GC01", -32768);
-  Set("G", 0, "GC02", -32763);
-  Set("G", 0, "GC03", 12);
-  Set("M", 0, "MTM1", 3);
-  Set("M", 0, "MTM2", 99);
-  Set("E", 0, "TSBA", 2000);
-  SetText(*FindTextRecord("C", 0, "TAG"), u"  x", SlotValue);
+  Put("C", 0, "STYP", 2);
+  Put("C", 0, "COLR", 0);
+  Put("G", 0, "GC01", -32768);
+  Put("G", 0, "GC02", -32763);
+  Put("G", 0, "GC03", 12);
+  Put("M", 0, "MTM1", 3);
+  Put("M", 0, "MTM2", 99);
+  Put("E", 0, "TSBA", 2000);
+  PutText("C", 0, "TAG", "  x");
+  PutText("G", 0, "GNEM", "  x");
   SampleScreen screen(StoreTime::OnApply);
   Show(screen);
   EXPECT_EQ(-1, FieldOf(screen.fields, "cmbStyp").list->index);
@@ -251,11 +270,13 @@ TEST_F(OnApply, AnApplyWithoutAChangeLeavesEveryRecordAsItIs) {
   EXPECT_EQ(12, Stored("G", 0, "GC03"));
   EXPECT_EQ(99, Stored("M", 0, "MTM2"));
   EXPECT_EQ(2000, Stored("E", 0, "TSBA"));
-  EXPECT_EQ(u"  x", TrimRight(FindTextRecord("C", 0, "TAG")->Value));
+  EXPECT_EQ("  x", TrimmedText("C", 0, "TAG"));
+  EXPECT_EQ("  x", TrimmedText("G", 0, "GNEM")); // the check took the blanks off, nobody else
+  EXPECT_EQ(u"x", FieldOf(screen.fields, "txtName").text->text);
 }
 
 TEST_F(OnApply, WhatTheUserPicksInPlaceOfASpecialContentIsAChannel) {
-  Set("G", 0, "GC01", -32768);
+  Put("G", 0, "GC01", -32768);
   SampleScreen screen(StoreTime::OnApply);
   Show(screen);
   ListBox& slot = *FieldOf(screen.fields, "cmbGC(0)").list;
@@ -265,7 +286,7 @@ TEST_F(OnApply, WhatTheUserPicksInPlaceOfASpecialContentIsAChannel) {
 }
 
 TEST_F(OnApply, AnEntryShowsNoRowOfTheEntryBefore) {
-  Set("C", 1, "STYP", 2);
+  Put("C", 1, "STYP", 2);
   SampleScreen screen(StoreTime::OnApply);
   Show(screen);
   SelectRow(*FieldOf(screen.fields, "cmbStyp").list, 3);
@@ -274,23 +295,93 @@ TEST_F(OnApply, AnEntryShowsNoRowOfTheEntryBefore) {
   EXPECT_EQ(-1, FieldOf(screen.fields, "cmbStyp").list->index);
 }
 
-TEST_F(OnApply, TheListOfADecidedParameterFollowsTheDecidingOne) {
+TEST_F(OnApply, ASlotThatWasPickedIsAChannelAlsoWhenThePickGoesBackToTheFirstRow) {
+  Put("G", 0, "GC01", -32768);
   SampleScreen screen(StoreTime::OnApply);
-  Field& source = FieldOf(screen.fields, "cmbTiming1");
-  Set("M", 0, "MTM1", 1);
-  FillList(screen.fields, source);
-  EXPECT_EQ(10U, source.list->items.size());
-  Set("M", 0, "MTM1", 4);
-  FillList(screen.fields, source);
-  EXPECT_EQ(31U, source.list->items.size());
-  EXPECT_EQ(u"無し", source.list->items.front());
-  Set("M", 0, "MTM1", 0);
-  FillList(screen.fields, source);
-  EXPECT_TRUE(source.list->items.empty());
-  // A list that has become empty stores 0.
-  Set("M", 0, "MTM2", 7);
-  EXPECT_TRUE(StoreField(screen.fields, source));
+  Show(screen);
+  ListBox& slot = *FieldOf(screen.fields, "cmbGC(0)").list;
+  SelectRow(slot, 19); // stands there already
+  EXPECT_TRUE(StoreFields(screen.fields));
+  EXPECT_EQ(-32768, Stored("G", 0, "GC01"));
+  SelectRow(slot, 20);
+  SelectRow(slot, 19);
+  EXPECT_TRUE(StoreFields(screen.fields));
+  EXPECT_EQ(19, Stored("G", 0, "GC01"));
+}
+
+TEST_F(OnApply, APickIsToldOnceAndTheRowThatStandsIsNone) {
+  SampleScreen screen(StoreTime::OnApply);
+  std::vector<std::string> told;
+  screen.fields.onPicked = [&](Field& field) { told.push_back(field.tag); };
+  Show(screen);
+  EXPECT_TRUE(told.empty());
+  ListBox& cycle = *FieldOf(screen.fields, "cmbStyp").list;
+  SelectRow(cycle, 0);
+  EXPECT_TRUE(told.empty());
+  SelectRow(cycle, 2);
+  SelectRow(cycle, 2);
+  EXPECT_EQ(std::vector<std::string>{"STYP"}, told);
+}
+
+// What the user picks decides at once, long before it is stored.
+TEST_F(OnApply, TheListOfADecidedParameterFollowsTheFieldOfTheDecidingOne) {
+  Put("M", 0, "MTM1", 1);
+  Put("M", 0, "MTM2", 7);
+  SampleScreen screen(StoreTime::OnApply);
+  Show(screen);
+  ListBox& timing = *FieldOf(screen.fields, "cmbTiming").list;
+  ListBox& source = *FieldOf(screen.fields, "cmbTiming1").list;
+  EXPECT_EQ(10U, source.items.size());
+  EXPECT_EQ(7, source.index);
+  SelectRow(timing, 4);
+  EXPECT_EQ(31U, source.items.size());
+  EXPECT_EQ(u"無し", source.items.front());
+  EXPECT_EQ(0, source.index);
+  SelectRow(source, 3);
+  SelectRow(timing, 4); // stands there already
+  EXPECT_EQ(3, source.index);
+  EXPECT_EQ(1, Stored("M", 0, "MTM1"));
+  SelectRow(timing, 0);
+  EXPECT_TRUE(source.items.empty());
+  // A list that a pick has emptied stores 0.
+  EXPECT_TRUE(StoreFields(screen.fields));
+  EXPECT_EQ(0, Stored("M", 0, "MTM1"));
   EXPECT_EQ(0, Stored("M", 0, "MTM2"));
+}
+
+TEST_F(OnApply, AnotherEntryBringsTheRowsOfItsOwn) {
+  Put("M", 0, "MTM1", 1);
+  Put("M", 1, "MTM1", 3);
+  Put("M", 1, "MTM2", 30);
+  Put("M", 2, "MTM1", 9); // no timing
+  SampleScreen screen(StoreTime::OnApply);
+  Show(screen);
+  const ListBox& source = *FieldOf(screen.fields, "cmbTiming1").list;
+  screen.fields.entry = 1;
+  FillFields(screen.fields);
+  EXPECT_EQ(31U, source.items.size());
+  EXPECT_EQ(30, source.index);
+  screen.fields.entry = 2;
+  FillFields(screen.fields);
+  EXPECT_EQ(-1, FieldOf(screen.fields, "cmbTiming").list->index);
+  EXPECT_TRUE(source.items.empty());
+}
+
+// A pair of channels shares its terminals: the second one's kinds go by the first one's.
+TEST_F(OnApply, AnotherChannelBringsTheKindsOfItsOwn) {
+  constexpr FieldRow kind[] = {{.control = "cmbInputType", .section = "C", .tag = "TYPE"}};
+  Put("C", 0, "TYPE", 31);
+  Put("C", 1, "TYPE", 31);
+  Screen screen("frmSample");
+  FieldSet fields(screen, kind, StoreTime::OnApply);
+  FillLists(fields);
+  FillFields(fields);
+  const ListBox& list = *fields.fields.front().list;
+  EXPECT_GT(list.items.size(), 10U);
+  fields.entry = 1;
+  FillFields(fields);
+  EXPECT_EQ((std::vector<std::int32_t>{0, 31, 40}), list.itemData);
+  EXPECT_EQ(1, list.index);
 }
 
 TEST_F(OnApply, OfTwoBadFieldsTheFirstAloneSpeaksAndNothingIsStored) {

@@ -26,6 +26,20 @@ TEST_F(ListBoxTest, AChoiceOfTheUserRunsTheHandlerOnce) {
   EXPECT_EQ(QStringLiteral("ON"), combo.currentText());
 }
 
+// Whoever answers a pick with a cascade has to know the row that stands already.
+TEST_F(ListBoxTest, AChoiceOfTheUserTellsTheRowThatStoodBefore) {
+  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON", u"AUTO"});
+  screen.cmbKind.index = 0;
+  ShowSample();
+  std::vector<int> before;
+  screen.cmbKind.onChange = [&] { before.push_back(screen.cmbKind.indexBefore); };
+  auto& combo = Find<QComboBox>("cmbKind");
+  combo.setFocus();
+  QTest::keyClick(&combo, Qt::Key_Down);
+  emit combo.activated(1);
+  EXPECT_EQ((std::vector<int>{0, 1}), before);
+}
+
 TEST_F(ListBoxTest, AListSetByTheProgramIsShownAndRunsNothing) {
   ShowSample();
   screen.cmbKind.onChange = [] { FAIL() << "ran"; };

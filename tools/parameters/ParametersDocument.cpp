@@ -59,6 +59,8 @@ std::string_view Where(Position position) {
     return "at POIN, under FTIO at FPOI";
   case Position::Measuring:
     return "at the position of the input kind";
+  case Position::Terminals:
+    return "at the position of the input kind, for another channel's value at that of its kind";
   case Position::Engineering:
     return "at POIN under scaling and for another channel's value, else at that of the input kind";
   case Position::RecordRange:
@@ -79,8 +81,10 @@ std::string_view Limited(Within within) {
     return "limited by the terminals: -1000 to 5500";
   case Within::Engineering:
     return "without scaling limited by the input kind; under the logarithm -9 to 9";
+  case Within::RecordRange:
+    return "without scaling and FTIO limited by the input kind; under the logarithm -9 to 9";
   case Within::Alarm:
-    return "without scaling limited by the input kind";
+    return "without scaling and FTIO limited by the input kind";
   }
   return "";
 }
