@@ -17,6 +17,7 @@
 #include <stdexcept>
 
 #include "qt/BindingRules.h"
+#include "qt/PageOf.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
 
@@ -287,10 +288,8 @@ bool Binder::GiveFocus(const Control& control) {
   QWidget* widget = WidgetOf(control);
   widget->setFocus(Qt::OtherFocusReason);
   // A page follows the Tab key by itself, but not a focus that the program gives.
-  for (QWidget* parent = widget->parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
-    if (auto* page = qobject_cast<QScrollArea*>(parent)) {
-      page->ensureWidgetVisible(widget);
-    }
+  if (QScrollArea* page = PageOf(*widget)) {
+    page->ensureWidgetVisible(widget);
   }
   return true;
 }
@@ -304,6 +303,26 @@ Control* Binder::ControlOf(const QObject& object) const {
   const auto found = byObject_.find(&object);
   return found == byObject_.end() ? nullptr : &found->second->control;
 }
+
+namespace {
+
+// Of keys that do nothing by themselves or that scroll the page: none.
+bool Types(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress) {
+    return true; // letters that an input method makes
+  }
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  return !key.text().isEmpty() || key.matches(QKeySequence::Paste);
+}
+
+// A field whose page was scrolled away comes back before a letter goes into it.
+void ShowWhatIsTyped(QWidget& field, const QEvent& event) {
+  if (Types(event) && IsScrolledAway(field)) {
+    PageOf(field)->ensureWidgetVisible(&field);
+  }
+}
+
+} // namespace
 
 bool Binder::eventFilter(QObject* watched, QEvent* event) {
   Control* control = ControlOf(*watched);
@@ -335,7 +354,12 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
   case QEvent::KeyPress:
-    return KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
+  case QEvent::InputMethod:
+    if (control->kind == ControlKind::TextField) {
+      ShowWhatIsTyped(static_cast<QWidget&>(*watched), *event);
+    }
+    return event->type() == QEvent::KeyPress &&
+           KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
   default:
     return false;
   }
