@@ -337,8 +337,9 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     userInterface_.FocusGone(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::Wheel:
-    // The wheel scrolls the page; it never changes a list that happens to pass under it.
-    if (control->kind == ControlKind::ListBox) {
+    // The wheel scrolls the page; it never changes a list that happens to pass under it, nor turns to another
+    // page, past the check of the field that has the keyboard.
+    if (control->kind == ControlKind::ListBox || control->kind == ControlKind::TabPages) {
       event->ignore();
       return true;
     }
