@@ -315,10 +315,17 @@ bool Types(const QEvent& event) {
   return !key.text().isEmpty() || key.matches(QKeySequence::Paste);
 }
 
-// A field whose page was scrolled away comes back before a letter goes into it.
-void ShowWhatIsTyped(QWidget& field, const QEvent& event) {
-  if (Types(event) && IsScrolledAway(field)) {
-    PageOf(field)->ensureWidgetVisible(&field);
+// Given by the program or by a click, perhaps on the rim that was left to be seen; not the one that comes
+// back from a box or a list.
+bool IsNewFocus(const QFocusEvent& event) {
+  return event.reason() == Qt::OtherFocusReason || event.reason() == Qt::MouseFocusReason;
+}
+
+// Brings back what was scrolled away. A page does so by itself for the Tab key only, and not for a focus that
+// the program gives, nor for a letter that goes into a field.
+void ShowOnItsPage(QWidget& widget) {
+  if (IsScrolledAway(widget)) {
+    PageOf(widget)->ensureWidgetVisible(&widget);
   }
 }
 
@@ -331,6 +338,9 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
   }
   switch (event->type()) {
   case QEvent::FocusIn:
+    if (IsNewFocus(*static_cast<const QFocusEvent*>(event))) {
+      ShowOnItsPage(static_cast<QWidget&>(*watched));
+    }
     userInterface_.FocusArrived(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::FocusOut:
@@ -356,8 +366,8 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
   }
   case QEvent::KeyPress:
   case QEvent::InputMethod:
-    if (control->kind == ControlKind::TextField) {
-      ShowWhatIsTyped(static_cast<QWidget&>(*watched), *event);
+    if (control->kind == ControlKind::TextField && Types(*event)) {
+      ShowOnItsPage(static_cast<QWidget&>(*watched));
     }
     return event->type() == QEvent::KeyPress &&
            KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());

@@ -117,6 +117,19 @@ TEST_F(ListKeys, AListThatWasScrolledAwayIsShownBeforeItsRowChanges) {
   EXPECT_EQ(row + 1, list.currentIndex());
 }
 
+// As when a scrolled page is turned to again, whose first list gets the keyboard.
+TEST_F(ListKeys, AListThatGetsTheKeyboardIsShown) {
+  Start("0");
+  QComboBox& list = ListAfterClickOnTab();
+  for (const Qt::FocusReason reason : {Qt::OtherFocusReason, Qt::MouseFocusReason}) {
+    Find<QPushButton>("btnRegRead").setFocus();
+    PageBar().setValue(PageBar().maximum());
+    ASSERT_TRUE(list.visibleRegion().isEmpty());
+    list.setFocus(reason);
+    EXPECT_EQ(list.rect(), list.visibleRegion().boundingRect()) << reason;
+  }
+}
+
 TEST_F(ListKeys, AFieldThatWasScrolledAwayIsShownWhenItIsTypedInto) {
   Start("0");
   ListAfterClickOnTab();
