@@ -17,6 +17,7 @@
 #include <stdexcept>
 
 #include "qt/BindingRules.h"
+#include "qt/PageOf.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
 
@@ -287,10 +288,8 @@ bool Binder::GiveFocus(const Control& control) {
   QWidget* widget = WidgetOf(control);
   widget->setFocus(Qt::OtherFocusReason);
   // A page follows the Tab key by itself, but not a focus that the program gives.
-  for (QWidget* parent = widget->parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
-    if (auto* page = qobject_cast<QScrollArea*>(parent)) {
-      page->ensureWidgetVisible(widget);
-    }
+  if (QScrollArea* page = PageOf(*widget)) {
+    page->ensureWidgetVisible(widget);
   }
   return true;
 }
@@ -305,6 +304,33 @@ Control* Binder::ControlOf(const QObject& object) const {
   return found == byObject_.end() ? nullptr : &found->second->control;
 }
 
+namespace {
+
+// Of keys that do nothing by themselves or that scroll the page: none.
+bool Types(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress) {
+    return true; // letters that an input method makes
+  }
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  return !key.text().isEmpty() || key.matches(QKeySequence::Paste);
+}
+
+// Given by the program or by a click, perhaps on the rim that was left to be seen; not the one that comes
+// back from a box or a list.
+bool IsNewFocus(const QFocusEvent& event) {
+  return event.reason() == Qt::OtherFocusReason || event.reason() == Qt::MouseFocusReason;
+}
+
+// Brings back what was scrolled away. A page does so by itself for the Tab key only, and not for a focus that
+// the program gives, nor for a letter that goes into a field.
+void ShowOnItsPage(QWidget& widget) {
+  if (IsScrolledAway(widget)) {
+    PageOf(widget)->ensureWidgetVisible(&widget);
+  }
+}
+
+} // namespace
+
 bool Binder::eventFilter(QObject* watched, QEvent* event) {
   Control* control = ControlOf(*watched);
   if (control == nullptr) {
@@ -312,14 +338,18 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
   }
   switch (event->type()) {
   case QEvent::FocusIn:
+    if (IsNewFocus(*static_cast<const QFocusEvent*>(event))) {
+      ShowOnItsPage(static_cast<QWidget&>(*watched));
+    }
     userInterface_.FocusArrived(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::FocusOut:
     userInterface_.FocusGone(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::Wheel:
-    // The wheel scrolls the page; it never changes a list that happens to pass under it.
-    if (control->kind == ControlKind::ListBox) {
+    // The wheel scrolls the page; it never changes a list that happens to pass under it, nor turns to another
+    // page, past the check of the field that has the keyboard.
+    if (control->kind == ControlKind::ListBox || control->kind == ControlKind::TabPages) {
       event->ignore();
       return true;
     }
@@ -335,7 +365,12 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
   case QEvent::KeyPress:
-    return KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
+  case QEvent::InputMethod:
+    if (control->kind == ControlKind::TextField && Types(*event)) {
+      ShowOnItsPage(static_cast<QWidget&>(*watched));
+    }
+    return event->type() == QEvent::KeyPress &&
+           KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
   default:
     return false;
   }

@@ -102,6 +102,7 @@ void ListenToField(UserInterface& userInterface, Binder& binder, Binding& bindin
   auto& edit = WidgetAs<QLineEdit>(binding);
   // A drop would edit a field that the user isn't in and whose check never comes.
   edit.setAcceptDrops(false);
+  new FocusMark(edit); // the field's own; a style's own line is too faint in a dark palette
   QObject::connect(&edit, &QLineEdit::textEdited, &binder, [&userInterface, &binding, &field, &edit] {
     CleanEdit(edit, binding.text);
     binding.text = FromQt(edit.text());

@@ -243,14 +243,36 @@ void GridView::LayOut() {
   above_->Rebuild();
   WidenForHeadings();
   left_->Rebuild();
+  firstColumnWidth_ = columnWidth(0);
+  GiveWay();
   updateGeometries();
   updateGeometry();
+}
+
+void GridView::GiveWay() {
+  if (firstColumnCharacters_ == 0 || isColumnHidden(0)) {
+    return;
+  }
+  const int others = above_->length() - columnWidth(0);
+  const int least =
+      firstColumnCharacters_ * fontMetrics().horizontalAdvance(u'0') + 2 * CellMargin + GridLine;
+  const int room = std::max(viewport()->width() - others, least);
+  const int width = std::min(room, firstColumnWidth_);
+  if (width != columnWidth(0)) {
+    setColumnWidth(0, width);
+  }
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  GiveWay();
 }
 
 QSize GridView::sizeHint() const {
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
   const int around = bar + 2 * frameWidth();
-  return {left_->sizeHint().width() + above_->length() + around,
+  const int columns = above_->length() + (isColumnHidden(0) ? 0 : firstColumnWidth_ - columnWidth(0));
+  return {left_->sizeHint().width() + columns + around,
           above_->sizeHint().height() + left_->length() + around};
 }
 

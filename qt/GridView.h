@@ -19,6 +19,9 @@ class HeadingView;
 
 class GridView : public QTableView {
   Q_OBJECT
+  // Half-width characters to which the first column may give way where the table would have to be scrolled
+  // sideways otherwise; 0: it doesn't. The setter has the name by which compiled forms call it.
+  Q_PROPERTY(int firstColumnCharacters READ FirstColumnCharacters WRITE setFirstColumnCharacters)
 
 public:
   explicit GridView(QWidget* parent = nullptr);
@@ -28,6 +31,8 @@ public:
   // Shows what differs; nothing while the record's Redraw is false.
   void ShowRecord(const Grid& grid);
   [[nodiscard]] const GridModel& Model() const { return model_; }
+  [[nodiscard]] int FirstColumnCharacters() const { return firstColumnCharacters_; }
+  void setFirstColumnCharacters(int characters) { firstColumnCharacters_ = characters; }
   [[nodiscard]] const HeadingView& Headings() const { return *above_; }
   // All columns and rows and room for the scroll bars: the most that a page gives a small table.
   [[nodiscard]] QSize sizeHint() const override;
@@ -45,12 +50,14 @@ protected:
   void changeEvent(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void updateGeometries() override;
+  void resizeEvent(QResizeEvent* event) override;
 
 private:
   void LayOut();
   void LayOutFixedColumns();
   void LayOutColumns();
   void WidenForHeadings();
+  void GiveWay();
   void ShowCurrentCell(const Grid& grid);
   void EnterRow(int row);
   [[nodiscard]] int Pixels(int twips) const;
@@ -60,6 +67,8 @@ private:
   HeadingView* above_;
   HeadingView* left_;
   QWidget* corner_;
+  int firstColumnCharacters_ = 0;
+  int firstColumnWidth_ = 0; // pixels, where there is room
   double twipsPerPixel_ = 1; // of the font that the columns are laid out in
   bool showing_ = false;     // a move of the current cell is the program's, not the user's
 };

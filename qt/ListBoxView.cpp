@@ -2,7 +2,6 @@
 
 #include <QFontMetricsF>
 #include <QKeyEvent>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyleOptionComboBox>
@@ -11,6 +10,7 @@
 #include <array>
 
 #include "qt/FocusMark.h"
+#include "qt/PageOf.h"
 
 namespace loader {
 
@@ -26,13 +26,13 @@ constexpr std::array<PageKey, 4> PageKeys{{{Qt::Key_PageUp, QAbstractSlider::Sli
                                            {Qt::Key_Home, QAbstractSlider::SliderToMinimum},
                                            {Qt::Key_End, QAbstractSlider::SliderToMaximum}}};
 
+// Keys that do nothing by themselves.
+constexpr std::array Modifiers{Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta};
+
 // Nothing moves where no page scrolls.
 void ScrollPageOf(const QWidget& widget, QAbstractSlider::SliderAction action) {
-  for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
-    if (auto* page = qobject_cast<QScrollArea*>(parent)) {
-      page->verticalScrollBar()->triggerAction(action);
-      return;
-    }
+  if (QScrollArea* page = PageOf(widget)) {
+    page->verticalScrollBar()->triggerAction(action);
   }
 }
 
@@ -64,10 +64,14 @@ void ListBoxView::ShowItems(const std::vector<std::u16string>& items, int index)
 void ListBoxView::keyPressEvent(QKeyEvent* event) {
   const auto* scrolls = std::find_if(PageKeys.begin(), PageKeys.end(),
                                      [&](const PageKey& each) { return each.key == event->key(); });
-  if (scrolls == PageKeys.end()) {
-    QComboBox::keyPressEvent(event);
-  } else {
+  if (scrolls != PageKeys.end()) {
     ScrollPageOf(*this, scrolls->action);
+  } else if (std::find(Modifiers.begin(), Modifiers.end(), event->key()) != Modifiers.end()) {
+    event->ignore();
+  } else if (IsScrolledAway(*this)) {
+    PageOf(*this)->ensureWidgetVisible(this); // no row changes that the user does not see
+  } else {
+    QComboBox::keyPressEvent(event);
   }
 }
 

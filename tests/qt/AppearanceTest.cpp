@@ -165,6 +165,18 @@ TEST_P(ThemeOf, ShowsTheFocusOfAList) {
   EXPECT_GE(ContrastOf(drawn, QColor(GetParam().window)), 3);
 }
 
+TEST_P(ThemeOf, ShowsTheFocusOfAField) {
+  UsePalette(PaletteOf(GetParam()));
+  ShowSample();
+  auto& field = Find<QLineEdit>("txtName");
+  const auto lineAround = [&] { return field.grab().toImage().pixelColor(0, field.height() / 2); };
+  Find<QLineEdit>("txtAbove").setFocus();
+  const QColor without = lineAround();
+  field.setFocus(Qt::MouseFocusReason);
+  EXPECT_NE(without, lineAround());
+  EXPECT_GE(ContrastOf(lineAround(), QColor(GetParam().window)), 3);
+}
+
 // the font
 
 QString FamilyWithoutJapanese() {

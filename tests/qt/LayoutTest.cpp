@@ -17,6 +17,8 @@ namespace loader::test {
 namespace {
 
 constexpr QSize Smallest(800, 650);
+// What the frame of a window leaves of a screen that is as small.
+constexpr QSize InAFrame(788, 620);
 constexpr QSize Middle(1280, 720);
 constexpr QSize Wide(1920, 1080);
 
@@ -108,8 +110,10 @@ struct Layout : MainWindowTest, testing::WithParamInterface<const char*> {
 };
 
 TEST_P(Layout, NoLabelIsWrappedOrCutInTheSmallWindow) {
-  OpenAt(Smallest);
-  ExpectWholeLabels(Lines::One);
+  for (const QSize size : {Smallest, InAFrame}) {
+    OpenAt(size);
+    ExpectWholeLabels(Lines::One);
+  }
 }
 
 TEST_P(Layout, NoPageScrollsSidewaysInTheSmallWindow) {
@@ -216,6 +220,25 @@ TEST_P(Layout, ATableIsNoWiderThanItsColumns) {
     }
   });
   EXPECT_EQ(5, tables);
+}
+
+// The column of the messages is wider than any message: it gives way before the table scrolls.
+TEST_P(Layout, TheMessagesAreSeenWithAllTheirColumnsInTheSmallWindow) {
+  OpenAt(Wide);
+  Pages().setCurrentIndex(DisplayPage);
+  Settle();
+  auto& messages = Find<GridView>("fgrMess");
+  const int whole = messages.columnWidth(0);
+  constexpr int LongestMessage = 32; // half widths
+  const int longest = messages.fontMetrics().horizontalAdvance(QString(LongestMessage, u'0'));
+  for (const QSize size : {Smallest, InAFrame}) {
+    OpenAt(size);
+    EXPECT_EQ(0, messages.horizontalScrollBar()->maximum()) << size.width();
+    EXPECT_LT(messages.columnWidth(0), whole) << size.width();
+    EXPECT_GE(messages.columnWidth(0), longest + 2 * GridView::CellMargin) << size.width();
+  }
+  OpenAt(Wide);
+  EXPECT_EQ(whole, messages.columnWidth(0));
 }
 
 TEST_P(Layout, NothingIsCutInAFontOfDoubleSize) {

@@ -2,6 +2,7 @@
 // stray key does not change the model.
 #include <QComboBox>
 #include <QImage>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
@@ -93,6 +94,63 @@ TEST_F(ListKeys, ArrowsAndLettersPickARowAndF4OpensTheList) {
   QTest::keyClick(&onOff, Qt::Key_F4);
   EXPECT_NE(nullptr, QApplication::activePopupWidget());
   onOff.hidePopup();
+}
+
+// A key that would pick a row nobody sees shows the list instead; the next one picks.
+TEST_F(ListKeys, AListThatWasScrolledAwayIsShownBeforeItsRowChanges) {
+  Start("0");
+  QComboBox& list = ListAfterClickOnTab();
+  const int row = list.currentIndex();
+  const std::vector<std::int16_t> before = AllNumbers();
+  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_1, Qt::Key_F4}) {
+    QTest::keyClick(&list, Qt::Key_End);
+    ASSERT_TRUE(list.visibleRegion().isEmpty());
+    QTest::keyClick(&list, Qt::Key_Control); // by itself it does nothing
+    EXPECT_EQ(PageBar().maximum(), PageBar().value());
+    QTest::keyClick(&list, key);
+    EXPECT_EQ(list.rect(), list.visibleRegion().boundingRect()) << key;
+    EXPECT_EQ(row, list.currentIndex()) << key;
+    EXPECT_EQ(nullptr, QApplication::activePopupWidget()) << key;
+  }
+  EXPECT_EQ(before, AllNumbers());
+  QTest::keyClick(&list, Qt::Key_Down);
+  EXPECT_EQ(row + 1, list.currentIndex());
+}
+
+// As when a scrolled page is turned to again, whose first list gets the keyboard.
+TEST_F(ListKeys, AListThatGetsTheKeyboardIsShown) {
+  Start("0");
+  QComboBox& list = ListAfterClickOnTab();
+  for (const Qt::FocusReason reason : {Qt::OtherFocusReason, Qt::MouseFocusReason}) {
+    Find<QPushButton>("btnRegRead").setFocus();
+    PageBar().setValue(PageBar().maximum());
+    ASSERT_TRUE(list.visibleRegion().isEmpty());
+    list.setFocus(reason);
+    EXPECT_EQ(list.rect(), list.visibleRegion().boundingRect()) << reason;
+  }
+}
+
+TEST_F(ListKeys, AFieldThatWasScrolledAwayIsShownWhenItIsTypedInto) {
+  Start("0");
+  ListAfterClickOnTab();
+  auto& field = Find<QLineEdit>("txtAlarmHist");
+  field.setFocus();
+  const auto scrollAway = [&] {
+    PageBar().setValue(PageBar().maximum());
+    ASSERT_TRUE(field.visibleRegion().isEmpty());
+  };
+  scrollAway();
+  QTest::keyClick(&field, Qt::Key_Shift);
+  EXPECT_TRUE(field.visibleRegion().isEmpty());
+  QTest::keyClick(&field, Qt::Key_7);
+  EXPECT_EQ(field.rect(), field.visibleRegion().boundingRect());
+  scrollAway();
+  QInputMethodEvent letters;
+  letters.setCommitString(QStringLiteral("8"));
+  QApplication::sendEvent(&field, &letters);
+  EXPECT_EQ(field.rect(), field.visibleRegion().boundingRect());
+  EXPECT_TRUE(field.text().contains(QStringLiteral("78"))) << field.text().toStdString();
+  field.setText(QStringLiteral("0"));
 }
 
 // In an open list nothing is picked before Enter.

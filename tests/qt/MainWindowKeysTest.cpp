@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QWheelEvent>
 #include <set>
 
 #include "channel/modUtil.h"
@@ -159,6 +160,23 @@ TEST_F(MainWindowKeys, CtrlTabOutOfAWrongFieldTellsOnce) {
   QTest::keyClick(&Find<QLineEdit>("txtAlarmHist"), Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(RecorderPage, Pages().currentIndex());
   EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QLineEdit>("txtAlarmHist").hasFocus(); }));
+}
+
+// It would turn past the check of a field, and past the rule which field of a page gets the keyboard.
+TEST_F(MainWindowKeys, TheWheelOverTheTabsTurnsNoPage) {
+  Start("0");
+  ClickTab(RecorderPage);
+  TypeWrongValue("txtAlarmHist");
+  QTabBar& bar = *Pages().tabBar();
+  const QPoint spot = bar.tabRect(DisplayPage).center();
+  for (const int turn : {-120, 120}) {
+    QWheelEvent wheel(spot, bar.mapToGlobal(spot), {}, QPoint(0, turn), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&bar, &wheel);
+    EXPECT_EQ(RecorderPage, Pages().currentIndex());
+  }
+  EXPECT_TRUE(Find<QLineEdit>("txtAlarmHist").hasFocus());
+  EXPECT_EQ(0, boxes.Shown());
 }
 
 // A refusal in a timer field turns to the page of the recorder's settings, though the field lies on another
