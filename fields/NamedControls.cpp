@@ -7,8 +7,7 @@ namespace loader {
 
 namespace {
 
-template <typename ControlType>
-ControlType& Named(const Screen& screen, std::string_view name, ControlKind kind) {
+template <typename ControlType> ControlType& Named(Screen& screen, std::string_view name, ControlKind kind) {
   Control& control = ControlNamed(screen, name);
   if (control.kind != kind) {
     throw std::logic_error(control.name + " of " + screen.name + " is a control of another kind");
@@ -18,16 +17,16 @@ ControlType& Named(const Screen& screen, std::string_view name, ControlKind kind
 
 } // namespace
 
-ListBox& ListNamed(const Screen& screen, std::string_view name) {
+ListBox& ListNamed(Screen& screen, std::string_view name) {
   return Named<ListBox>(screen, name, ControlKind::ListBox);
 }
-TextField& FieldNamed(const Screen& screen, std::string_view name) {
+TextField& FieldNamed(Screen& screen, std::string_view name) {
   return Named<TextField>(screen, name, ControlKind::TextField);
 }
-Label& LabelNamed(const Screen& screen, std::string_view name) {
+Label& LabelNamed(Screen& screen, std::string_view name) {
   return Named<Label>(screen, name, ControlKind::Label);
 }
-Control& ControlNamed(const Screen& screen, std::string_view name) {
+Control& ControlNamed(Screen& screen, std::string_view name) {
   Control* control = screen.Find(name);
   if (control == nullptr) {
     throw std::logic_error("no control named " + std::string(name) + " on " + screen.name);

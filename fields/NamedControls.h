@@ -8,9 +8,9 @@
 
 namespace loader {
 
-[[nodiscard]] ListBox& ListNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] TextField& FieldNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] Label& LabelNamed(const Screen& screen, std::string_view name);
-[[nodiscard]] Control& ControlNamed(const Screen& screen, std::string_view name);
+[[nodiscard]] ListBox& ListNamed(Screen& screen, std::string_view name);
+[[nodiscard]] TextField& FieldNamed(Screen& screen, std::string_view name);
+[[nodiscard]] Label& LabelNamed(Screen& screen, std::string_view name);
+[[nodiscard]] Control& ControlNamed(Screen& screen, std::string_view name);
 
 } // namespace loader

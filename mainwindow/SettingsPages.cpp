@@ -54,7 +54,7 @@ void FillDateFormats(ListBox& list) {
   }
 }
 
-void SetVisible(const ParamLoaderScreen& window, std::span<const std::string_view> controls, bool visible) {
+void SetVisible(ParamLoaderScreen& window, std::span<const std::string_view> controls, bool visible) {
   for (const std::string_view name : controls) {
     ControlNamed(window, name).visible = visible;
   }

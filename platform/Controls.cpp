@@ -126,10 +126,21 @@ void Grid::SelectRow(int row) {
   RowSel = row;
 }
 
-Control* Screen::Find(std::string_view controlName) const {
+namespace {
+
+Control* Named(const std::vector<Control*>& controls, std::string_view name) {
   const auto found = std::find_if(controls.begin(), controls.end(),
-                                  [&](const Control* control) { return control->name == controlName; });
+                                  [&](const Control* control) { return control->name == name; });
   return found == controls.end() ? nullptr : *found;
+}
+
+} // namespace
+
+Control* Screen::Find(std::string_view controlName) {
+  return Named(controls, controlName);
+}
+const Control* Screen::Find(std::string_view controlName) const {
+  return Named(controls, controlName);
 }
 
 void ClearList(ListBox& list) {

@@ -205,7 +205,8 @@ struct Screen {
   // Asked before the screen closes, whatever the way; false keeps it open. Empty: it closes.
   std::function<bool()> onCloseQuery;
 
-  [[nodiscard]] Control* Find(std::string_view controlName) const;
+  [[nodiscard]] Control* Find(std::string_view controlName);
+  [[nodiscard]] const Control* Find(std::string_view controlName) const;
 };
 
 // Empties the list and selects nothing; runs no handler.
