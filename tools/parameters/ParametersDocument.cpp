@@ -238,7 +238,9 @@ void AddCells(Places& places, std::string_view table, std::span<const CellSource
   Places own;
   for (const CellSource& cell : cells) {
     std::vector<std::string>& columns = own[KeyOf(cell.meaning->meaning.section, cell.tag)];
-    columns.push_back((columns.empty() ? "`" + std::string(table) + "` " : "") + std::to_string(cell.column));
+    const bool mask = FormIn(*cell.meaning, View::Table).sense == Sense::AddressMask; // a column for each bit
+    columns.push_back((columns.empty() ? "`" + std::string(table) + "` " : "") + std::to_string(cell.column) +
+                      (mask ? " to " + std::to_string(cell.column + MailAddresses - 1) : ""));
   }
   for (const auto& [key, columns] : own) {
     places[key].insert(places[key].end(), columns.begin(), columns.end());
