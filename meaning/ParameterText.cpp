@@ -237,7 +237,8 @@ std::optional<std::u16string> ParameterText(const MeaningRow& row, View view, in
 
 std::u16string ReportText(std::string_view section, int item, std::string_view tag, View view) {
   const MeaningRow* row = FindMeaning(section, tag);
-  const bool ofChannel = section == "C" || section == "A";
+  const std::string_view code = Trim(section);
+  const bool ofChannel = code == "C" || code == "A";
   const ChannelRow channel = ofChannel ? LookUpChannelRow(item, IsOperationChannel(item)) : ChannelRow{};
   if (row != nullptr) {
     if (const auto text = ParameterText(*row, view, item, tag, ofChannel ? &channel : nullptr)) {

@@ -176,6 +176,27 @@ void TypeAndLeave(TextField& field, std::u16string_view text) {
   }
 }
 
+// What reports say of the parameters of one section, whatever the store holds and whichever item is asked
+// for.
+void ReportAnywhere(FuzzInput& input) {
+  const ParamSection section = ParamStore[input.Byte() % ParamStore.size()];
+  const int number = input.Number16();
+  const auto existing = static_cast<int>(static_cast<std::uint16_t>(number) % section.Items.size());
+  for (const int item : {number, existing}) {
+    for (const ParamNumRecord& record : section.Items.front().NumRecords) {
+      for (const View view : {View::Table, View::Screen, View::Sheet}) {
+        Require(ReportText(section.Code, item, record.Tag, view).size() < 200, "a value is a short text");
+      }
+      Require(!FullName(section.Code, item, record.Tag, Language::Japanese).empty(),
+              "a parameter has a name");
+    }
+    for (const ParamTextRecord& record : section.Items.front().TextRecords) {
+      Require(ReportText(section.Code, item, record.Tag).size() <= TextWidth,
+              "a text is as wide as its record");
+    }
+  }
+}
+
 // Rows and formulas of any number, as a screen behind a table may ask for them.
 void AskAnywhere(FuzzInput& input) {
   const int number = input.Number16();
@@ -190,6 +211,7 @@ void AskAnywhere(FuzzInput& input) {
     }
   }
   static_cast<void>(ChannelShades(row));
+  ReportAnywhere(input);
   const int mode = input.Choice(5);
   const int formula = input.Choice(6);
   const std::u16string text = FormulaText(number, mode, formula);

@@ -82,6 +82,16 @@ TEST_F(ParameterTexts, SayNothingOfAParameterThatDoesNotExist) {
   EXPECT_EQ(std::nullopt, ParameterText(MeaningOf("C", "MMAX"), View::Table, 99, "MMAX"));
 }
 
+// The store pads its codes and tags; a report walks the store.
+TEST_F(ParameterTexts, AreTheSameByThePaddedNamesOfTheStore) {
+  Put("C", 0, "POIN", 2);
+  Put("C", 0, "PVSI", 125);
+  EXPECT_EQ("1.25", ToUtf8(ReportText("C", 0, "PVSI")));
+  EXPECT_EQ("1.25", ToUtf8(ReportText("C  ", 0, "PVSI")));
+  EXPECT_EQ("CH 01", ToUtf8(ReportText("C  ", 0, "TAG ")));
+  EXPECT_EQ("CH 1 チャネルタグ", ToUtf8(FullName("C  ", 0, "TAG ", Language::Japanese)));
+}
+
 TEST_F(ParameterTexts, ReadTimesAndMasks) {
   Put("E", 0, "TSBA", 485);
   EXPECT_EQ("8:05", Table("E", 0, "TSBA"));
