@@ -1,5 +1,7 @@
 #include "meaning/ParameterText.h"
 
+#include <algorithm>
+
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
@@ -143,7 +145,7 @@ std::optional<std::u16string> NumRecordText(const MeaningRow& row, View view, in
 
 NumberReading ReadOctet(std::u16string_view text, const ParamNumRecord& record) {
   NumberReading reading{std::nullopt, std::u16string(text), {}};
-  const bool digits = text.find_first_not_of(u"0123456789") == std::u16string_view::npos;
+  const bool digits = std::ranges::all_of(text, IsDigit);
   const std::optional<std::int16_t> value = ParseInt16(text); // an empty box is no number
   if (digits && value && *value >= record.MinValue && *value <= record.MaxValue) {
     reading.stored = value;

@@ -44,8 +44,8 @@ void FitToScreen(QWidget& window) {
 int WidthForTitle(const QString& title) {
   QFont font = QApplication::font("QMdiSubWindowTitleBar");
   font.setBold(true);
-  constexpr int LinesBeside =
-      5; // an icon and up to three buttons, each as wide as the title is high, and air
+  // An icon and up to three buttons, each as wide as the title is high, and air.
+  constexpr int LinesBeside = 5;
   return QFontMetrics(font).horizontalAdvance(title) +
          LinesBeside * QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
 }
