@@ -210,6 +210,40 @@ void WaitChk() {
   StartTimer(WaitTimer2, 100);
 }
 
+bool CheckGuardedField(int position, int minimum, int maximum, TextField& field,
+                       const std::function<void(TextField&)>& onRefused) {
+  if (CheckValueField(position, minimum, maximum, field)) {
+    return true;
+  }
+  if (!WaitTimer2.Enabled) {
+    if (onRefused) {
+      onRefused(field);
+    }
+    WaitChk();
+  }
+  return false;
+}
+
+double Log10(double value) {
+  return std::log(value) / std::log(10.0);
+}
+
+std::optional<std::int16_t> AlarmValueToStored(double mantissa, int exponent, std::int32_t storedMinimum,
+                                               std::int32_t storedMaximum, int exponentMinimum,
+                                               int exponentMaximum) {
+  double stored = storedMinimum;
+  if (exponentMaximum != exponentMinimum) {
+    const double span = static_cast<double>(storedMaximum) - storedMinimum;
+    stored += (Log10(mantissa) + exponent - exponentMinimum) * span / (exponentMaximum - exponentMinimum);
+  }
+  const double rounded = std::nearbyint(stored);
+  if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
+        rounded <= std::numeric_limits<std::int16_t>::max())) {
+    return std::nullopt;
+  }
+  return std::max(static_cast<std::int16_t>(rounded), std::int16_t{-32767});
+}
+
 std::u16string LogValueText(std::int32_t value, std::int32_t measuringMinimum, std::int32_t measuringMaximum,
                             std::int32_t exponentMinimum, std::int32_t exponentMaximum) {
   const std::int64_t span = std::int64_t{measuringMaximum} - measuringMinimum;

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,8 +64,25 @@ extern Timer WaitTimer2;
 extern int WaitTimer2Count;
 void WaitChk();
 
+// CheckValueField with its guard: a value that was refused starts it; `onRefused` runs before that. False
+// also while the guard is on and nothing was checked: then nothing moves, and it is not started anew.
+[[nodiscard]] bool CheckGuardedField(int position, int minimum, int maximum, TextField& field,
+                                     const std::function<void(TextField&)>& onRefused = {});
+
+// Common logarithm, as the natural logarithm of the value divided by that of 10.
+[[nodiscard]] double Log10(double value);
+// The stored alarm value of mantissa x 10^exponent on the scale that runs from the stored minimum at
+// 10^exponent minimum to the stored maximum at 10^exponent maximum; the stored minimum where the two
+// exponents are one. Rounded to even; -32768, which a recorder reads as something else, becomes -32767. Empty
+// when the result does not fit 16 bits or is no number.
+[[nodiscard]] std::optional<std::int16_t> AlarmValueToStored(double mantissa, int exponent,
+                                                             std::int32_t storedMinimum,
+                                                             std::int32_t storedMaximum, int exponentMinimum,
+                                                             int exponentMaximum);
+
 // The text of a channel with a logarithmic scale: "3.16E2". `value` and the measuring limits are stored
 // integers of one position; the exponents are whole numbers. Exponents are clamped to -9 to 9.
+// AlarmValueToStored is the way back.
 [[nodiscard]] std::u16string LogValueText(std::int32_t value, std::int32_t measuringMinimum,
                                           std::int32_t measuringMaximum, std::int32_t exponentMinimum,
                                           std::int32_t exponentMaximum);

@@ -173,17 +173,8 @@ void ShowNumber(const FieldSet& set, const Field& field, const ParamNumRecord& r
 // False also while the guard is on and nothing was checked.
 bool CheckNumber(FieldSet& set, const Field& field, const ParamNumRecord& record) {
   const NumberInForce force = ForceOf(set, field, record);
-  if (CheckValueField(force.position, force.limits.minimum, force.limits.maximum, *field.text)) {
-    return true;
-  }
-  // While the guard is on nothing was checked: nothing moves, and the guard is not started anew.
-  if (!WaitTimer2.Enabled) {
-    if (set.onRefusedNumber) {
-      set.onRefusedNumber(*field.text);
-    }
-    WaitChk();
-  }
-  return false;
+  return CheckGuardedField(force.position, force.limits.minimum, force.limits.maximum, *field.text,
+                           set.onRefusedNumber);
 }
 
 bool CheckOctet(const Field& field, const ParamNumRecord& record) {
@@ -208,6 +199,11 @@ bool CheckText(const FieldSet& set, const Field& field, const ParamTextRecord& r
                         {record.ByteLength, TextId::At(row.tooLong),
                          row.forbidden == 0 ? std::nullopt : std::optional(TextId::At(row.forbidden)),
                          IsTrimmed(field), set.selectRefusedText});
+}
+
+bool StoresZero(const Field& field) {
+  const bool offersNothing = field.list->items.empty() && !field.meaning->meaning.byDecider.empty();
+  return field.list->index < 0 && (field.row->noneIsZero || offersNothing);
 }
 
 // A check alone changes nothing: the blanks that it takes off were not taken off by the user.
@@ -385,6 +381,8 @@ void FillField(FieldSet& set, Field& field) {
   }
   if (field.list != nullptr) {
     field.shownRow = field.list->index;
+  } else {
+    field.shownText = field.text->text;
   }
 }
 
@@ -408,6 +406,27 @@ bool CheckFields(FieldSet& set) {
   return std::ranges::all_of(set.fields, [&](const Field& field) { return CheckField(set, field); });
 }
 
+bool IsChanged(const FieldSet& set, const Field& field) {
+  switch (field.shape) {
+  case FieldShape::List:
+    return field.list->index != field.shownRow;
+  case FieldShape::TimeOfDay: {
+    const ParamNumRecord* record = NumRecordOf(set, field);
+    return field.list->index >= 0 && record != nullptr && ShownMinutes(field) != record->Value;
+  }
+  case FieldShape::Text:
+    return !ShowsWhatWasFilled(field);
+  case FieldShape::Number:
+  case FieldShape::Octet:
+    break;
+  }
+  return field.text->text != field.shownText;
+}
+
+bool AnyChanged(const FieldSet& set) {
+  return std::ranges::any_of(set.fields, [&](const Field& field) { return IsChanged(set, field); });
+}
+
 bool StoreField(FieldSet& set, const Field& field) {
   const bool dialog = set.storeTime == StoreTime::OnApply;
   if (field.shape == FieldShape::Text) {
@@ -424,9 +443,10 @@ bool StoreField(FieldSet& set, const Field& field) {
   std::optional<std::int16_t> value;
   switch (field.shape) {
   case FieldShape::List:
-    value = dialog && field.list->index == field.shownRow ? record->Value : ShownValue(*field.list);
-    if (!value && field.list->items.empty() && !field.meaning->meaning.byDecider.empty()) {
+    if (dialog && StoresZero(field)) {
       value = 0;
+    } else {
+      value = dialog && !IsChanged(set, field) ? record->Value : ShownValue(*field.list);
     }
     break;
   case FieldShape::TimeOfDay:

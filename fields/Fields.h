@@ -33,6 +33,7 @@ struct FieldRow {
   std::string_view minutes = {}; // the minute list of a time of day
   bool otherList = false;        // offers the parameter's second list, that of another generation
   bool asNumber = false;         // an edit field over a parameter that has a list as well
+  bool noneIsZero = false;       // a dialog's list that selects nothing stores 0
   int tooLong = 20117;           // message of a text with too many bytes, with @LEN@
   int forbidden = 0;             // message of a text with a comma, with @MID@; 0: the screen takes it
 };
@@ -108,11 +109,16 @@ template <typename Wanted> void FillFieldsWhere(FieldSet& set, const Wanted& wan
 [[nodiscard]] bool CheckField(FieldSet& set, const Field& field);
 // All of them, up to the first that is refused.
 [[nodiscard]] bool CheckFields(FieldSet& set);
-// Screen to store, behind the check. In a dialog a field that nobody has changed leaves its record as it is;
-// so does a list that selects nothing, but one of a parameter that another one decides, which a pick there
-// has emptied: it stores 0.
+// A dialog: whether the user has changed the field since it was filled; a list in which a row was picked
+// counts as changed whatever that row.
+[[nodiscard]] bool IsChanged(const FieldSet& set, const Field& field);
+[[nodiscard]] bool AnyChanged(const FieldSet& set);
+// Screen to store, behind the check. In a dialog a field that nobody has changed leaves its record as it is.
+// So does a list that selects nothing, with two exceptions that store 0: a row of `noneIsZero`, and a list
+// that offers no rows because of what decides it.
 [[nodiscard]] bool StoreField(FieldSet& set, const Field& field);
-// Behind CheckFields: false is a defect of the fields (a text that passed its check and cannot be stored).
+// Behind CheckFields: false is a defect of the fields (a text that passed its check and cannot be stored). A
+// dialog in which nothing was changed does not call it: the exceptions above would write.
 [[nodiscard]] bool StoreFields(FieldSet& set);
 
 // The field of a control; one that the set does not have is a defect of the program (std::logic_error).

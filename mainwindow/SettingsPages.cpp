@@ -90,9 +90,7 @@ constexpr auto ShownForRug = std::to_array<std::string_view>(
 } // namespace
 
 void MakeSettingsControls(ParamLoaderScreen& window) {
-  for (const CaptionOf& label : PageLabels()) {
-    window.labels.emplace_back(window, std::string(label.control)).caption = LoadText(label.text);
-  }
+  MakeLabels(window, window.labels, PageLabels());
   for (const std::string_view colon : {"Label2", "Label3"}) {
     window.labels.emplace_back(window, std::string(colon)).caption = OwnText(OwnTextId::HourMinuteColon);
   }
@@ -103,9 +101,7 @@ void MakeSettingsControls(ParamLoaderScreen& window) {
   for (int n = 0; n < 8; ++n) {
     window.labels.emplace_back(window, ElementName("lblUserNo", n)).caption = DecimalText(n + 1);
   }
-  for (const CaptionOf& frame : PageFrames()) {
-    window.frames.emplace_back(window, std::string(frame.control)).caption = LoadText(frame.text);
-  }
+  MakeFrames(window, window.frames, PageFrames());
   window.settings.onRefusedNumber = [&window](TextField& field) { ShowPageOf(window, field); };
   window.settings.selectRefusedText = false;
   window.settings.lists.emplace_back(window, "cmbTmove"); // filled with the others; stands for no parameter

@@ -4,9 +4,8 @@
 #pragma once
 
 #include <span>
-#include <string_view>
 
-#include "core/TextTable.h"
+#include "fields/Captions.h"
 #include "fields/Fields.h"
 
 namespace loader {
@@ -32,10 +31,6 @@ void FillEthernetPage();  // section J, addresses and functions
 void FillUserAccounts();  // section K
 void FillMailPage();      // section J, mail
 
-struct CaptionOf {
-  std::string_view control;
-  TextId text;
-};
 // The labels and the frames of the pages with their captions. Those of the rest of the window are set where
 // the window is made.
 [[nodiscard]] std::span<const CaptionOf> PageLabels();

@@ -14,6 +14,11 @@
 #include "core/TextTable.h"
 #include "core/modFile.h"
 #include "core/modIniReadWrite.h"
+#include "dialogs/frmConstSetting.h"
+#include "dialogs/frmEMailTriggerSetting.h"
+#include "dialogs/frmGroupSetting.h"
+#include "dialogs/frmMsgSetting.h"
+#include "dialogs/frmUnitSetting.h"
 #include "files/ParameterFile.h"
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/SettingsPages.h"
@@ -231,6 +236,15 @@ void TieMenus(ParamLoaderScreen& window) {
   }
 }
 
+void TieDialogs(ParamLoaderScreen& window) {
+  window.rowDialogs.group = ShowGroupSetting;
+  window.rowDialogs.message = ShowMsgSetting;
+  window.rowDialogs.unit = ShowUnitSetting;
+  window.rowDialogs.constant = ShowConstSetting;
+  // The row of a trigger is its number, from 1; its table follows each "適用" while the dialog is open.
+  window.rowDialogs.mailTrigger = [](int row) { ShowEMailTriggerSetting(row - 1, FillMailTriggerRow); };
+}
+
 int EntryOfRow(const Grid& table) {
   return table.Row - table.FixedRows;
 }
@@ -336,6 +350,7 @@ ParamLoaderScreen::ParamLoaderScreen() : Screen("frmParamLoader") {
   fgrDI.visible = false;
   TieMenus(*this);
   TieTables(*this);
+  TieDialogs(*this);
   TieCommunication(*this);
   cmbType.onChange = [this] { ChangeModel(*this); };
   tbsParameter.onChange = [this] { ChangePage(*this); };

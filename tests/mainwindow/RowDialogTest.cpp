@@ -58,8 +58,9 @@ TEST_P(RowDialogOf, IsNotOpenedDuringAnExchange) {
   EXPECT_TRUE(user.DoubleClick(Window().*GetParam().table, GetParam().row, 1));
   EXPECT_EQ(1U, entries.size());
 }
-TEST_P(RowDialogOf, MayNotBeThereYet) {
+TEST_P(RowDialogOf, MayNotBeThere) {
   Open("KOV");
+  Window().rowDialogs.*GetParam().dialog = {};
   user.ChoosePage(Window().tbsParameter, GetParam().page);
   EXPECT_TRUE(user.DoubleClick(Window().*GetParam().table, GetParam().row, 1));
   EXPECT_TRUE(platform.screens.shownModally.empty());

@@ -13,6 +13,11 @@
 #include "core/modFile.h"
 #include "core/modIni.h"
 #include "core/modMain.h"
+#include "dialogs/frmConstSetting.h"
+#include "dialogs/frmEMailTriggerSetting.h"
+#include "dialogs/frmGroupSetting.h"
+#include "dialogs/frmMsgSetting.h"
+#include "dialogs/frmUnitSetting.h"
 #include "mainwindow/SettingsPages.h"
 #include "mainwindow/TableCells.h"
 #include "meaning/Meaning.h"
@@ -247,6 +252,22 @@ void AddCells(Places& places, std::string_view table, std::span<const CellSource
   }
 }
 
+// The fields of a screen; those of the main window's pages stand without its name.
+void AddFields(Places& places, std::string_view screen, std::span<const FieldRow> fields) {
+  for (const FieldRow& field : fields) {
+    std::string tag(field.tag);
+    for (std::size_t digit = tag.rfind('#'); digit != std::string::npos; digit = tag.rfind('#')) {
+      tag[digit] = digit + 1 == tag.size() ? '1' : '0'; // the first of the family
+    }
+    std::string control = screen.empty() ? "" : "`" + std::string(screen) + "` ";
+    control += "`" + std::string(field.control) + (field.elements == 0 ? "`" : "(n)`");
+    if (!field.minutes.empty()) {
+      control += " `" + std::string(field.minutes) + "`";
+    }
+    places[KeyOf(field.section, tag)].push_back(std::move(control));
+  }
+}
+
 Places AllPlaces() {
   Places places;
   AddCells(places, "fgrCh", ChannelCells());
@@ -258,15 +279,13 @@ Places AllPlaces() {
   for (const std::string_view tag : {"OP11", "S111", "S211"}) {
     places[KeyOf("O", tag)].push_back("`fgrOperationChSet` 4 to 7");
   }
-  for (const FieldRow& field : SettingsFields()) {
-    std::string tag(field.tag);
-    std::ranges::replace(tag, '#', '1');
-    std::string control = "`" + std::string(field.control) + (field.elements == 0 ? "`" : "(n)`");
-    if (!field.minutes.empty()) {
-      control += " `" + std::string(field.minutes) + "`";
-    }
-    places[KeyOf(field.section, tag)].push_back(std::move(control));
-  }
+  AddFields(places, "", SettingsFields());
+  AddFields(places, "frmGroupSetting", GroupFields());
+  AddFields(places, "frmMsgSetting", MessageFields());
+  AddFields(places, "frmUnitSetting", UnitFields());
+  AddFields(places, "frmConstSetting", ConstantFields());
+  AddFields(places, "frmEMailTriggerSetting", MailTriggerFields());
+  places[KeyOf("X", "EADD")].push_back("`frmEMailTriggerSetting` `chkRecvMailAddNo(n)`");
   return places;
 }
 
