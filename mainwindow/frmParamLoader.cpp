@@ -277,6 +277,36 @@ constexpr std::array<RowOpening, 7> RowOpenings{{
      [](const Grid& table) { return table.RowSel; }, [] {}},
 }};
 
+// The current cells of all tables as they were: a refresh goes to the first rows, but the user is where he
+// opened the dialog.
+class CellsKept {
+public:
+  explicit CellsKept(ParamLoaderScreen& window) {
+    for (std::size_t n = 0; n < cells_.size(); ++n) {
+      Grid& table = window.*RowOpenings[n].table;
+      cells_[n] = {&table, table.Row, table.Col, table.RowSel};
+    }
+  }
+  CellsKept(const CellsKept&) = delete;
+  CellsKept& operator=(const CellsKept&) = delete;
+  ~CellsKept() {
+    for (const Place& place : cells_) {
+      place.table->Row = place.row;
+      place.table->Col = place.col;
+      place.table->RowSel = place.rowSel;
+    }
+  }
+
+private:
+  struct Place {
+    Grid* table;
+    int row;
+    int col;
+    int rowSel;
+  };
+  std::array<Place, RowOpenings.size()> cells_;
+};
+
 void OpenRow(ParamLoaderScreen& window, const RowOpening& opening) {
   const Grid& table = window.*opening.table;
   const RowDialog& show = window.rowDialogs.*opening.dialog;
@@ -284,6 +314,7 @@ void OpenRow(ParamLoaderScreen& window, const RowOpening& opening) {
   if (!show || table.Row < table.FixedRows || ExchangeUnderWay(window)) {
     return; // nothing to open, no row chosen yet, or not now
   }
+  const CellsKept kept(window);
   show(opening.entryOf(table));
   opening.rewrite();
 }

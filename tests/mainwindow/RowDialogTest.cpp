@@ -137,6 +137,24 @@ TEST_F(BehindADialog, OfAConstantAreTheConstants) {
 TEST_F(BehindADialog, OfAMailTriggerIsNothing) {
   EXPECT_EQ(Names{}, WrittenAnewBehind(Window().flxEMailTriggerSetting, &RowDialogs::mailTrigger));
 }
+// A refresh goes to the first rows; the user is where he opened the dialog.
+TEST_F(BehindADialog, TheUserIsWhereHeWas) {
+  Window().rowDialogs.channel = [](int) {};
+  int column = 1;
+  for (Grid* table : Tables()) {
+    table->SelectRow(table->FixedRows + 2);
+    table->Col = column++ % table->Cols();
+  }
+  Window().CopySourceRow = 2;
+  Window().fgrCh.onDoubleClick();
+  column = 1;
+  for (const Grid* table : Tables()) {
+    EXPECT_EQ(table->FixedRows + 2, table->Row) << table->name;
+    EXPECT_EQ(table->FixedRows + 2, table->RowSel) << table->name;
+    EXPECT_EQ(column++ % table->Cols(), table->Col) << table->name;
+  }
+  EXPECT_EQ(2, Window().CopySourceRow);
+}
 TEST_F(BehindADialog, ATableIsDrawnAgainWhenItIsWhole) {
   (void)WrittenAnewBehind(Window().fgrCh, &RowDialogs::channel);
   for (const Grid* table : Tables()) {
