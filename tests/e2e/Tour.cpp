@@ -4,6 +4,7 @@
 //
 //   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
 #include <QAction>
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -82,6 +83,7 @@ public:
     LookAtTheSmallScreens();
     LookAtEveryPage();
     ChangeFields();
+    EditTheSideDialogs();
     WriteBack();
     StoreSettings();
     SetClock();
@@ -185,14 +187,88 @@ private:
     guest_.EndStep(QStringLiteral("pages"));
   }
 
-  // The register of a number of item 0 now has to hold its value.
-  void Expect(std::string_view section, std::string_view tag, int value) {
-    const ParamNumRecord* record = FindNumRecord(section, 0, tag);
+  // The register of a number now has to hold its value.
+  void Expect(std::string_view section, std::string_view tag, int value, int item = 0) {
+    const ParamNumRecord* record = FindNumRecord(section, item, tag);
     if (record == nullptr || record->Value != value) {
       throw TourFailure(QStringLiteral("the store does not hold the change of %1")
                             .arg(QString::fromStdString(std::string(tag))));
     }
-    changed_[ParamStore[gFFindSection(section)].BaseAddress + record->WordOffset] = value;
+    const ParamSection& home = ParamStore[gFFindSection(section)];
+    changed_[home.BaseAddress + item * home.ItemWords + record->WordOffset] = value;
+  }
+  static void ExpectCell(const char* table, int row, int column, const QString& text) {
+    const GridModel& cells = Guest::Find<GridView>(Guest::Window(), table).Model();
+    const QString shown = ToQt(cells.CellAt(row + cells.FixedRows(), column).text);
+    if (shown != text) {
+      throw TourFailure(
+          QStringLiteral("%1 shows \"%2\" in place of \"%3\"").arg(QString::fromLatin1(table), shown, text));
+    }
+  }
+  // Opens the dialog of a row by a double click, works in it, and closes it by its button.
+  void InTheDialogOf(const char* table, int row, const char* dialog, const std::function<void()>& work) {
+    guest_.ExpectScreen(QString::fromLatin1(dialog), [&](QWidget&) {
+      work();
+      guest_.Picture(QString::fromLatin1(dialog));
+      Guest::Click(Guest::Find<QPushButton>("btnCancel"));
+    });
+    Guest::DoubleClickCell(Guest::Find<GridView>(Guest::Window(), table), row, 0);
+    guest_.EndStep(QString::fromLatin1(dialog));
+  }
+  static void Apply() { Guest::Click(Guest::Find<QPushButton>("btnOk")); }
+
+  void EditTheSideDialogs() {
+    constexpr int DisplayPage = 3;
+    constexpr int OperationPage = 1;
+    constexpr int MailPage = 5;
+    Guest::ChoosePage(DisplayPage);
+    InTheDialogOf("fgrGroup", 1, "frmGroupSetting", [] {
+      Guest::ChooseRow("cmbGC_3", 7);
+      Guest::ChooseRow("cmbTrendDivision", 11);
+      Apply();
+    });
+    Expect("G", "GC04", 7, 1);
+    Expect("T", "TBUN", 12, 1);
+    ExpectCell("fgrGroup", 1, 6, QStringLiteral("ﾁｬﾈﾙ７"));
+    InTheDialogOf("fgrMess", 4, "frmMsgSetting", [] {
+      Guest::ChooseRow("cmbTiming", 3);
+      Guest::ChooseRow("cmbTiming1", 5);
+      Guest::ChooseRow("cmbTiming2", 2);
+      Apply();
+    });
+    Expect("M", "MTM1", 3, 4);
+    Expect("M", "MTM2", 5, 4);
+    Expect("M", "MTM3", 2, 4);
+    const QString unit = ToQt(Guest::Find<GridView>(Guest::Window(), "fgrUnit").Model().CellAt(1, 1).text);
+    InTheDialogOf("fgrUnit", 0, "frmUnitSetting", [] {
+      Guest::TypeInto(Guest::Find<QLineEdit>("txtMessage"), QStringLiteral("l/100km"));
+      Apply();
+    });
+    ExpectCell("fgrUnit", 0, 1, QStringLiteral("l/100km"));
+    InTheDialogOf("fgrUnit", 0, "frmUnitSetting", [&] { // back, for the recorder is compared at the end
+      Guest::TypeInto(Guest::Find<QLineEdit>("txtMessage"), unit);
+      Apply();
+    });
+    ExpectCell("fgrUnit", 0, 1, unit);
+    Guest::ChoosePage(OperationPage);
+    InTheDialogOf("fgrConst", 6, "frmConstSetting", [] {
+      Guest::TypeInto(Guest::Find<QLineEdit>("txtMessage"), QStringLiteral("12.345"));
+      Apply();
+    });
+    Expect("N", "CONS", 12345, 6);
+    Expect("N", "CONP", 3, 6);
+    ExpectCell("fgrConst", 6, 1, QStringLiteral("12.345"));
+    Guest::ChoosePage(MailPage);
+    const ParamNumRecord* addresses = FindNumRecord("X", 2, "EADD");
+    const int mask = addresses == nullptr ? 0 : addresses->Value ^ 0x80;
+    InTheDialogOf("flxEMailTriggerSetting", 2, "frmEMailTriggerSetting", [] {
+      Guest::Click(Guest::Find<QCheckBox>("chkRecvMailAddNo_7"));
+      Apply();
+    });
+    Expect("X", "EADD", mask, 2);
+    Guest::ChoosePage(0);
+    Tell(QStringLiteral(
+        "a group, a message, a unit, a constant and a mail trigger were edited in their dialogs"));
   }
 
   void ChangeFields() {
