@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
 #include <array>
@@ -44,6 +45,16 @@ void Settle() {
   for (int pass = 0; pass < 3; ++pass) {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
+  }
+}
+
+// As the window opens; on the screen of a test that is smaller than any user's it opens smaller.
+void SettleOpened(QWidget& window) {
+  Settle();
+  const QSize free = window.screen()->availableGeometry().size();
+  if (free.boundedTo(InAFrame) != InAFrame) {
+    window.resize(window.sizeHint());
+    Settle();
   }
 }
 
@@ -100,7 +111,7 @@ struct DialogLayout : MainWindowTest, testing::WithParamInterface<const char*> {
     }
     const ModalScreen& dialog = Dialog(name);
     WhileShown(dialog.name, dialog.show, [&](QWidget& window) {
-      Settle();
+      SettleOpened(window);
       look(window);
     });
   }
@@ -237,9 +248,11 @@ TEST_P(DialogLayout, ASmallerWindowScrollsTheFieldsAndKeepsTheButtons) {
   for (const char* name : {"frmGroupSetting", "frmEMailTriggerSetting"}) {
     SCOPED_TRACE(name);
     During(name, [](QWidget& window) {
-      window.resize(window.width(), window.height() - 100);
+      const auto& area = In<ContentsArea>(window, "areaEntry");
+      const int contents = area.widget()->minimumSizeHint().height();
+      window.resize(window.width(), window.height() - area.height() + contents - 100);
       Settle();
-      EXPECT_GT(In<ContentsArea>(window, "areaEntry").verticalScrollBar()->maximum(), 0);
+      EXPECT_EQ(100, area.verticalScrollBar()->maximum());
       for (const char* button : BrowsingButtons) {
         const auto& widget = In<QPushButton>(window, button);
         EXPECT_TRUE(window.rect().contains(QRect(PlaceOf(widget), widget.size()))) << button;
@@ -254,7 +267,7 @@ TEST_P(DialogLayout, TheUnitsScrollUpAndDownOnlyAndTheCurrentOneIsInView) {
     WhileShown(
         "frmSelectUnit", [unit] { static_cast<void>(SelectUnit(unit, 40, false)); },
         [&](QWidget& window) {
-          Settle();
+          SettleOpened(window);
           auto& table = In<GridView>(window, "fgrUnit");
           EXPECT_EQ(28, table.model()->rowCount());
           EXPECT_EQ(6, table.model()->columnCount());
