@@ -192,6 +192,19 @@ TEST_P(Message, AListThatSelectsNothingStoresZeroWithTheFirstChange) {
   }
 }
 
+// A list that stands for nothing is no change: the zero of another one is not written for it.
+TEST_P(Message, AnApplyWithoutAChangeLeavesAStoreThatLacksAParameter) {
+  DropTag("M", "MTM3");
+  Put("M", 0, "MTM1", 3);
+  Put("M", 0, "MTM2", 99);
+  const StoreWatch store;
+  InMessages(0, [&](MsgSettingScreen& screen) {
+    EXPECT_FALSE(Shown(screen, "cmbTiming2"));
+    user.Click(screen.browsing.apply);
+  });
+  EXPECT_TRUE(store.Untouched());
+}
+
 // --- The text
 
 TEST_P(Message, TakesATextOfItsRecordsBytesAndKeepsLeadingBlanks) {
