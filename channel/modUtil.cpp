@@ -234,7 +234,8 @@ std::optional<std::int16_t> AlarmValueToStored(double mantissa, int exponent, st
   double stored = storedMinimum;
   if (exponentMaximum != exponentMinimum) {
     const double span = static_cast<double>(storedMaximum) - storedMinimum;
-    stored += (Log10(mantissa) + exponent - exponentMinimum) * span / (exponentMaximum - exponentMinimum);
+    const double exponents = static_cast<double>(exponentMaximum) - exponentMinimum;
+    stored += (Log10(mantissa) + exponent - exponentMinimum) * span / exponents;
   }
   const double rounded = std::nearbyint(stored);
   if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&

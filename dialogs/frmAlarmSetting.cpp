@@ -1,7 +1,9 @@
 #include "dialogs/frmAlarmSetting.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <optional>
 
@@ -50,10 +52,14 @@ std::optional<AlarmScale> ScaleOf(const AlarmContract& caller) {
   return AlarmScale{position, *storedMinimum, *storedMaximum, *exponentMinimum, *exponentMaximum};
 }
 
-std::optional<std::int16_t> StoredOn(const std::optional<AlarmScale>& scale, double mantissa, int exponent) {
-  return scale ? AlarmValueToStored(mantissa, exponent, scale->storedMinimum, scale->storedMaximum,
-                                    scale->exponentMinimum, scale->exponentMaximum)
-               : std::nullopt;
+std::optional<std::int16_t> StoredOn(const AlarmScale& scale, double mantissa, int exponent) {
+  return AlarmValueToStored(mantissa, exponent, scale.storedMinimum, scale.storedMaximum,
+                            scale.exponentMinimum, scale.exponentMaximum);
+}
+
+std::u16string ReadsAs(const AlarmScale& scale, int stored) {
+  return LogValueText(stored, scale.storedMinimum, scale.storedMaximum, scale.exponentMinimum,
+                      scale.exponentMaximum);
 }
 
 std::u16string PowerText(int hundredths, int exponent) {
@@ -69,7 +75,7 @@ std::u16string FittingRange(const std::optional<AlarmScale>& scale) {
     // 1.00E9 is the largest value of the range.
     const int last = exponent == HighestExponent ? LowestMantissa : HighestMantissa;
     for (int hundredths = LowestMantissa; hundredths <= last; ++hundredths) {
-      if (scale && !StoredOn(scale, hundredths / 100.0, exponent)) {
+      if (scale && !StoredOn(*scale, hundredths / 100.0, exponent)) {
         continue;
       }
       largest = PowerText(hundredths, exponent);
@@ -78,7 +84,29 @@ std::u16string FittingRange(const std::optional<AlarmScale>& scale) {
       }
     }
   }
-  return RangeMessage(62201, smallest, largest);
+  // Where nothing fits the caller's exponents are none; the message is whole all the same.
+  return smallest.empty() ? FittingRange(std::nullopt) : RangeMessage(62201, smallest, largest);
+}
+
+// The alarm's own value, while nobody has touched the fields and it reads as they do: a label has fewer
+// digits than its value, and an apply without a change does not move the alarm to the next value of that
+// label.
+std::optional<std::int16_t> UntouchedValue(const AlarmSettingScreen& screen, const AlarmScale& scale) {
+  const auto alarm = static_cast<std::size_t>(screen.caller.alarmNumber - 1);
+  const std::optional<int> value = WholeNumber(screen.caller.txtAlarmSet.at(alarm), scale.position);
+  constexpr int Most = std::numeric_limits<std::int16_t>::max(); // in either direction
+  const bool untouched = !screen.edited && value && std::abs(*value) <= Most &&
+                         ReadsAs(scale, *value) == screen.caller.lblAlarmSetInput.at(alarm);
+  return untouched ? std::optional(static_cast<std::int16_t>(*value)) : std::nullopt;
+}
+
+std::optional<std::int16_t> EnteredValue(const AlarmSettingScreen& screen, const AlarmScale& scale) {
+  if (const std::optional<std::int16_t> value = UntouchedValue(screen, scale)) {
+    return value;
+  }
+  const std::optional<double> mantissa = NumericText(screen.txtAlarmSet.text);
+  const int row = screen.cmbAlarmSet.index;
+  return mantissa && row >= 0 ? StoredOn(scale, *mantissa, row + LowestExponent) : std::nullopt;
 }
 
 bool CheckMantissa(AlarmSettingScreen& screen) {
@@ -90,18 +118,14 @@ void Apply(AlarmSettingScreen& screen) {
     return;
   }
   const std::optional<AlarmScale> scale = ScaleOf(screen.caller);
-  const double mantissa = NumericText(screen.txtAlarmSet.text).value_or(1.0);
-  const std::optional<std::int16_t> stored =
-      screen.cmbAlarmSet.index < 0 ? std::nullopt
-                                   : StoredOn(scale, mantissa, screen.cmbAlarmSet.index + LowestExponent);
+  const std::optional<std::int16_t> stored = scale ? EnteredValue(screen, *scale) : std::nullopt;
   if (!stored) {
     ShowMessage(FittingRange(scale));
     RequestFocusAndSelectAll(screen.txtAlarmSet);
     return;
   }
   const auto alarm = static_cast<std::size_t>(screen.caller.alarmNumber - 1);
-  screen.caller.lblAlarmSetInput.at(alarm) = LogValueText(*stored, scale->storedMinimum, scale->storedMaximum,
-                                                          scale->exponentMinimum, scale->exponentMaximum);
+  screen.caller.lblAlarmSetInput.at(alarm) = ReadsAs(*scale, *stored);
   screen.caller.txtAlarmSet.at(alarm) =
       StoredToText(*stored, scale->position, std::numeric_limits<std::int16_t>::min(),
                    std::numeric_limits<std::int16_t>::max());
@@ -117,7 +141,7 @@ void ShowPower(AlarmSettingScreen& screen, std::u16string_view power) {
   int number = 0;
   const auto read = std::from_chars(exponent.data(), exponent.data() + exponent.size(), number);
   if (read.ec == std::errc()) {
-    ShowRow(screen.cmbAlarmSet, number - LowestExponent);
+    ShowRow(screen.cmbAlarmSet, long{number} - LowestExponent);
   }
 }
 
@@ -144,11 +168,14 @@ AlarmSettingScreen::AlarmSettingScreen(AlarmContract& contract)
   ShowPower(*this, caller.lblAlarmSetInput.at(static_cast<std::size_t>(caller.alarmNumber - 1)));
 
   txtAlarmSet.onLostFocus = [this] { static_cast<void>(CheckMantissa(*this)); };
+  txtAlarmSet.onChange = [this] { edited = true; };
   cmbAlarmSet.onChange = [this] {
-    // 1.00E9 is the largest value of the range. The row that stood already is no change.
-    if (cmbAlarmSet.index != cmbAlarmSet.indexBefore &&
-        cmbAlarmSet.index == HighestExponent - LowestExponent) {
-      txtAlarmSet.text = u"1.00";
+    if (cmbAlarmSet.index == cmbAlarmSet.indexBefore) {
+      return; // the row that stood already
+    }
+    edited = true;
+    if (cmbAlarmSet.index == HighestExponent - LowestExponent) {
+      txtAlarmSet.text = u"1.00"; // 1.00E9 is the largest value of the range
     }
   };
   btnOk.onClick = [this] { Apply(*this); };

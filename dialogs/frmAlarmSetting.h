@@ -40,6 +40,7 @@ struct AlarmSettingScreen : Screen {
   ListBox cmbAlarmSet{*this, "cmbAlarmSet"}; // -9 to 9
   Button btnOk{*this, "btnOk"};
   Button btnCancel{*this, "btnCancel"};
+  bool edited = false; // mantissa or exponent, since they were shown
   bool applied = false;
 };
 

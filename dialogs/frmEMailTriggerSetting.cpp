@@ -119,7 +119,9 @@ EMailTriggerSettingScreen::EMailTriggerSettingScreen(std::function<void(int numb
   };
   othersChanged = [this] { return AddressesChanged(*this); };
   onStored = [this] { StoreAddresses(*this); };
-  onApplied = [this, changed = std::move(rowChanged)] { changed(browsing.entry + 1); };
+  if (rowChanged) {
+    onApplied = [this, changed = std::move(rowChanged)] { changed(browsing.entry + 1); };
+  }
 }
 
 std::span<const FieldRow> MailTriggerFields() {

@@ -15,8 +15,8 @@ struct EMailTriggerSettingScreen : EntryDialog {
   ControlArray<Label> lblRecvMailAdd{*this, "lblRecvMailAdd", MailAddresses}; // the addresses themselves
 };
 
-// Modal; `trigger` counts from 0. `rowChanged` gets the number, from 1, of each trigger that was applied,
-// while the dialog is open.
+// Modal; `trigger` counts from 0. `rowChanged`, which may be empty, gets the number, from 1, of each trigger
+// that was applied, while the dialog is open.
 void ShowEMailTriggerSetting(int trigger, std::function<void(int number)> rowChanged);
 
 // The fields and their parameters; the boxes of the addresses (EADD) are none.

@@ -408,8 +408,8 @@ bool CheckFields(FieldSet& set) {
 
 bool IsChanged(const FieldSet& set, const Field& field) {
   switch (field.shape) {
-  case FieldShape::List:
-    return field.list->index != field.shownRow;
+  case FieldShape::List: // one that the model does not have was never filled
+    return field.list->index != field.shownRow && NumRecordOf(set, field) != nullptr;
   case FieldShape::TimeOfDay: {
     const ParamNumRecord* record = NumRecordOf(set, field);
     return field.list->index >= 0 && record != nullptr && ShownMinutes(field) != record->Value;
