@@ -388,7 +388,18 @@ TEST_P(DialogNames, WhatHasNoCaptionOfItsOwnSpeaksWhatSetsItApart) {
   });
 }
 
-// --- Return
+// --- The keyboard
+
+TEST_P(DialogNames, ADialogThatBeginsWithANumberOpensToHaveItTypedOver) {
+  During("frmAlarmSetting", [](QWidget& window) {
+    EXPECT_TRUE(In<QLineEdit>(window, "txtAlarmSet").hasFocus());
+    EXPECT_EQ(QStringLiteral("3.16"), In<QLineEdit>(window, "txtAlarmSet").selectedText());
+  });
+  During("frmConstSetting", [](QWidget& window) {
+    EXPECT_EQ(In<QLineEdit>(window, "txtMessage").text(), In<QLineEdit>(window, "txtMessage").selectedText());
+    EXPECT_FALSE(In<QLineEdit>(window, "txtMessage").text().isEmpty());
+  });
+}
 
 TEST_P(DialogNames, AnEntryNumberAndReturnGoToTheEntry) {
   Start(GetParam());
