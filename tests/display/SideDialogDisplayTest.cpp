@@ -1,9 +1,11 @@
-// The side dialogs, from the double click or the Enter key on a row to the row that shows the change, by
-// mouse and by the keyboard alone.
-#include <QCheckBox>
-#include <QComboBox>
+// The side dialogs as a user works them: opened from their tables, edited, applied and closed by mouse or
+// keyboard, and where the keyboard is after a refused value and behind the dialog.
+#include <QPointer>
+#include <QTabBar>
+#include <QTabWidget>
+#include <functional>
+#include <utility>
 
-#include "core/ModelProfile.h"
 #include "qt/GridView.h"
 #include "tests/display/DisplayFixture.h"
 #include "tests/support/Store.h"
@@ -11,140 +13,193 @@
 namespace loader::test {
 namespace {
 
-// A dialog, the row that opens it, and a field that takes a text there.
-struct Side {
+struct TableDialog {
   const char* dialog;
-  int page;
   const char* table;
-  int row; // below the headings
-  const char* field;
+  int page;
+  const char* field; // a text that is edited
   const char* typed;
-  int column; // of the table: where the change shows
-  const char* bad;
-  int message; // why the bad text is refused
+  const char* section; // where "適用" stores it
+  const char* tag;
+  const char* bad = "a,b";
+  int message = 62203;     // why that is refused; the dialogs have rows of their own with the same words
+  const char* wrong = ","; // what of it is selected then
 };
-void PrintTo(const Side& side, std::ostream* out) {
-  *out << side.dialog;
+void PrintTo(const TableDialog& dialog, std::ostream* out) {
+  *out << dialog.dialog;
 }
+const TableDialog TableDialogs[] = {
+    {"frmGroupSetting", "fgrGroup", DisplayPage, "txtDispNameTag", "boiler", "G", "GNEM"},
+    {"frmMsgSetting", "fgrMess", DisplayPage, "txtMessage", "too hot", "M", "MESS"},
+    {"frmUnitSetting", "fgrUnit", DisplayPage, "txtMessage", "kcal", "U", "UNIT"},
+    {"frmConstSetting", "fgrConst", OperationPage, "txtMessage", "12.345", "N", "CONS", "abc", 62200, "abc"},
+    {"frmEMailTriggerSetting", "flxEMailTriggerSetting", MailPage, "txtTitle", "hot", "X", "ETTL"}};
 
-struct SideDialog : OnTheDisplay, testing::WithParamInterface<Side> {
+// Runs `act` from the event loop of the window of that name, once it is shown.
+class WhenShown final : public QObject {
+public:
+  WhenShown(const char* name, std::function<void(QWidget&)> act)
+      : name_(QString::fromLatin1(name)), act_(std::move(act)) {
+    qApp->installEventFilter(this);
+  }
+  // True when `act` has run; waits for it.
+  [[nodiscard]] bool WasShown() const {
+    return QTest::qWaitFor([this] { return done_; });
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show && watched->objectName() == name_ && !std::exchange(seen_, true)) {
+      QMetaObject::invokeMethod(
+          this,
+          [this, window = QPointer<QWidget>(static_cast<QWidget*>(watched))] {
+            ASSERT_NE(nullptr, window);
+            act_(*window);
+            done_ = true;
+          },
+          Qt::QueuedConnection);
+    }
+    return false;
+  }
+
+private:
+  const QString name_;
+  const std::function<void(QWidget&)> act_;
+  bool seen_ = false;
+  bool done_ = false;
+};
+
+struct SideDialog : OnTheDisplay, testing::WithParamInterface<TableDialog> {
+  static constexpr int Row = 1; // of the table below its headings: the second entry
+
   void SetUp() override {
     OpenProgram();
-    auto& pages = Find<QTabWidget>("tbsParameter");
-    const QTabBar& bar = *pages.tabBar();
+    const QTabBar& bar = *Find<QTabWidget>("tbsParameter").tabBar();
     hands.ClickAt(bar, bar.tabRect(GetParam().page).center());
-    ASSERT_EQ(GetParam().page, pages.currentIndex());
   }
   GridView& Table() { return Find<GridView>(GetParam().table); }
-  QPoint Cell() { return Table().visualRect(Table().model()->index(GetParam().row, 0)).center(); }
-  void DoubleClickRow() { hands.DoubleClickAt(*Table().viewport(), Cell()); }
-  void EnterRow() {
-    hands.ClickAt(*Table().viewport(), Cell());
-    hands.Press(Key::Return);
+  QPoint CellOfTheRow() {
+    return Table().visualRect(Table().model()->index(Row, 0)).center() + Table().viewport()->pos();
   }
-  std::string Shown() {
-    const GridModel& cells = Table().Model();
-    return ToUtf8(cells.CellAt(GetParam().row + cells.FixedRows(), GetParam().column).text);
-  }
-  void ExpectBackAtTheRow() {
+  // The dialog opens some time after what the user has done, and `act` runs in it.
+  void Opened(const std::function<void()>& open, const std::function<void(QWidget&)>& act) {
+    const WhenShown dialog(GetParam().dialog, [&](QWidget& window) {
+      EXPECT_TRUE(hands.BecomesActive(window));
+      const QPointer<QWidget> still = &window;
+      act(window);
+      if (still != nullptr) {
+        still->close();
+      }
+    });
+    open();
+    EXPECT_TRUE(dialog.WasShown());
+    EXPECT_TRUE(hands.BecomesActive(Window())) << "behind the dialog";
     EXPECT_EQ(&Table(), QApplication::focusWidget());
-    EXPECT_EQ(GetParam().row, Table().currentIndex().row());
+    EXPECT_EQ(Row, Table().currentIndex().row());
   }
-  // By the Tab key alone, from where the keyboard is.
-  void TabTo(QWidget& widget) {
-    for (int presses = 0; QApplication::focusWidget() != &widget && presses < 60; ++presses) {
+  void OpenedByDoubleClick(const std::function<void(QWidget&)>& act) {
+    Opened([&] { hands.DoubleClickAt(*Table().viewport(), CellOfTheRow() - Table().viewport()->pos()); },
+           act);
+  }
+  void OpenedByEnter(const std::function<void(QWidget&)>& act) {
+    hands.ClickAt(*Table().viewport(), CellOfTheRow() - Table().viewport()->pos());
+    Opened([&] { hands.Press(Key::Return); }, act);
+  }
+  static void TabTo(Hands& hands, const QWidget& widget) {
+    constexpr int MoreThanThereAre = 60;
+    for (int step = 0; step < MoreThanThereAre && QApplication::focusWidget() != &widget; ++step) {
       hands.Press(Key::Tab);
     }
     EXPECT_EQ(&widget, QApplication::focusWidget());
   }
+  // The text, or the digits of a number.
+  static std::string Stored() {
+    const TableDialog& tested = GetParam();
+    const ParamTextRecord* text = FindTextRecord(tested.section, Row, tested.tag);
+    return text != nullptr ? ToUtf8(TrimRight(text->Value))
+                           : std::to_string(NumRecord(tested.section, Row, tested.tag).Value);
+  }
+  static std::string Typed() {
+    std::string typed = GetParam().typed;
+    if (FindTextRecord(GetParam().section, Row, GetParam().tag) == nullptr) {
+      std::erase(typed, '.');
+    }
+    return typed;
+  }
+  bool RowShows(const char* text) {
+    const QAbstractItemModel& model = *Table().model();
+    for (int col = 0; col < model.columnCount(); ++col) {
+      if (model.index(Row, col).data().toString() == QString::fromUtf8(text)) {
+        return true;
+      }
+    }
+    return false;
+  }
 };
+INSTANTIATE_TEST_SUITE_P(Dialogs, SideDialog, testing::ValuesIn(TableDialogs),
+                         [](const auto& tested) { return std::string(tested.param.dialog); });
 
-TEST_P(SideDialog, AnEditByTheMouseShowsInTheRow) {
-  During(
-      GetParam().dialog, [&] { DoubleClickRow(); },
-      [&](QWidget& dialog) {
-        hands.TypeOver(Field(dialog, GetParam().field), GetParam().typed);
-        hands.Click(In<QPushButton>(dialog, "btnOk"));
-        EXPECT_TRUE(dialog.isVisible()) << "it stays";
-        hands.Click(In<QPushButton>(dialog, "btnCancel"));
-        EXPECT_FALSE(dialog.isVisible());
-      });
+TEST_P(SideDialog, ADoubleClickOpensItAndWhatIsAppliedStandsInTheRow) {
+  OpenedByDoubleClick([&](QWidget& dialog) {
+    EXPECT_TRUE(Field(dialog, "txtSelectNo").text().endsWith(u'2'));
+    hands.TypeOver(Field(dialog, GetParam().field), GetParam().typed);
+    hands.Click(In<QPushButton>(dialog, "btnOk"));
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(Typed(), Stored());
+    hands.Click(In<QPushButton>(dialog, "btnCancel"));
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_TRUE(RowShows(GetParam().typed));
   EXPECT_EQ(0, boxes.Shown());
-  EXPECT_EQ(GetParam().typed, Shown());
-  ExpectBackAtTheRow();
 }
 
-TEST_P(SideDialog, ByTheKeyboardAloneItIsTheSame) {
-  During(
-      GetParam().dialog, [&] { EnterRow(); },
-      [&](QWidget& dialog) {
-        TabTo(Field(dialog, GetParam().field));
-        hands.SelectAll();
-        hands.Type(GetParam().typed);
-        TabTo(In<QPushButton>(dialog, "btnOk"));
-        hands.Type(" ");
-        TabTo(In<QPushButton>(dialog, "btnCancel"));
-        hands.Press(Key::Return);
-        EXPECT_FALSE(dialog.isVisible());
-      });
-  EXPECT_EQ(0, boxes.Shown());
-  EXPECT_EQ(GetParam().typed, Shown());
-  ExpectBackAtTheRow();
+TEST_P(SideDialog, EnterOpensItAndTheKeyboardAloneDoesTheRest) {
+  OpenedByEnter([&](QWidget& dialog) {
+    TabTo(hands, Field(dialog, GetParam().field));
+    hands.SelectAll();
+    hands.Type(GetParam().typed);
+    TabTo(hands, In<QPushButton>(dialog, "btnOk"));
+    hands.Press(Key::Return);
+    EXPECT_EQ(Typed(), Stored());
+    TabTo(hands, In<QPushButton>(dialog, "btnCancel"));
+    hands.Press(Key::Return);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_TRUE(RowShows(GetParam().typed));
 }
 
-TEST_P(SideDialog, AClickOnApplyWithARefusedTextStoresNothingAndTheKeyboardIsBackInTheField) {
-  const std::vector<std::int16_t> before = AllNumbers();
-  const std::string shown = Shown();
-  During(
-      GetParam().dialog, [&] { DoubleClickRow(); },
-      [&](QWidget& dialog) {
-        QLineEdit& field = Field(dialog, GetParam().field);
-        hands.TypeOver(field, GetParam().bad);
-        std::u16string text(LoadText(TextId::At(GetParam().message)));
-        ExpectBox(Replace(text, u"@MID@", u","));
-        auto& apply = In<QPushButton>(dialog, "btnOk");
-        hands.Click(apply);
-        EXPECT_EQ(1, boxes.Shown());
-        EXPECT_TRUE(hands.BecomesActive(dialog));
-        EXPECT_EQ(&field, QApplication::focusWidget());
-        EXPECT_FALSE(field.selectedText().isEmpty());
-        EXPECT_FALSE(apply.isDown());
-        EXPECT_EQ(before, AllNumbers());
-        hands.Press(Key::Escape); // closes without another word
-        EXPECT_FALSE(dialog.isVisible());
-      });
+// The entry number that is only passed through throws nothing away.
+TEST_P(SideDialog, ATypedTextOutlivesTheTabKeyThroughTheNumber) {
+  OpenedByDoubleClick([&](QWidget& dialog) {
+    QLineEdit& field = Field(dialog, GetParam().field);
+    hands.TypeOver(field, GetParam().typed);
+    hands.Click(Field(dialog, "txtSelectNo"));
+    hands.Press(Key::Tab);
+    EXPECT_EQ(GetParam().typed, field.text().toStdString());
+    hands.Press(Key::Escape);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_EQ(0, boxes.Shown());
+}
+
+TEST_P(SideDialog, AClickOnApplyWithARefusedTextIsOneMessageAndTheKeyboardIsBackInTheField) {
+  const std::string before = Stored();
+  OpenedByDoubleClick([&](QWidget& dialog) {
+    QLineEdit& field = Field(dialog, GetParam().field);
+    hands.TypeOver(field, GetParam().bad);
+    ExpectBox(Replace(LoadText(TextId::At(GetParam().message)), u"@MID@", u","));
+    hands.Click(In<QPushButton>(dialog, "btnOk"));
+    EXPECT_TRUE(hands.BecomesActive(dialog));
+    EXPECT_EQ(&field, QApplication::focusWidget());
+    EXPECT_EQ(GetParam().wrong, field.selectedText().toStdString());
+    EXPECT_FALSE(In<QPushButton>(dialog, "btnOk").isDown());
+    EXPECT_EQ(1, boxes.Shown());
+    EXPECT_EQ(before, Stored());
+    hands.Press(Key::Escape); // closes without a check
+    EXPECT_FALSE(dialog.isVisible());
+  });
   EXPECT_EQ(1, boxes.Shown());
-  EXPECT_EQ(before, AllNumbers());
-  EXPECT_EQ(shown, Shown());
-  ExpectBackAtTheRow();
+  EXPECT_EQ(before, Stored());
 }
-
-TEST_P(SideDialog, ATypedNumberThatIsLeftByTabAlonePassesAndATypedTextStays) {
-  During(
-      GetParam().dialog, [&] { DoubleClickRow(); },
-      [&](QWidget& dialog) {
-        QLineEdit& field = Field(dialog, GetParam().field);
-        hands.TypeOver(field, GetParam().typed);
-        auto& number = Field(dialog, "txtSelectNo");
-        const QString shown = number.text();
-        hands.Click(number);
-        hands.Press(Key::Tab);
-        EXPECT_EQ(GetParam().typed, field.text().toStdString());
-        EXPECT_EQ(shown, number.text());
-        hands.Press(Key::Escape);
-      });
-  EXPECT_EQ(0, boxes.Shown());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Dialogs, SideDialog,
-    testing::Values(Side{"frmGroupSetting", 3, "fgrGroup", 2, "txtDispNameTag", "line 3", 13, "a,b", 62203},
-                    Side{"frmMsgSetting", 3, "fgrMess", 3, "txtMessage", "pump on", 1, "a,b", 62301},
-                    Side{"frmUnitSetting", 3, "fgrUnit", 1, "txtMessage", "l/km", 1, "a,b", 62601},
-                    Side{"frmConstSetting", 1, "fgrConst", 5, "txtMessage", "12.345", 1, "abc", 62200},
-                    Side{"frmEMailTriggerSetting", 5, "flxEMailTriggerSetting", 1, "txtTitle", "alarm", 1,
-                         "a,b", 62401}),
-    [](const auto& tested) { return std::string(tested.param.dialog); });
 
 } // namespace
 } // namespace loader::test
