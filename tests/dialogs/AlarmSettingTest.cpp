@@ -323,6 +323,15 @@ TEST_F(AlarmSetting, AValueThatReadsOtherwiseIsComputedAnew) {
   }
 }
 
+// It reads as the label does, and no recorder can hold it.
+TEST_F(AlarmSetting, AValueBeyondSixteenBitsIsComputedAnew) {
+  for (const std::u16string_view value : {u"70.000", u"98.304"}) {
+    Stands(1, u"1.00E9", value);
+    EXPECT_TRUE(Show([&](AlarmSettingScreen& screen) { user.Click(screen.btnOk); }));
+    EXPECT_EQ("19.000", Value());
+  }
+}
+
 // 2.00E1 is stored as 3602, which reads 1.99E1, which would be stored as 3598: opened and applied again and
 // again, the alarm stays where it is.
 TEST_F(AlarmSetting, RepeatedAppliesDoNotMoveTheAlarm) {

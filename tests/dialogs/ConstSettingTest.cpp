@@ -221,6 +221,19 @@ TEST_P(Constant, StoresAPositionAlone) {
   EXPECT_EQ(Texts{"N0 CONP 2"}, store.Changes());
 }
 
+// What counts is what is stored now, not what the entry was opened with.
+TEST_P(Constant, StoresTheFirstValueAgain) {
+  Put(15, 1);
+  InConstants(0, [&](ConstSettingScreen& screen) {
+    for (const std::u16string_view typed : {u"2", u"1.5"}) {
+      user.Type(screen.txtMessage, typed);
+      user.Click(screen.browsing.apply);
+    }
+  });
+  EXPECT_EQ(15, Stored("N", 0, "CONS"));
+  EXPECT_EQ(1, Stored("N", 0, "CONP"));
+}
+
 // From a file or a recorder.
 TEST_P(Constant, ShowsAValueOutsideItsLimitsAsBlankAndKeepsIt) {
   Put(-32768, 2);

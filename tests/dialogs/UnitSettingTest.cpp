@@ -49,6 +49,7 @@ TEST_P(Unit, TheRecordKeepsLeadingBlanksAndTheUnitListDoesNot) {
     InUnits(3, [&](UnitSettingScreen& screen) {
       user.Type(FieldNamed(screen, "txtMessage"), row.typed);
       EXPECT_TRUE(user.Click(screen.browsing.apply));
+      EXPECT_EQ(row.record, ToUtf8(FieldNamed(screen, "txtMessage").text)); // what is seen is stored
     });
     EXPECT_EQ(Padded64(row.record), StoredText("U", 3, "UNIT"));
     EXPECT_EQ(row.list, UnitNames[159]) << row.record;
