@@ -1,6 +1,7 @@
 // The screen of the measuring channels with a user before it, on the scripted platform.
 #pragma once
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
