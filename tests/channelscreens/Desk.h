@@ -16,7 +16,10 @@
 namespace loader::test {
 
 struct Desk {
-  explicit Desk(std::string_view model = "KOV") { StartWithModel(platform, model); }
+  explicit Desk(std::string_view model = "KOV") {
+    StartWithModel(platform, model);
+    StopTimer(WaitTimer2); // a test before may have ended with a refused field
+  }
 
   // A fresh screen on the channel, counted from 0.
   void Open(int channel = 0) {
