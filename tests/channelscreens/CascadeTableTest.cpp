@@ -283,18 +283,7 @@ TEST(ChannelCascades, AKindBringsItsUnitItsPositionAndItsDefaults) {
 
 // --- cmbScale
 
-struct OwnScaleRow {
-  int kind;
-  const char* unit;
-  int point;
-  const char* mmin;
-  const char* mmax;
-  const char* smin;
-  const char* smax;
-  const char* rmin;
-  const char* rmax;
-};
-constexpr OwnScaleRow OwnScaleRows[] = {
+constexpr KindRow OwnScaleRows[] = {
     {30, "mV", 2, "0.00", "50.00", "0.00", "50.00", "0.00", "50.00"},
     {31, "mV", 1, "0.0", "500.0", "0.0", "500.0", "0.0", "500.0"},
     {32, "V", 3, "1.000", "5.000", "1.000", "5.000", "1.000", "5.000"},
@@ -312,7 +301,7 @@ constexpr OwnScaleRow OwnScaleRows[] = {
 TEST(ChannelCascades, ScalingOffBringsTheKindsOwnScale) {
   ForEachStart([](Desk& desk, const Start& start) {
     const auto* row =
-        std::ranges::find_if(OwnScaleRows, [&](const OwnScaleRow& own) { return own.kind == start.kind; });
+        std::ranges::find_if(OwnScaleRows, [&](const KindRow& own) { return own.kind == start.kind; });
     if (!start.scaling || row == std::end(OwnScaleRows)) {
       EXPECT_EQ(row != std::end(OwnScaleRows), desk.Enabled("cmbScale"));
       return;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "channelscreens/frmChSetting.h"
 #include "core/ModelProfile.h"
@@ -82,5 +83,21 @@ inline std::map<std::string, std::string> ShownOf(const Screen& screen) {
   }
   return shown;
 }
+
+// Numbers and texts of the whole store.
+struct WholeStore {
+  std::vector<std::int16_t> numbers = AllNumbers();
+  std::vector<std::u16string> texts;
+  WholeStore() {
+    for (const ParamSection& section : ParamStore) {
+      for (const ParamItem& item : section.Items) {
+        for (const ParamTextRecord& record : item.TextRecords) {
+          texts.push_back(record.Value);
+        }
+      }
+    }
+  }
+  bool operator==(const WholeStore&) const = default;
+};
 
 } // namespace loader::test
