@@ -51,6 +51,7 @@ struct Control {
   const std::string name;
   bool enabled = true;
   bool visible = true;
+  bool marked = false; // a cascade has just rewritten it: a tint until the next key press or navigation
   Handler onGotFocus;
 };
 

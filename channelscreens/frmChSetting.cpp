@@ -1,0 +1,251 @@
+#include "channelscreens/frmChSetting.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "channel/InputTypeRules.h"
+#include "channelscreens/ChannelCascades.h"
+#include "core/ModelProfile.h"
+#include "core/Text.h"
+#include "core/modIni.h"
+
+namespace loader {
+
+namespace {
+
+constexpr auto Fields = std::to_array<FieldRow>({
+    {.control = "txtChannelTag", .section = "C", .tag = "TAG", .tooLong = 62100, .forbidden = 62101},
+    {.control = "txtChannelTag2", .section = "C", .tag = "TAG2", .tooLong = 62100, .forbidden = 62101},
+    {"cmbInputType", "C", "TYPE"},
+    {"cmbInputOtch", "C", "OTCH"},
+    {"cmbDecimal", "C", "POIN"},
+    {"cmbFtio", "C", "FTIO"},
+    {"cmbTaisu", "C", "TAIS"},
+    {"cmbROOT", "C", "ROOT"},
+    {"cmbDispColor", "C", "COLR"},
+    {"txtInputFilter", "C", "FILT"},
+    {"cmbScale", "C", "SCAL"},
+    {"txtStMin", "C", "MMIN"},
+    {"txtStMax", "C", "MMAX"},
+    {"txtIndMin", "C", "SMIN"},
+    {"txtIndMax", "C", "SMAX"},
+    {"txtPVShift", "C", "PVSI"},
+    {"txtPVSlope", "C", "PVKA"},
+    {"txtRecRangeMin", "C", "RMIN"},
+    {"txtRecRangeMax", "C", "RMAX"},
+    {"cmbRecMode", "C", "RECO"},
+    {"cmbRecM", "C", "RECM"},
+    {"cmbSUBCh", "C", "SUBC"},
+    {.control = "txtSekiTag", .section = "C", .tag = "STAG", .tooLong = 62107, .forbidden = 62108},
+    {"cmbSeki", "C", "SEKI"},
+    {"cmbStyp", "C", "STYP"},
+    {"cmbSdig", "C", "SDIG"},
+    {"cmbSbas", "C", "SBAS"},
+    {"cmbSres", "C", "SRES"},
+    {"cmbSri", "C", "SRIN"},
+    {"txtSekiScale", "C", "SSCL"},
+    {"txtSecu", "C", "SECU"},
+    {"cmbAlarmType1", "A", "A1TY"},
+    {"cmbAlarmType2", "A", "A2TY"},
+    {"cmbAlarmType3", "A", "A3TY"},
+    {"cmbAlarmType4", "A", "A4TY"},
+    {"txtAlarmSet1", "A", "A1VL"},
+    {"txtAlarmSet2", "A", "A2VL"},
+    {"txtAlarmSet3", "A", "A3VL"},
+    {"txtAlarmSet4", "A", "A4VL"},
+    {"cmbAlarmOut1", "A", "A1RL"},
+    {"cmbAlarmOut2", "A", "A2RL"},
+    {"cmbAlarmOut3", "A", "A3RL"},
+    {"cmbAlarmOut4", "A", "A4RL"},
+});
+
+constexpr auto Applied = std::to_array<std::string_view>({
+    "TAG",  "TAG2", "TYPE", "OTCH", "UNIT", "POIN", "FTIO", "TAIS", "ROOT", "COLR", "FILT", "SCAL",
+    "MMIN", "MMAX", "SMIN", "SMAX", "PVSI", "PVKA", "RMIN", "RMAX", "RECO", "RECM", "SUBC", "STAG",
+    "SEKI", "STYP", "SDIG", "SBAS", "SRES", "SEUN", "SRIN", "SSCL", "SECU", "A1TY", "A2TY", "A3TY",
+    "A4TY", "A1VL", "A2VL", "A3VL", "A4VL", "A1RL", "A2RL", "A3RL", "A4RL",
+});
+
+constexpr auto Labels = std::to_array<CaptionOf>({
+    {"lblInputType", 18040},
+    {"lblInputOtch", 18036},
+    {"lblScale", 18026},
+});
+
+constexpr auto Frames = std::to_array<CaptionOf>({
+    {"fraCh", 18007},
+});
+
+constexpr int FirstOtherKind = 30; // the kinds below are temperatures
+
+// --- cmbScale
+
+// The position that a kind brings along: for kind 40 that of the reference.
+int PointOfKind(const ChannelScreen& screen, const InputRange& range) {
+  return screen.InputType == KindOtherChannel ? ReferencePoint(screen.browsing.entry, screen.OtherChannel)
+                                              : range.Point;
+}
+
+std::int16_t DefaultOf(const ChannelScreen& screen, std::string_view tag) {
+  const ParamNumRecord* record = FindNumRecord("C", screen.browsing.entry, tag);
+  return record == nullptr ? std::int16_t{0} : record->DefaultValue;
+}
+
+// Row 0, the kind's own scale. Two cascades meet here, those of cmbDecimal and of cmbTaisu; in sequence:
+//   1. the unit of the kind
+//   2. cmbFtio to its default row, and FtioOn with it
+//   3. LoadingFlag is set; cmbDecimal goes to the kind's position, and its cascade does not run: the fields
+//      that it would move are all rewritten below
+//   4. cmbROOT and cmbTaisu go to row 0. OFF of cmbTaisu alone would enable cmbDecimal; the kind keeps it
+//      disabled (SetEnabled). The fields that it would re-express are all rewritten below as well
+//   5. LoadingFlag is cleared; measuring range, engineering value, PV shift, record range, alarms
+// The low cut is none of them: its integer stays, shown where the point stands now.
+void ShowOwnScale(ChannelScreen& screen, const ChannelRow& before) {
+  if (screen.InputType >= FirstOtherKind && screen.InputType != KindOtherChannel) {
+    screen.CurrentUnit = InputRangeRowOf(screen.InputType)[0].UnitNo;
+  }
+  InputRange range;
+  InputRangeLookup(screen.InputType, screen.CurrentUnit, range);
+  screen.LoadingFlag = true;
+  ShowDefaultRow(screen, "FTIO");
+  ShowValueRow(screen, "POIN", PointOfKind(screen, range));
+  ShowValueRow(screen, "ROOT", 0);
+  ShowValueRow(screen, "TAIS", 0);
+  screen.LoadingFlag = false;
+  TakeShown(screen);
+
+  ShowValue(screen, "MMIN", range.DefMin);
+  ShowValue(screen, "MMAX", range.DefMax);
+  // Deliberate: the engineering value takes the defaults of the measuring range.
+  ShowEngineering(screen, "SMIN", DefaultOf(screen, "MMIN"), range.DefMin);
+  ShowEngineering(screen, "SMAX", DefaultOf(screen, "MMAX"), range.DefMax);
+  ShowValue(screen, "PVSI", range.DefMin);
+  ShowValue(screen, "RMIN", range.DefMin);
+  ShowValue(screen, "RMAX", range.DefMax);
+  for (const std::string_view alarm : {"A1VL", "A2VL", "A3VL", "A4VL"}) {
+    ShowValue(screen, alarm, range.DefMin);
+  }
+  MoveLowCut(screen, before);
+}
+
+// Row 1 only enables and rewrites nothing, deliberately.
+void ScaleCascade(ChannelScreen& screen) {
+  const ChannelRow before = RowOf(screen);
+  TakeShown(screen);
+  if (!screen.ScalingOn) {
+    ShowOwnScale(screen, before);
+  }
+}
+
+// --- cmbInputType
+
+int UnitOfKind(const ChannelScreen& screen) {
+  constexpr int SkippedUnit = 5;
+  if (screen.InputType == KindSkip) {
+    return SkippedUnit;
+  }
+  return screen.InputType < FirstOtherKind ? DefaultOf(screen, "UNIT")
+                                           : InputRangeRowOf(screen.InputType)[0].UnitNo;
+}
+
+// A new kind: its unit; cmbFtio, cmbDispColor and cmbScale to their defaults, which runs row 0 of cmbScale
+// also where that stands already; then what has a default of its own. The measuring range takes that of its
+// record and not the kind's, which no thermocouple could be applied with. What row 0 has written of record
+// range and alarms stands.
+void ApplyInputType(ChannelScreen& screen) {
+  const ChannelRow before = RowOf(screen);
+  TakeShown(screen);
+  screen.CurrentUnit = UnitOfKind(screen);
+  for (const std::string_view tag : {"FTIO", "COLR", "SCAL"}) {
+    ShowDefaultRow(screen, tag);
+  }
+  TakeShown(screen);
+  if (!screen.ScalingOn) {
+    ShowOwnScale(screen, before);
+  }
+  for (const std::string_view tag : {"MMIN", "MMAX", "PVKA"}) {
+    ShowDefault(screen, tag);
+  }
+  for (const std::string_view tag :
+       {"RECO", "RECM", "SUBC", "A1TY", "A2TY", "A3TY", "A4TY", "A1RL", "A2RL", "A3RL", "A4RL"}) {
+    ShowDefaultRow(screen, tag);
+  }
+}
+
+// --- cmbInputOtch
+
+// The integer that the digits of a text show; nothing for one with more than four behind the point.
+std::optional<std::int16_t> IntegerOfDigits(std::u16string_view text) {
+  constexpr std::size_t MostDigits = 4;
+  const std::size_t point = text.find(u'.');
+  const std::u16string_view behind = point == std::u16string_view::npos ? u"" : text.substr(point + 1);
+  if (behind.size() > MostDigits || !std::ranges::all_of(behind, IsDigit)) {
+    return std::nullopt;
+  }
+  return ReadNumber(text, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max(),
+                    static_cast<int>(behind.size()))
+      .stored;
+}
+
+// Another reference: the measuring range keeps its integers and stands where the reference's point stands;
+// under the logarithm the alarms go with it, which are numbers on its scale.
+void ReferenceCascade(ChannelScreen& screen) {
+  const ChannelRow before = RowOf(screen);
+  TakeShown(screen);
+  if (screen.InputType != KindOtherChannel) {
+    return;
+  }
+  for (const std::string_view tag : {"MMIN", "MMAX"}) {
+    const Field* field = FindField(screen, tag);
+    if (const std::optional<std::int16_t> value = IntegerOfDigits(field->text->text)) {
+      ShowValue(screen, tag, *value);
+    }
+  }
+  if (screen.LogOn) {
+    static_cast<void>(MoveFields(screen, before, {"A1VL", "A2VL", "A3VL", "A4VL"}));
+  }
+}
+
+constexpr Cascade Cascades[] = {
+    {"cmbInputType", ApplyInputType},
+    {"cmbScale", ScaleCascade},
+    {"cmbInputOtch", ReferenceCascade},
+};
+
+ChannelScreenDesign Design() {
+  return {.name = "frmChSetting",
+          .caption = 10001,
+          .operation = false,
+          .channels = {.last = Profile.ChannelCount - 1},
+          .entryTexts = {62102, 62103, u"@CHASU@"},
+          .subtraction = 62104,
+          .fields = Fields,
+          .applied = Applied,
+          .labels = Labels,
+          .frames = Frames,
+          .cascades = Cascades};
+}
+
+} // namespace
+
+ChSettingScreen::ChSettingScreen(std::function<void()> applied)
+    : ChannelScreen(Design(), std::move(applied)) {
+  const bool rug = ModelCode == "RUG";
+  lblNote1.caption = LoadText(rug ? TextId(18208) : TextId(18051));
+  lblNote2.caption = LoadText(rug ? TextId(18209) : TextId(18052));
+  mayApply = [this] { return CheckPairLeader(browsing.entry, InputType, tableChanged); };
+}
+
+void ShowChSetting(int channel, std::function<void()> applied) {
+  ChSettingScreen screen(std::move(applied));
+  ShowChannelScreen(screen, channel);
+}
+
+std::span<const FieldRow> ChannelFields() {
+  return Fields;
+}
+
+} // namespace loader
