@@ -38,7 +38,10 @@ inline StoreContents Contents() {
 class OperationScreen : public ::testing::Test {
 protected:
   void SetUp() override { Start("KOV"); }
-  void TearDown() override { ExpectNoneLeft(); }
+  void TearDown() override {
+    ExpectNoneLeft();
+    StopTimer(WaitTimer2); // the guard of the last refusal
+  }
   void Start(std::string_view model) { StartWithModel(platform, model); }
   void ExpectNoneLeft() {
     platform.boxes.ExpectNoneLeft();
