@@ -4,7 +4,6 @@
 #include <string>
 
 #include "core/ModelProfile.h"
-#include "tests/channelscreens/Desk.h"
 #include "tests/channelscreens/OperationFixture.h"
 
 namespace loader::test {
@@ -70,17 +69,17 @@ TEST_F(OperationActions, ReachNoStoreBeforeTheyAreApplied) {
   for (const char* model : {"KOV", "RUG"}) {
     Start(model);
     for (int round = 0; round < 60; ++round) {
-      const StoreContents before = Contents();
+      const WholeStore before;
       OpenAnywhere([&](OperationChSetScreen& screen) {
         for (int step = Random(60); step > 0; --step) {
           Step(screen);
           platform.time.Advance(Random(2) * 100); // the guard has ended, or has not
-          ASSERT_EQ(before, Contents());
+          ASSERT_EQ(before, WholeStore());
         }
         LoadEntry(screen.browsing, screen.browsing.entry); // "元に戻す"
         ExpectAsStored(screen);
       });
-      ASSERT_EQ(before, Contents());
+      ASSERT_EQ(before, WholeStore());
     }
     EXPECT_GT(boxes.shown, 0) << "values were refused on the way";
   }
@@ -115,9 +114,9 @@ TEST_F(OperationActions, ThatWereAppliedStandInTheStoreAsTheyAreShown) {
             EXPECT_EQ(beforeApply.at(name), text) << name;
           }
         }
-        const StoreContents once = Contents();
+        const WholeStore once;
         Press(screen, "OKButton");
-        EXPECT_EQ(once, Contents()) << "a second time changes nothing";
+        EXPECT_EQ(once, WholeStore()) << "a second time changes nothing";
       });
     }
   }

@@ -19,13 +19,13 @@ class OperationApply : public OperationScreen {};
 TEST_F(OperationApply, WithoutAChangeLeavesAFreshStoreAsItIs) {
   for (const char* model : {"KOV", "RUG"}) {
     Start(model);
-    const StoreContents before = Contents();
+    const WholeStore before;
     const int first = Profile.FirstOperationChannel - 1;
     for (int channel = first; channel < first + Profile.OperationChannelCount; ++channel) {
       applied = 0;
       Open(channel, [&](OperationChSetScreen& screen) { Press(screen, "OKButton"); });
       EXPECT_EQ(1, applied) << channel;
-      EXPECT_EQ(before, Contents()) << channel;
+      EXPECT_EQ(before, WholeStore()) << channel;
     }
   }
 }
@@ -73,11 +73,11 @@ TEST_F(OperationApply, WithoutAChangeLeavesAThousandStoresAsTheyAre) {
     const int channel = Profile.FirstOperationChannel - 1 +
                         std::uniform_int_distribution(0, Profile.OperationChannelCount - 1)(generator);
     FillAtRandom(channel, generator);
-    const StoreContents before = Contents();
+    const WholeStore before;
     applied = 0;
     Open(channel, [&](OperationChSetScreen& screen) { Press(screen, "OKButton"); });
     ASSERT_EQ(1, applied) << round;
-    ASSERT_EQ(before, Contents()) << round << " channel " << channel;
+    ASSERT_EQ(before, WholeStore()) << round << " channel " << channel;
   }
 }
 
@@ -199,10 +199,11 @@ protected:
 };
 
 TEST_F(OperationApplyOrder, StoresEveryFieldAndNothingElse) {
-  StoreContents before = Contents();
+  const WholeStore before;
+  const std::int16_t readBefore = NumRecord("C", Channel, "FILT").ReadValue;
   Open(Channel, [&](OperationChSetScreen& screen) {
     EnterAll(screen);
-    EXPECT_EQ(before, Contents()) << "nothing before 適用";
+    EXPECT_EQ(before, WholeStore()) << "nothing before 適用";
     Press(screen, "OKButton");
     EXPECT_EQ(Channel, screen.browsing.entry) << "it stays open on its channel";
     EXPECT_EQ("-1.50", Shown(screen, "txtStMin"));
@@ -213,8 +214,9 @@ TEST_F(OperationApplyOrder, StoresEveryFieldAndNothingElse) {
   for (const Entered& entered : EnteredFields) {
     EXPECT_TRUE(IsNew(entered)) << entered.tag;
   }
-  // Put back what the table names: all else is as it was.
-  const StoreContents after = Contents();
+  EXPECT_EQ(readBefore, NumRecord("C", Channel, "FILT").ReadValue)
+      << "what the recorder held is another copy";
+  const WholeStore after;
   std::size_t changed = 0;
   for (std::size_t i = 0; i < after.numbers.size(); ++i) {
     changed += after.numbers[i] != before.numbers[i] ? 1U : 0U;
@@ -271,13 +273,13 @@ TEST_F(OperationApplyOrder, UnderTheLogarithmARefusedAlarmDoesNotMoveTheFocus) {
 }
 
 TEST_F(OperationApplyOrder, CloseStoresNothing) {
-  const StoreContents before = Contents();
+  const WholeStore before;
   Open(Channel, [&](OperationChSetScreen& screen) {
     EnterAll(screen);
     Press(screen, "CancelButton");
     EXPECT_FALSE(platform.screens.Reachable(screen));
   });
-  EXPECT_EQ(before, Contents());
+  EXPECT_EQ(before, WholeStore());
   EXPECT_EQ(0, applied);
 }
 

@@ -9,7 +9,6 @@
 
 #include "dialogs/frmAlarmSetting.h"
 #include "dialogs/frmSelectUnit.h"
-#include "tests/channelscreens/Desk.h"
 #include "tests/channelscreens/OperationFixture.h"
 
 namespace loader::test {
@@ -105,7 +104,7 @@ protected:
   // beside those shows anything else than before.
   void ExpectPick(const Shows& from, const char* list, int row, const Shows& to) {
     PutState(from);
-    const StoreContents before = Contents();
+    const WholeStore before;
     Open(Channel, [&](OperationChSetScreen& screen) {
       ShownTexts expected = ShownOf(screen);
       for (const auto& [name, text] : Expected(to)) {
@@ -121,7 +120,7 @@ protected:
       }
       ExpectUsable(screen, to.log == 1);
     });
-    EXPECT_EQ(before, Contents()) << "no cascade stores";
+    EXPECT_EQ(before, WholeStore()) << "no cascade stores";
   }
   void ExpectUsable(OperationChSetScreen& screen, bool log) {
     const std::set<std::string> withLog{"lblAlarmSetInput1", "lblAlarmSetInput2", "lblAlarmSetInput3",

@@ -4,36 +4,15 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "channelscreens/frmOperationChSet.h"
 #include "core/Text.h"
 #include "fields/NamedControls.h"
+#include "tests/channelscreens/Desk.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/Store.h"
 
 namespace loader::test {
-
-// All that a step may change in the store.
-struct StoreContents {
-  std::vector<std::int16_t> numbers;
-  std::vector<std::u16string> texts;
-  bool operator==(const StoreContents&) const = default;
-};
-inline StoreContents Contents() {
-  StoreContents contents;
-  for (const ParamSection& section : ParamStore) {
-    for (const ParamItem& item : section.Items) {
-      for (const ParamNumRecord& record : item.NumRecords) {
-        contents.numbers.insert(contents.numbers.end(), {record.Value, record.ReadValue});
-      }
-      for (const ParamTextRecord& record : item.TextRecords) {
-        contents.texts.insert(contents.texts.end(), {record.Value, record.ReadValue});
-      }
-    }
-  }
-  return contents;
-}
 
 class OperationScreen : public ::testing::Test {
 protected:
