@@ -322,6 +322,40 @@ TEST_F(OperationApply, TheStoredKindScalingAndReferenceMeanNothingAndStay) {
   }
 }
 
+TEST_F(OperationApply, AValueThatItsListDoesNotHaveSelectsNoRowAndStays) {
+  for (const Entered& entered : EnteredFields) {
+    if (!IsList(entered) || IsUnit(entered)) {
+      continue;
+    }
+    Start("KOV");
+    Put(SectionOf(entered), Channel, entered.tag, 999);
+    const WholeStore before;
+    Open(Channel, [&](OperationChSetScreen& screen) {
+      EXPECT_EQ(-1, Row(screen, entered.control)) << entered.tag;
+      Press(screen, "OKButton");
+      EXPECT_EQ(before, WholeStore()) << entered.tag;
+      Enter(screen, "txtPVSlope", "77");
+      Press(screen, "OKButton");
+    });
+    EXPECT_EQ(77, Stored("C", Channel, "PVKA"));
+    EXPECT_EQ(999, Stored(SectionOf(entered), Channel, entered.tag)) << entered.tag;
+  }
+}
+
+TEST_F(OperationApply, AUnitThatHasNoTextStays) {
+  for (const int unit : {5, 999, -1}) {
+    Put("C", Channel, "UNIT", unit);
+    Put("C", Channel, "SEUN", unit);
+    Open(Channel, [&](OperationChSetScreen& screen) {
+      EXPECT_EQ("", Caption(screen, "lblSelUnit"));
+      EXPECT_EQ("", Caption(screen, "lblSelSekiUnit"));
+      Press(screen, "OKButton");
+    });
+    EXPECT_EQ(unit, Stored("C", Channel, "UNIT"));
+    EXPECT_EQ(unit, Stored("C", Channel, "SEUN"));
+  }
+}
+
 // --- What is typed
 
 TEST_F(OperationApply, TypedValuesHaveTheLimitsOfAnotherChannel) {
