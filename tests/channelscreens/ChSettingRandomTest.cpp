@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "channel/InputTypeRules.h"
+#include "channelscreens/ChannelCascades.h"
 #include "dialogs/frmAlarmSetting.h"
 #include "dialogs/frmSelectUnit.h"
 #include "tests/channelscreens/Desk.h"
@@ -197,6 +198,52 @@ void ExpectNothingBehind(const ChSettingScreen& screen, const WholeStore& before
   }
 }
 
+constexpr std::array MovedTags{"MMIN", "MMAX", "SMIN", "SMAX", "PVSI", "RMIN",
+                               "RMAX", "SECU", "A1VL", "A2VL", "A3VL", "A4VL"};
+
+NumberReading ReadField(ChSettingScreen& screen, const Field& field) {
+  const ChannelRow row = RowOf(screen);
+  const ParamNumRecord& record = NumRecord(field.row->section, screen.browsing.entry, field.tag);
+  return ReadTyped(*field.meaning, View::Screen, field.text->text, record, screen.browsing.entry, &row);
+}
+
+// Blank, or refused: what a cascade does not move.
+bool AllCanBeRead(ChSettingScreen& screen) {
+  return std::ranges::all_of(MovedTags, [&](const char* tag) {
+    const Field& field = *FindField(screen, tag);
+    return field.text->text.empty() || ReadField(screen, field).stored.has_value();
+  });
+}
+
+// What moves the point keeps the integers, or blanks what the new limits refuse.
+void PickAPosition(Desk& desk, Dice& dice) {
+  ChSettingScreen& screen = *desk.screen;
+  const char* list =
+      std::array{"cmbTaisu", "cmbFtio", "cmbDecimal"}[static_cast<std::size_t>(dice.Between(0, 2))];
+  if (!desk.user.MoveTo(desk.List(list)) || !AllCanBeRead(screen)) {
+    return;
+  }
+  std::map<std::string, std::optional<std::int16_t>> before;
+  for (const char* tag : MovedTags) {
+    before[tag] = ShownInteger(screen, tag);
+  }
+  desk.Pick(list, dice.Between(0, 4));
+  for (const char* tag : MovedTags) {
+    const std::optional<std::int16_t> after = ShownInteger(screen, tag);
+    EXPECT_TRUE(!after || after == before[tag]) << list << " " << tag;
+  }
+}
+
+// A range that cannot be typed is one that "適用" takes or passes over.
+void ExpectNoRangeStuck(ChSettingScreen& screen) {
+  for (const char* tag : {"MMIN", "MMAX", "SMIN", "SMAX"}) {
+    const Field& field = *FindField(screen, tag);
+    if (!field.text->enabled && !field.text->text.empty()) {
+      EXPECT_TRUE(ReadField(screen, field).stored) << tag << " " << ToUtf8(field.text->text);
+    }
+  }
+}
+
 void DoAnything(Desk& desk, Dice& dice) {
   static const std::vector<std::u16string> Typed{u"",      u"0",    u"1",     u"-9",   u"9",     u"500.0",
                                                  u"12.34", u"x",    u"99999", u"-1e3", u"-0.05", u"32767",
@@ -204,9 +251,10 @@ void DoAnything(Desk& desk, Dice& dice) {
   ChSettingScreen& screen = *desk.screen;
   std::deque<Field>& fields = screen.fields.fields;
   Field& field = fields[static_cast<std::size_t>(dice.Between(0, static_cast<int>(fields.size()) - 1))];
-  switch (dice.Between(0, 3)) {
+  switch (dice.Between(0, 4)) {
   case 0:
-    break;
+    PickAPosition(desk, dice);
+    return;
   case 1: // rather a list that sets something off
     desk.Pick(std::array{"cmbInputType", "cmbScale", "cmbTaisu", "cmbFtio", "cmbDecimal",
                          "cmbInputOtch"}[static_cast<std::size_t>(dice.Between(0, 5))],
@@ -277,6 +325,7 @@ TEST(ChSettingRandom, WhateverTheUserDoesTheStoreWaitsForIt) {
         DoAnything(desk, dice);
         EXPECT_EQ(before, WholeStore());
       }
+      ExpectNoRangeStuck(*desk.screen);
       EXPECT_FALSE(desk.screen->LoadingFlag);
       if (::testing::Test::HasFailure()) {
         FAIL() << model << " step " << step;
