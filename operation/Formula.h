@@ -25,11 +25,10 @@ struct FormulaTerm {
   bool operator==(const FormulaTerm&) const = default;
 };
 
+// The working form of a channel's formulas. Whoever edits some has a table of its own (FormulaWork of the
+// screen of an operation channel), and so has whoever prints some: what is refilled behind a screen destroys
+// no edits.
 using FormulaTable = std::array<std::array<FormulaTerm, TermCount>, FormulaCount>;
-// The formulas that are being edited: they belong to the screen of an operation channel, which reloads them
-// from the store for each channel. Whoever only prints formulas prints from a table of its own, so that a
-// table that is refilled behind that screen does not destroy its edits.
-extern FormulaTable FormulaWork;
 
 // high x 256 + low, as the signed 16-bit number that the store holds.
 [[nodiscard]] std::int16_t FormulaCompose(int high, int low);
@@ -39,6 +38,16 @@ struct FormulaBytes {
   bool operator==(const FormulaBytes&) const = default;
 };
 [[nodiscard]] FormulaBytes FormulaSplit(std::int16_t value);
+
+// How many inputs a function has: 1 or 2; 0 for a number that is no row of FunctionList.
+[[nodiscard]] int FunctionInputs(int function);
+
+// "C01": the letter of the kind, and the number, from 0, as it is counted on the screens. A kind that is no
+// row of TermPrefixList has no letter.
+[[nodiscard]] std::u16string InputName(int kind, int number);
+
+// How many terms of formula `formula` (1 to 4) are AVG or SUM. The recorder takes one of them in a formula.
+[[nodiscard]] int AveragesAndSums(const FormulaTable& table, int formula);
 
 // Fills TextLen of the term.
 void FormulaTermLength(FormulaTerm& term);
@@ -50,8 +59,9 @@ constexpr int FormulaModeStore = 3;  // reloads the formula from the store first
 // The text of formula `formula` (1 to 4) of operation channel `channel` (from 0: its item in section "O"), by
 // the terms of `table`. Printing stops at the first empty term.
 [[nodiscard]] std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formula);
-// The same with FormulaWork.
-[[nodiscard]] std::u16string FormulaText(int channel, int mode, int formula);
+// Writes what stands in the table into the items of the operation channel, formula by formula and term by
+// term; a channel that section "O" does not have keeps what it has.
+void StoreFormulas(const FormulaTable& table, int channel);
 // What the store holds, for a reader who edits nothing.
 [[nodiscard]] std::u16string StoredFormulaText(int channel, int formula);
 
