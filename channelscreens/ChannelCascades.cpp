@@ -240,20 +240,6 @@ bool MoveFields(ChannelScreen& screen, const ChannelRow& before,
   });
 }
 
-void MoveLowCut(ChannelScreen& screen, const ChannelRow& before) {
-  const NumberOnScreen number = NumberOf(screen, "SECU");
-  if (!number) {
-    return;
-  }
-  const int from = ForceOf(*number.field, *number.record, before).position;
-  const int to = ForceOf(*number.field, *number.record, RowOf(screen)).position;
-  std::u16string& text = number.field->text->text;
-  const NumberReading reading = ReadNumber(text, AnyStored.minimum, AnyStored.maximum, from);
-  if (from != to && reading.stored) {
-    text = StoredToText(*reading.stored, to, AnyStored.minimum, AnyStored.maximum);
-  }
-}
-
 void ShowEngineering(ChannelScreen& screen, std::string_view tag, int value, int kindDefault) {
   ShowValue(screen, tag, value);
   const NumberOnScreen number = NumberOf(screen, tag);

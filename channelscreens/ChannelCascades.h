@@ -38,10 +38,6 @@ void ShowDefault(ChannelScreen& screen, std::string_view tag);
 // message.
 bool MoveFields(ChannelScreen& screen, const ChannelRow& before,
                 std::initializer_list<std::string_view> tags);
-// The low cut where a kind or scaling has moved the point under it: the same integer, also outside its
-// limits. "適用" asks for it in its field then.
-void MoveLowCut(ChannelScreen& screen, const ChannelRow& before);
-
 // An engineering field that is disabled has no other way to a value that "適用" takes: one outside its limits
 // shows the kind's default.
 void ShowEngineering(ChannelScreen& screen, std::string_view tag, int value, int kindDefault);

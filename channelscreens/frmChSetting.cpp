@@ -101,8 +101,9 @@ std::int16_t DefaultOf(const ChannelScreen& screen, std::string_view tag) {
 //      OFF of cmbTaisu, which alone would enable cmbDecimal, leaves it disabled (SetEnabled goes by the kind)
 //   3. the positions of these rows are in force (TakeShown): FtioOn, CurrentPoint, LogOn
 //   4. measuring range, engineering value, PV shift, record range, alarms
-// The low cut is none of them: its integer stays, shown where the point stands now.
-void ShowOwnScale(ChannelScreen& screen, const ChannelRow& before) {
+// The low cut is none of them: its text stays as it is, deliberately; "適用" asks for one that the kind
+// refuses.
+void ShowOwnScale(ChannelScreen& screen) {
   if (screen.InputType >= FirstOtherKind && screen.InputType != KindOtherChannel) {
     screen.CurrentUnit = InputRangeRowOf(screen.InputType)[0].UnitNo;
   }
@@ -125,15 +126,13 @@ void ShowOwnScale(ChannelScreen& screen, const ChannelRow& before) {
   for (const std::string_view alarm : {"A1VL", "A2VL", "A3VL", "A4VL"}) {
     ShowValue(screen, alarm, range.DefMin);
   }
-  MoveLowCut(screen, before);
 }
 
 // Row 1 only enables and rewrites nothing, deliberately.
 void ScaleCascade(ChannelScreen& screen) {
-  const ChannelRow before = RowOf(screen);
   TakeShown(screen);
   if (!screen.ScalingOn) {
-    ShowOwnScale(screen, before);
+    ShowOwnScale(screen);
   }
 }
 
@@ -153,7 +152,6 @@ int UnitOfKind(const ChannelScreen& screen) {
 // record and not the kind's, which no thermocouple could be applied with. What row 0 has written of record
 // range and alarms stands.
 void ApplyInputType(ChannelScreen& screen) {
-  const ChannelRow before = RowOf(screen);
   TakeShown(screen);
   screen.CurrentUnit = UnitOfKind(screen);
   for (const std::string_view tag : {"FTIO", "COLR", "SCAL"}) {
@@ -161,7 +159,7 @@ void ApplyInputType(ChannelScreen& screen) {
   }
   TakeShown(screen);
   if (!screen.ScalingOn) {
-    ShowOwnScale(screen, before);
+    ShowOwnScale(screen);
   }
   for (const std::string_view tag : {"MMIN", "MMAX", "PVKA"}) {
     ShowDefault(screen, tag);

@@ -106,6 +106,9 @@ std::optional<std::int16_t> EnteredValue(const AlarmSettingScreen& screen, const
   }
   const std::optional<double> mantissa = NumericText(screen.txtAlarmSet.text);
   const int row = screen.cmbAlarmSet.index;
+  if (mantissa && *mantissa > 1.0 && row == HighestExponent - LowestExponent) {
+    return std::nullopt; // beyond the range, where it would read as 1.00E9
+  }
   return mantissa && row >= 0 ? StoredOn(scale, *mantissa, row + LowestExponent) : std::nullopt;
 }
 

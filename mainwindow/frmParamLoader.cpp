@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "channelscreens/frmChSetting.h"
+#include "channelscreens/frmOperationChSet.h"
 #include "comm/BulkRead.h"
 #include "comm/BulkWrite.h"
 #include "comm/RecorderCommands.h"
@@ -237,6 +239,8 @@ void TieMenus(ParamLoaderScreen& window) {
 }
 
 void TieDialogs(ParamLoaderScreen& window) {
+  window.rowDialogs.channel = [](int channel) { ShowChSetting(channel); };
+  window.rowDialogs.operation = [](int channel) { ShowOperationChSet(channel); };
   window.rowDialogs.group = ShowGroupSetting;
   window.rowDialogs.message = ShowMsgSetting;
   window.rowDialogs.unit = ShowUnitSetting;

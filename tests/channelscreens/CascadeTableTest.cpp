@@ -267,8 +267,7 @@ TEST(ChannelCascades, AKindBringsItsUnitItsPositionAndItsDefaults) {
         changes[std::string("txtAlarmSet") + number] = row.rmin;
         changes[std::string("lblAlarmSetInput") + number] = "";
       }
-      // The low cut keeps its integer; a blank stays blank.
-      changes["txtSecu"] = before.at("txtSecu").empty() ? "" : Of1234[static_cast<std::size_t>(row.point)];
+      // The low cut is none of them.
       const int picked = desk.Row("cmbInputType");
       ExpectChanges(desk, before, "cmbInputType", picked, changes);
       EXPECT_EQ(row.kind, desk.List("cmbInputType").itemData[static_cast<std::size_t>(picked)]);
@@ -321,7 +320,6 @@ TEST(ChannelCascades, ScalingOffBringsTheKindsOwnScale) {
         {"txtRecRangeMin", row->rmin},
         {"txtRecRangeMax", row->rmax},
         {"cmbDecimal", std::to_string(row->point)},
-        {"txtSecu", Of1234[static_cast<std::size_t>(row->point)]},
     };
     for (const char number : {'1', '2', '3', '4'}) {
       changes[std::string("txtAlarmSet") + number] = row->rmin;

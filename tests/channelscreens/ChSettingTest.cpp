@@ -256,15 +256,15 @@ TEST(ChSetting, TheLowCutOfTheFValueIsReadWhateverTheKind) {
   Desk desk;
   Put("H", 0, "FPOI", 1);
   Put("C", 8, "TYPE", 1);
-  Put("C", 8, "SECU", 12);
+  Put("C", 8, "SECU", 2);
   desk.Open(8);
-  ASSERT_TRUE(desk.PickKind(32)); // its limits refuse 12
-  EXPECT_EQ("0.012", desk.Shown("txtSecu"));
-  ASSERT_TRUE(desk.Pick("cmbFtio", 1)); // no message: nobody typed it
-  EXPECT_EQ("1.2", desk.Shown("txtSecu"));
+  ASSERT_TRUE(desk.PickKind(32)); // its limits refuse 0.200
+  EXPECT_EQ("0.2", desk.Shown("txtSecu")); // a kind leaves its text alone
+  ASSERT_TRUE(desk.Pick("cmbFtio", 1));    // no message: nobody typed it
+  EXPECT_EQ("20.0", desk.Shown("txtSecu"));
   EXPECT_EQ("100.0", desk.Shown("txtAlarmSet4"));
   ASSERT_TRUE(desk.Apply());
-  EXPECT_EQ(12, Stored("C", 8, "SECU"));
+  EXPECT_EQ(200, Stored("C", 8, "SECU"));
   EXPECT_EQ(1000, Stored("A", 8, "A4VL"));
 }
 

@@ -332,6 +332,22 @@ TEST_F(AlarmSetting, AValueBeyondSixteenBitsIsComputedAnew) {
   }
 }
 
+// It would be stored, and its label would end at 1.00E9.
+TEST_F(AlarmSetting, AValueAboveTheLargestOneIsRefused) {
+  Scale(u"1.000", u"5.000", u"8", u"9"); // on which 1.01E9 would fit
+  Stands(1, u"1.00E9", u"5.000");
+  const Texts before = All();
+  EXPECT_FALSE(Show([&](AlarmSettingScreen& screen) {
+    user.Choose(screen.cmbAlarmSet, 17);
+    user.Choose(screen.cmbAlarmSet, 18);
+    user.Type(screen.txtAlarmSet, u"1.01");
+    ExpectRangeMessage(u"3.62E-1", u"1.00E9");
+    user.Click(screen.btnOk);
+    ExpectAllSelected(screen.txtAlarmSet);
+  }));
+  EXPECT_EQ(before, All());
+}
+
 // 2.00E1 is stored as 3602, which reads 1.99E1, which would be stored as 3598: opened and applied again and
 // again, the alarm stays where it is.
 TEST_F(AlarmSetting, RepeatedAppliesDoNotMoveTheAlarm) {
