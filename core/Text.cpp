@@ -445,4 +445,9 @@ std::u16string FromUtf8(std::string_view bytes) {
   return text;
 }
 
+std::filesystem::path PathOf(std::u16string_view fileName) {
+  const std::string utf8 = ToUtf8(fileName);
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
 } // namespace loader

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -59,5 +60,7 @@ namespace loader {
 // UTF-8, for the companion programs and for file names; the loader's own files are code page 932.
 [[nodiscard]] std::string ToUtf8(std::u16string_view text);
 [[nodiscard]] std::u16string FromUtf8(std::string_view bytes);
+// The file of a name that a file dialog gave.
+[[nodiscard]] std::filesystem::path PathOf(std::u16string_view fileName);
 
 } // namespace loader

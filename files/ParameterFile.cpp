@@ -236,11 +236,6 @@ bool MayBeSavedTo(const std::filesystem::path& path) {
   return type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
 }
 
-std::filesystem::path PathOf(std::u16string_view fileName) {
-  const std::string utf8 = ToUtf8(fileName);
-  return std::u8string(utf8.begin(), utf8.end());
-}
-
 } // namespace
 
 bool gFSaveParamFile(const std::filesystem::path& path) {

@@ -22,6 +22,7 @@
 #include "dialogs/frmMsgSetting.h"
 #include "dialogs/frmUnitSetting.h"
 #include "files/ParameterFile.h"
+#include "files/TextOutput.h"
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/SettingsPages.h"
 #include "mainwindow/TableLayouts.h"
@@ -152,6 +153,12 @@ void SaveFile(ParamLoaderScreen& window) {
   }
 }
 
+void WriteText(ParamLoaderScreen& window) {
+  if (!ExchangeUnderWay(window)) {
+    WriteTextOutput();
+  }
+}
+
 // The saved model where the list has it, else the model in force.
 void PutModelBack(ParamLoaderScreen& window, std::optional<std::int16_t> saved) {
   const bool listed = saved && *saved >= 0 && *saved < static_cast<int>(window.cmbType.items.size());
@@ -221,6 +228,7 @@ bool MayClose(ParamLoaderScreen& window) {
 void TieMenus(ParamLoaderScreen& window) {
   window.smenuOpen.onClick = window.V(1).onClick = [&window] { OpenFile(window); };
   window.smenuOverWrite.onClick = [&window] { SaveFile(window); };
+  window.smenuTextWrite.onClick = [&window] { WriteText(window); };
   window.smenuEnd.onClick = [&window] { ThePlatform().screens.Close(window); };
   window.menuRSipaddr.onClick = [] { ShowIpSetting(); };
   window.menuVersion.onClick = window.V(4).onClick = [] { ShowAbout(); };

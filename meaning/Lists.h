@@ -50,6 +50,13 @@ inline constexpr ChoiceList DIFunctions{"functions", &DIFunctionList};
 inline constexpr ChoiceList Colours{
     .name = "colours", .catalogue = &ColorNames, .firstEntry = 1, .firstValue = 1};
 inline constexpr ChoiceList InputKindNames{"input kinds", &InputTypeNames, Extent::PairedInputKinds};
+inline constexpr std::array<std::int16_t, 20> InputKindNumbers{0,  1,  2,  3,  4,  5,  6,  7,  8,  9,
+                                                               10, 11, 12, 20, 21, 30, 31, 32, 33, 40};
+inline constexpr ChoiceList PrintedInputKinds{.name = "input kinds",
+                                              .catalogue = &InputTypeNames,
+                                              .extent = Extent::Values,
+                                              .values = InputKindNumbers,
+                                              .entries = InputKindNumbers};
 inline constexpr ChoiceList Units{"units", &UnitNames};
 inline constexpr ChoiceList Scaling{"switch", &ScaleList};
 inline constexpr ChoiceList Logarithm{"switch", &TaisList};

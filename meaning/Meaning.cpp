@@ -153,6 +153,10 @@ const MeaningRow& MeaningOf(std::string_view section, std::string_view tag) {
   return *row;
 }
 
+bool IsPrinted(const Meaning& meaning) {
+  return meaning.printed == Printed::Always || (meaning.printed == Printed::OnKov && ModelCode == "KOV");
+}
+
 std::span<const SectionNames> Sections() {
   return SectionTable;
 }

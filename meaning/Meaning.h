@@ -87,6 +87,9 @@ enum class Use {
   Identity, // what the recorder is or does, read only
 };
 
+// Whether the printed sheet has a text for it; where it has none, its field stays empty.
+enum class Printed { Always, OnKov, Never };
+
 // What a parameter is called: the caption of its frame and the one of its label, where the screens have one,
 // or own words in place of either. '#' stands for the family's digits; a name without one is followed by
 // them.
@@ -114,11 +117,15 @@ struct Meaning {
   Use use = Use::Setting;
   bool kovOnly = false; // no screen of RUG shows it
   bool secret = false;  // a password: reports hide it
+  Printed printed = Printed::Always;
 };
 
 // The three ways in which a parameter is shown.
 enum class View { Table, Screen, Sheet };
 constexpr std::size_t Views = 3;
+
+// Whether the printed sheet of the model in force has a text for the parameter.
+[[nodiscard]] bool IsPrinted(const Meaning& meaning);
 
 // Where a view shows a parameter differently from its row, and why.
 struct Difference {

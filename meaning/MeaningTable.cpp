@@ -66,6 +66,14 @@ consteval Meaning Secret(Meaning row) {
   row.secret = true;
   return row;
 }
+consteval Meaning PrintedOnKov(Meaning row) {
+  row.printed = Printed::OnKov;
+  return row;
+}
+consteval Meaning NotPrinted(Meaning row) {
+  row.printed = Printed::Never;
+  return row;
+}
 consteval Meaning UsedAs(Use use, Meaning row) {
   row.use = use;
   return row;
@@ -180,7 +188,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     Listed("C", "SDIG", Caption(18008, 18011, "Totalizer external input"), ExternalInputs),
     Listed("C", "SBAS", Caption(18010, "Totalizer unit time"), PerTime),
     Listed("C", "SRES", Caption(18009, "Totalizer reset"), ResetSwitch),
-    KovOnly(Listed("C", "SRIN", Caption(18173, "Totalizer reset input"), ResetInputs)),
+    PrintedOnKov(KovOnly(Listed("C", "SRIN", Caption(18173, "Totalizer reset input"), ResetInputs))),
 
     // The four alarms of a channel.
     Listed("A", "A#TY", Inside(AlarmNumber, 18045, "Alarm # type"), AlarmTypes),
@@ -323,23 +331,24 @@ constexpr auto Rows = std::to_array<Meaning>({
     UsedAs(Use::Identity, Worded("P", "PVER", Own(ProgramVersion))),
 
     // The recording of a digital input; the switches of the totalizer.
-    Unshown(Listed("I", "DCOL", Caption(18039, "Display colour"), Colours, Sense::ColourNumber)),
-    Unshown(Listed("I", "DREM", Caption(18030, "Record mode"), InputRecordModes)),
-    Unshown(Listed("I", "DREO", Caption(18029, "Recorded"), RecordPresence)),
-    Kept("I", "DRMN", Caption(18028, 18022, "Display range, lower limit")),
-    Kept("I", "DRMX", Caption(18028, 18023, "Display range, upper limit")),
+    NotPrinted(Unshown(Listed("I", "DCOL", Caption(18039, "Display colour"), Colours, Sense::ColourNumber))),
+    NotPrinted(Unshown(Listed("I", "DREM", Caption(18030, "Record mode"), InputRecordModes))),
+    NotPrinted(Unshown(Listed("I", "DREO", Caption(18029, "Recorded"), RecordPresence))),
+    NotPrinted(Kept("I", "DRMN", Caption(18028, 18022, "Display range, lower limit"))),
+    NotPrinted(Kept("I", "DRMX", Caption(18028, 18023, "Display range, upper limit"))),
     KovOnly(Listed("Z", "TOTA", Caption(18119, "Totalizing"), TotalSwitch)),
     KovOnly(Listed("Z", "TSTM", Caption(18120, "Unit time"), TotalUnitTimes)),
     KovOnly(Listed("Z", "TSIG", Caption(18121, "Start and stop signal"), OperationKinds)),
 
-    UsedAs(Use::Command, Counted("F", "FIX", Caption(19625, "Store the settings"))),
-    UsedAs(Use::Identity, Row("S", "SYS1", Own(RecorderState), Sense::Plain)),
+    NotPrinted(UsedAs(Use::Command, Counted("F", "FIX", Caption(19625, "Store the settings")))),
+    NotPrinted(UsedAs(Use::Identity, Row("S", "SYS1", Own(RecorderState), Sense::Plain))),
 });
 
 // Where a view shows a parameter otherwise than its row says. Each is deliberate.
 constexpr auto DifferenceRows = std::to_array<Difference>({
     ListedIn(View::Screen, "C", "COLR", Colours, "a screen names the colour beside its swatch"),
     ListedIn(View::Sheet, "C", "COLR", Colours, "paper knows no colour: the sheet names it"),
+    ListedIn(View::Sheet, "C", "TYPE", PrintedInputKinds, "a number that is no kind is printed as it is"),
     ListedIn(View::Sheet, "C", "SUBC", PrintedChannels, "the sheet has words of its own"),
     PlainIn(View::Sheet, "C", "POIN", "the sheet prints the number"),
     ListedIn(View::Sheet, "C", "OTCH", PrintedOtherChannels,

@@ -229,12 +229,17 @@ ChoicesInForce ChoicesBy(const MeaningRow& row, View view, int deciding) {
 
 std::optional<std::u16string> ParameterText(const MeaningRow& row, View view, int item, std::string_view tag,
                                             const ChannelRow* channel) {
+  const bool printed = view != View::Sheet || IsPrinted(row.meaning);
   if (row.meaning.sense == Sense::Text) {
     const ParamTextRecord* record = FindTextRecord(row.meaning.section, item, tag);
-    return record == nullptr ? std::nullopt : std::optional(std::u16string(TrimRight(record->Value)));
+    return record == nullptr ? std::nullopt
+                             : std::optional(std::u16string(printed ? TrimRight(record->Value) : u""));
   }
   const ParamNumRecord* record = FindNumRecord(row.meaning.section, item, tag);
-  return record == nullptr ? std::nullopt : NumRecordText(row, view, item, tag, *record, channel);
+  if (record == nullptr) {
+    return std::nullopt;
+  }
+  return printed ? NumRecordText(row, view, item, tag, *record, channel) : std::u16string();
 }
 
 std::u16string ReportText(std::string_view section, int item, std::string_view tag, View view) {

@@ -56,7 +56,8 @@ struct ChoicesInForce {
 
 // The text of a parameter of one item as a view shows it. Nothing when this model does not have it, or the
 // value lies outside its list or is no time of day: a table leaves such a cell as it is. A number outside its
-// limits is an empty text. Give `channel` for the parameters of a channel (sections C and A).
+// limits is an empty text, and so is what the sheet leaves out. Give `channel` for the parameters of a
+// channel (sections C and A).
 [[nodiscard]] std::optional<std::u16string> ParameterText(const MeaningRow& row, View view, int item,
                                                           std::string_view tag,
                                                           const ChannelRow* channel = nullptr);

@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "platform/WholeFile.h"
+
 namespace loader {
 
 namespace {
@@ -117,83 +119,13 @@ std::optional<std::size_t> FindKey(const std::vector<std::string>& lines, Sectio
   return std::nullopt;
 }
 
-// Where the file lies when it is a symbolic link: the link stays, its file is replaced. Nothing for links in
-// a circle.
-std::optional<std::filesystem::path> FileBehindLinks(std::filesystem::path file) {
-  constexpr int MostLinks = 40;
-  std::error_code error;
-  for (int links = 0; links <= MostLinks; ++links) {
-    if (!std::filesystem::is_symlink(file, error)) {
-      return file;
-    }
-    const std::filesystem::path next = std::filesystem::read_symlink(file, error);
-    if (error) {
-      return std::nullopt;
-    }
-    file = file.parent_path() / next; // an absolute one replaces the folder
-  }
-  return std::nullopt;
-}
-
-// A file that was made read-only stays as it is: a new one in its place would go past that. The bits are
-// asked too, since they do not bind the superuser.
-bool MayBeReplaced(const std::filesystem::path& file) {
-  using std::filesystem::perms;
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(file, error);
-  if (status.type() == std::filesystem::file_type::not_found) {
-    return true;
-  }
-  constexpr perms Writers = perms::owner_write | perms::group_write | perms::others_write;
-  return (status.permissions() & Writers) != perms::none && std::ofstream(file, std::ios::app).is_open();
-}
-
-// False leaves nothing of the write behind.
-bool WriteLines(const std::filesystem::path& file, const std::vector<std::string>& lines) {
-  std::error_code error;
-  const std::filesystem::file_status there = std::filesystem::symlink_status(file, error);
-  if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there)) {
-    return false;
-  }
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
-  if (!out.is_open()) {
-    return false; // whatever stands there is not of this write
-  }
+// The folder is the program's own.
+bool Replace(const std::filesystem::path& file, const std::vector<std::string>& lines) {
+  std::string bytes;
   for (const std::string& line : lines) {
-    out << line;
+    bytes += line;
   }
-  out.flush();
-  if (!out) {
-    out.close();
-    std::filesystem::remove(file, error);
-    return false;
-  }
-  return true;
-}
-
-// Through a file beside it, so that a full disk cannot leave half a settings file.
-bool ReplaceFile(const std::filesystem::path& named, const std::vector<std::string>& lines) {
-  const std::optional<std::filesystem::path> file = FileBehindLinks(named);
-  if (!file || !MayBeReplaced(*file)) {
-    return false;
-  }
-  std::filesystem::path beside = *file;
-  beside += ".new";
-  if (!WriteLines(beside, lines)) {
-    return false;
-  }
-  std::error_code error;
-  const std::filesystem::file_status before = std::filesystem::status(*file, error);
-  if (std::filesystem::exists(before)) {
-    std::filesystem::permissions(beside, before.permissions(), error);
-  }
-  std::filesystem::rename(beside, *file, error);
-  if (error) {
-    std::error_code ignored;
-    std::filesystem::remove(beside, ignored);
-    return false;
-  }
-  return true;
+  return ReplaceFile(file, bytes, Neighbours::OfThisProgram);
 }
 
 } // namespace
@@ -230,11 +162,11 @@ bool WritePrivateProfileStringA(std::string_view section, std::string_view key, 
   if (!range) {
     lines.push_back("[" + std::string(section) + "]\r\n");
     lines.push_back(entry);
-    return ReplaceFile(file, lines);
+    return Replace(file, lines);
   }
   if (const auto at = FindKey(lines, *range, key)) {
     lines[*at] = entry;
-    return ReplaceFile(file, lines);
+    return Replace(file, lines);
   }
   // Behind the last line of the section that holds anything, before the blank lines that part it from the
   // next.
@@ -243,7 +175,7 @@ bool WritePrivateProfileStringA(std::string_view section, std::string_view key, 
     --end;
   }
   lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(end), entry);
-  return ReplaceFile(file, lines);
+  return Replace(file, lines);
 }
 
 } // namespace loader

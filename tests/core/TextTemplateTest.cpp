@@ -5,6 +5,7 @@
 #include "core/modFile.h"
 #include "core/modIni.h"
 #include "core/modMain.h"
+#include "meaning/Meaning.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -156,9 +157,9 @@ bool IsPartOfAFormula(std::string_view tag) {
   return !Formulas.contains(tag);
 }
 
-// Commands and the state word are no settings; a model uses as many digital inputs as it has.
+// What the sheet leaves empty has no place on it; a model uses as many digital inputs as it has.
 bool IsOnThePage(std::string_view section, int item, std::string_view tag) {
-  if (section == "F" || section == "S") {
+  if (!IsPrinted(MeaningOf(section, tag).meaning)) {
     return false;
   }
   if (section == "D") {
@@ -310,9 +311,6 @@ constexpr ListField ListFields[] = {
     {"X", "EPVA", &YesNoList},
     {"L", "MODF", &MasterSlaveList},
     {"L", "RETN", &RetryIntervalList},
-    {"I", "DCOL", &ColorNames},
-    {"I", "DREM", &RecordModeList2},
-    {"I", "DREO", &RecordPresenceList},
     {"Z", "TOTA", &TotalSwitchList},
     {"Z", "TSTM", &TotalUnitTimeList},
     {"Z", "TSIG", &OperationKindList},
@@ -347,14 +345,14 @@ std::size_t FormulaColumns() {
   return 3 * term + 2;
 }
 
-// The captions of all eight addresses with a blank between them.
-std::size_t AddressListColumns() {
-  constexpr int Addresses = 8;
-  std::size_t columns = Addresses - 1;
-  for (int i = 0; i < Addresses; ++i) {
-    columns += CodePageLength(LoadText(TextId::At(63114 + 2 * i)));
-  }
-  return columns;
+// The numbers of all eight addresses with a blank between them.
+constexpr std::size_t AddressListColumns = 8 + 7;
+
+// A number without a point, whatever its limits: five digits and a sign.
+constexpr std::size_t PlainNumberColumns = 6;
+bool IsPlainNumber(const Field& field) {
+  const Sense sense = MeaningOf(field.Section(), field.Tag()).meaning.sense;
+  return sense == Sense::Octet || sense == Sense::Plain;
 }
 
 // The widest text of a parameter, in columns of its field.
@@ -366,10 +364,11 @@ std::size_t ColumnsNeeded(const Field& field) {
     return FormulaColumns();
   }
   if (field.Section() == "X" && field.Tag() == "EADD") {
-    return AddressListColumns();
+    return AddressListColumns;
   }
   const std::size_t list = ListColumns(field.Section(), field.Tag());
-  return list != 0 ? list : NumberColumns + ColumnsBehindNumber;
+  const std::size_t number = IsPlainNumber(field) ? PlainNumberColumns : NumberColumns;
+  return list != 0 ? list : number + ColumnsBehindNumber;
 }
 
 // A user unit may take its whole record, and may read as a number.

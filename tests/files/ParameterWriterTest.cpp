@@ -1,11 +1,11 @@
 #include "tests/files/ParameterFileSupport.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <fstream>
+
+#include "tests/support/FullDisk.h"
 
 namespace loader::test {
 namespace {
@@ -169,27 +169,6 @@ TEST_F(ParameterFiles, AreSavedThroughALink) {
   EXPECT_EQ(whole, platform.ReadFile("file.KOV"));
   EXPECT_EQ(whole, platform.ReadFile("new.KOV"));
 }
-
-// No file grows above the limit while this lives; writing more fails as on a full disk.
-class FullDisk {
-public:
-  explicit FullDisk(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit{bytes, before_.rlim_max};
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-  rlimit before_{};
-  void (*handler_)(int) = nullptr;
-};
 
 TEST_F(ParameterFiles, FailToSaveWhenTheHeadCannotBeWritten) {
   const FullDisk disk(5);

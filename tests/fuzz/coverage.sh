@@ -28,7 +28,8 @@ trap 'rm -rf "$work"' EXIT
 declare -A code=(
   [initial_settings]="core/modFile.cpp"
   [parameter_file]="files/ParameterFile.cpp"
-  [loader_ini]="platform/PrivateProfile.cpp core/modIniReadWrite.cpp"
+  [text_output]="files/TextOutput.cpp"
+  [loader_ini]="platform/PrivateProfile.cpp platform/WholeFile.cpp core/modIniReadWrite.cpp"
   [code_page]="core/Text.cpp"
   [block_text]="comm/ParameterTelegram.cpp"
   [exchange]="comm/modComunication.cpp comm/modEthernet.cpp comm/modUsb.cpp comm/ModbusFrames.cpp"

@@ -1,4 +1,4 @@
-// Open and Save from the window, and when they are not offered.
+// Open, Save and text output from the window, and when they are not offered.
 #include <functional>
 
 #include "tests/mainwindow/Fixture.h"
@@ -201,6 +201,34 @@ TEST_P(FileCommands, SaveWaitsForAFieldThatFails) {
   EXPECT_TRUE(platform.fileDialogs.shown.empty());
 }
 
+// --- Text output
+
+TEST_P(FileCommands, TextOutputPrintsWhatTheFieldsHoldByTheTemplateOfTheModel) {
+  const std::string mine = IsKov() ? "TextKOV.Ini" : "TextRUG.Ini";
+  platform.WriteFile(mine, "[\"H01ALMH\"] [\"C01TAG\"]\r\n");
+  user.Type(Field("txtAlarmHist"), u"17");
+  Choose("sheet.txt");
+  user.Click(Window().smenuTextWrite);
+  ASSERT_EQ(1U, platform.fileDialogs.shown.size());
+  EXPECT_EQ("save", platform.fileDialogs.shown[0].kind);
+  EXPECT_EQ("[     17  ] [CH 01   ]\r\n", platform.ReadFile("sheet.txt"));
+  EXPECT_TRUE(platform.boxes.shown.empty());
+}
+
+TEST_P(FileCommands, TextOutputThatFailsIsTold) {
+  Choose("sheet.txt"); // the template is missing
+  platform.ExpectBox(11002);
+  user.Click(Window().smenuTextWrite);
+  EXPECT_FALSE(std::filesystem::exists(platform.folder / "sheet.txt"));
+}
+
+TEST_P(FileCommands, TextOutputWaitsForAFieldThatFails) {
+  user.Type(Field("txtAlarmHist"), u"101");
+  platform.boxes.Expect(u"0から100の値を入力してください");
+  EXPECT_FALSE(user.Click(Window().smenuTextWrite));
+  EXPECT_TRUE(platform.fileDialogs.shown.empty());
+}
+
 // --- During an exchange
 
 struct Busy {
@@ -230,11 +258,12 @@ TEST_P(FileCommandsWhileBusy, ReturnAtOnce) {
 TEST_P(FileCommandsWhileBusy, AreOfferedAgainAfterwards) {
   Window().btnRegRead.enabled = true;
   Window().btnRegWrite.enabled = true;
-  platform.fileDialogs.answers.resize(3);
+  platform.fileDialogs.answers.resize(4);
   user.Click(Window().smenuOpen);
   user.Click(Window().V(1));
   user.Click(Window().smenuOverWrite);
-  EXPECT_EQ(3U, platform.fileDialogs.shown.size());
+  user.Click(Window().smenuTextWrite);
+  EXPECT_EQ(4U, platform.fileDialogs.shown.size());
 }
 INSTANTIATE_TEST_SUITE_P(Exchange, FileCommandsWhileBusy,
                          testing::Values(Busy{"Read", false, true}, Busy{"Write", true, false},

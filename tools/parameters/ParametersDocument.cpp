@@ -226,6 +226,9 @@ std::string UseWords(const Meaning& meaning) {
   }
   return Joined({use, meaning.kovOnly ? "screens of `KOV` alone show it" : "",
                  meaning.secret ? "a secret: reports hide it" : "",
+                 meaning.printed == Printed::Never   ? "the printed sheet leaves it empty"
+                 : meaning.printed == Printed::OnKov ? "the sheet of `KOV` alone prints it"
+                                                     : "",
                  meaning.dependsOn.empty() ? std::string() : "depends on " + std::string(meaning.dependsOn)});
 }
 
