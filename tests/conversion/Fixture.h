@@ -55,16 +55,4 @@ protected:
   ScriptedPlatform platform;
 };
 
-inline std::vector<std::u16string> AllTexts() {
-  std::vector<std::u16string> texts;
-  for (const ParamSection& section : ParamStore) {
-    for (const ParamItem& item : section.Items) {
-      for (const ParamTextRecord& record : item.TextRecords) {
-        texts.push_back(record.Value);
-      }
-    }
-  }
-  return texts;
-}
-
 } // namespace loader::test
