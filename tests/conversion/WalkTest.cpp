@@ -169,6 +169,33 @@ TEST_F(Conversion, FromRugToRugPassesOverItemsOutsideTheSection) {
   EXPECT_FALSE(report[4].newItem.has_value());
 }
 
+// Dropped means dropped: not even an item of the same number takes it.
+TEST_F(Conversion, ADroppedItemGoesNowhereAlsoWhereTheNewSetUpHasRoom) {
+  struct Item {
+    const char* section;
+    int item;
+    const char* tag;
+  };
+  constexpr Item Items[]{{"C", 18, "FILT"}, {"C", 35, "FILT"}, {"C", 48, "FILT"}, {"C", 71, "FILT"},
+                         {"A", 18, "A1VL"}, {"A", 48, "A1VL"}, {"O", 12, "OP11"}, {"O", 35, "OP11"},
+                         {"N", 20, "CONS"}, {"N", 59, "CONS"}, {"G", 4, "GC01"},  {"G", 7, "GC01"},
+                         {"T", 4, "TBUN"},  {"T", 7, "TBUN"},  {"B", 4, "BHOU"},  {"B", 7, "BHOU"}};
+  Start("RUG");
+  for (const Item& item : Items) {
+    Put(item.section, item.item, item.tag, 1);
+  }
+  Prepare("RUG");
+  const std::vector<std::int16_t> numbers = AllNumbers();
+  const ConversionReport report = ConvertToKov();
+  EXPECT_EQ(numbers, AllNumbers());
+  ASSERT_EQ(std::size(Items), report.size());
+  for (const ConvertedParameter& line : report) {
+    EXPECT_EQ(Dropped, line.outcome);
+    EXPECT_FALSE(line.newItem.has_value());
+    EXPECT_FALSE(line.newValue.has_value());
+  }
+}
+
 // --- Stores that do not fit together: an edited initial settings file
 
 TEST_F(Conversion, ATagThatTheNewModelDoesNotHaveIsPassedOver) {
