@@ -1,6 +1,9 @@
 // Copy, paste and the change of model with the real widgets: what the user sees of them.
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTabWidget>
 
@@ -49,6 +52,37 @@ TEST_F(EditCommands, AChannelIsCopiedAndPastedFromTheTable) {
     EXPECT_EQ(QStringLiteral("FURNACE"), table.model()->index(channel - 1, 1).data().toString());
     EXPECT_EQ(&table, Window().focusWidget());
   }
+}
+
+TEST_F(EditCommands, AnOperationChannelIsCopiedAndPastedByTheKeyboard) {
+  Start("1");
+  PutText("C", 36, "TAG", "SUM");
+  Find<QTabWidget>("tbsParameter").setCurrentIndex(OperationPage);
+  auto& table = Find<GridView>("fgrOperationChSet");
+  table.setFocus();
+  QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+  Press(table, Qt::Key_Down, 35);
+  boxes.Expect(u"37CHを72CHにコピーしますか？");
+  QTest::keyClick(&table, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ("SUM", TrimmedText("C", 71, "TAG"));
+  EXPECT_EQ(35, table.currentIndex().row());
+}
+
+// The keys belong to the text of a field that has the keyboard.
+TEST_F(EditCommands, InAFieldTheKeysCopyAndPasteItsText) {
+  Start("0");
+  Find<QTabWidget>("tbsParameter").setCurrentIndex(OperationPage);
+  frmParamLoader->fgrOperationChSet.SelectRow(7);
+  auto& field = Find<QLineEdit>("txtHPLP");
+  field.setFocus();
+  QGuiApplication::clipboard()->setText(QStringLiteral("12"));
+  field.selectAll();
+  QTest::keyClick(&field, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(QStringLiteral("12"), field.text());
+  field.selectAll();
+  QTest::keyClick(&field, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(0, boxes.Shown());
+  EXPECT_EQ(0, frmParamLoader->CopySourceRow);
 }
 
 TEST_F(EditCommands, TheWarningOfAPartnerStandsOnALineOfItsOwn) {
