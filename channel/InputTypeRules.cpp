@@ -69,6 +69,10 @@ void AppendNamed(std::vector<int>& kinds, Span span) {
   }
 }
 
+// Two decimal digits for each kind.
+constexpr std::string_view PairClassCode =
+    "0001010101010101010101010101010101010101131313131313131313130116171819000000000000";
+
 // What a leader's chosen kind lets the next channel keep, and what it makes of any other.
 struct LeaderRow {
   Spans chosen;
@@ -187,6 +191,14 @@ void FillInputTypeList(ListBox& list, int channelIndex) {
     const std::u16string* name = CatalogueEntry(InputTypeNames, kind);
     AddItem(list, name != nullptr ? std::u16string_view(*name) : std::u16string_view{}, kind);
   }
+}
+
+int PairClass(int kind) {
+  if (kind < 0 || static_cast<std::size_t>(kind) >= PairClassCode.size() / 2) {
+    return 0;
+  }
+  const auto at = static_cast<std::size_t>(kind) * 2;
+  return (PairClassCode[at] - '0') * 10 + (PairClassCode[at + 1] - '0');
 }
 
 std::optional<LeaderConflict> FindLeaderConflict(int chosenType, int nextType) {

@@ -141,6 +141,11 @@ constexpr int PairDependent = 2; // on the channel before it
 // The list of a channel, by the store: display names, with the kind as item data. Selects nothing.
 void FillInputTypeList(ListBox& list, int channelIndex);
 
+// The class of a kind for the paste of a channel: two channels of a pair need equal classes, or one of them
+// 0, which goes with anything. Finer than the families of the lists, deliberately: 1-5 V and 0-5 V differ
+// here. 0 for a kind outside of the code.
+[[nodiscard]] int PairClass(int kind);
+
 // What a leader's new kind does to a next channel that cannot share it.
 struct LeaderConflict {
   int newKind;    // what the next channel becomes

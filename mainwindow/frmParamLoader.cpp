@@ -11,6 +11,7 @@
 #include "comm/RecorderCommands.h"
 #include "comm/frmIPSetting.h"
 #include "comm/frmTimeChange.h"
+#include "conversion/modModelChng.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
@@ -23,10 +24,12 @@
 #include "dialogs/frmUnitSetting.h"
 #include "files/ParameterFile.h"
 #include "files/TextOutput.h"
+#include "mainwindow/CellsKept.h"
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/SettingsPages.h"
 #include "mainwindow/TableLayouts.h"
 #include "mainwindow/frmAbout.h"
+#include "mainwindow/modJoint.h"
 
 namespace loader {
 
@@ -200,7 +203,14 @@ void ChangeModel(ParamLoaderScreen& window) {
   if (!RebuildStoreOrEnd()) {
     return;
   }
+  const CellsKept kept(window);
   BuildTables();
+  // The window shows nothing of the report.
+  if (picked == 0) {
+    ConvertToKov();
+  } else {
+    ConvertToRug();
+  }
   RefreshAll();
 }
 
@@ -230,6 +240,8 @@ void TieMenus(ParamLoaderScreen& window) {
   window.smenuOverWrite.onClick = [&window] { SaveFile(window); };
   window.smenuTextWrite.onClick = [&window] { WriteText(window); };
   window.smenuEnd.onClick = [&window] { ThePlatform().screens.Close(window); };
+  window.smenuCopy.onClick = window.V(2).onClick = [&window] { CopyEntry(window); };
+  window.smenuPaste.onClick = window.V(3).onClick = [&window] { PasteEntry(window); };
   window.menuRSipaddr.onClick = [] { ShowIpSetting(); };
   window.menuVersion.onClick = window.V(4).onClick = [] { ShowAbout(); };
   for (int link = 0; link < window.menuRScomunicationf.Count(); ++link) {
@@ -288,36 +300,6 @@ constexpr std::array<RowOpening, 7> RowOpenings{{
     {&ParamLoaderScreen::flxEMailTriggerSetting, &RowDialogs::mailTrigger,
      [](const Grid& table) { return table.RowSel; }, [] {}},
 }};
-
-// The current cells of all tables as they were: a refresh goes to the first rows, but the user is where he
-// opened the dialog.
-class CellsKept {
-public:
-  explicit CellsKept(ParamLoaderScreen& window) {
-    for (std::size_t n = 0; n < cells_.size(); ++n) {
-      Grid& table = window.*RowOpenings[n].table;
-      cells_[n] = {&table, table.Row, table.Col, table.RowSel};
-    }
-  }
-  CellsKept(const CellsKept&) = delete;
-  CellsKept& operator=(const CellsKept&) = delete;
-  ~CellsKept() {
-    for (const Place& place : cells_) {
-      place.table->Row = place.row;
-      place.table->Col = place.col;
-      place.table->RowSel = place.rowSel;
-    }
-  }
-
-private:
-  struct Place {
-    Grid* table;
-    int row;
-    int col;
-    int rowSel;
-  };
-  std::array<Place, RowOpenings.size()> cells_;
-};
 
 void OpenRow(ParamLoaderScreen& window, const RowOpening& opening) {
   const Grid& table = window.*opening.table;

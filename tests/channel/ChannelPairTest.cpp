@@ -264,5 +264,22 @@ TEST_F(LeaderCheck, ANextChannelThatDoesNotExistConflictsWithNothing) {
   EXPECT_FALSE(tableChanged);
 }
 
+// --- The classes of the paste
+
+TEST_F(ChannelPairs, EachKindHasItsClass) {
+  const std::vector<int> classes{0,  1,  1,  1,  1,  1,  1,  1,  1,  1, 1,  1,  1,  1,  1, 1, 1, 1, 1, 1, 13,
+                                 13, 13, 13, 13, 13, 13, 13, 13, 13, 1, 16, 17, 18, 19, 0, 0, 0, 0, 0, 0};
+  ASSERT_EQ(41U, classes.size());
+  for (int kind = 0; kind <= 40; ++kind) {
+    EXPECT_EQ(classes[static_cast<std::size_t>(kind)], PairClass(kind)) << kind;
+  }
+}
+
+TEST_F(ChannelPairs, AKindOutsideOfTheCodeGoesWithAnything) {
+  for (const int kind : {-32768, -1, 41, 42, 255, 32767}) {
+    EXPECT_EQ(0, PairClass(kind)) << kind;
+  }
+}
+
 } // namespace
 } // namespace loader::test

@@ -1,7 +1,6 @@
 // Closing the window, and what an exchange with the recorder does to it.
 #include "core/modIniReadWrite.h"
-#include "tests/comm/CommFixture.h"
-#include "tests/mainwindow/Fixture.h"
+#include "tests/mainwindow/ReadingWindow.h"
 
 namespace loader::test {
 namespace {
@@ -222,18 +221,6 @@ TEST_F(Lamp, IsStoppedWithTheWindow) {
 }
 
 // --- A read from the window
-
-class ReadingWindow : public MainWindow {
-protected:
-  void SetUp() override {
-    ResetLink();
-    Open("KOV");
-    Settings.ConfiguredLink = 1;
-    recorder.PutIdentity("KOV", "V50A");
-    recorder.PutText(44001, "FURNACE", 16); // tag of channel 1
-  }
-  ScriptedRecorder recorder{platform};
-};
 
 TEST_F(ReadingWindow, CancelledReadSendsNothing) {
   platform.ExpectBox(20104, BoxAnswer::Cancel);

@@ -56,6 +56,19 @@ inline std::vector<std::int16_t> AllNumbers() {
   return numbers;
 }
 
+// Every text of the store, in its order.
+inline std::vector<std::u16string> AllTexts() {
+  std::vector<std::u16string> texts;
+  for (const ParamSection& section : ParamStore) {
+    for (const ParamItem& item : section.Items) {
+      for (const ParamTextRecord& record : item.TextRecords) {
+        texts.push_back(record.Value);
+      }
+    }
+  }
+  return texts;
+}
+
 // --- Changes
 
 inline void Put(std::string_view section, int item, std::string_view tag, int value) {
