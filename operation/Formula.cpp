@@ -1,5 +1,7 @@
 #include "operation/Formula.h"
 
+#include <algorithm>
+
 #include "core/Text.h"
 #include "core/modIni.h"
 #include "core/modMain.h"
@@ -30,6 +32,9 @@ constexpr std::array<FunctionShape, 14> Functions{{{1, 3},
                                                    {1, 8},
                                                    {2, 12}}};
 
+constexpr int AverageFunction = 12;
+constexpr int SumFunction = 13;
+
 const FunctionShape* ShapeOf(int function) {
   return function >= 0 && function < static_cast<int>(Functions.size())
              ? &Functions[static_cast<std::size_t>(function)]
@@ -53,11 +58,6 @@ FormulaTerm LoadTerm(int channel, int formula, int term) {
   loaded.Input2No = second.low;
   FormulaTermLength(loaded);
   return loaded;
-}
-
-std::u16string InputName(int kind, int number) {
-  const std::u16string* letter = CatalogueEntry(TermPrefixList, kind);
-  return (letter == nullptr ? std::u16string() : *letter) + PaddedDecimal(number + 1, 2);
 }
 
 std::u16string TermText(const FormulaTerm& term) {
@@ -86,6 +86,23 @@ std::int16_t FormulaCompose(int high, int low) {
 FormulaBytes FormulaSplit(std::int16_t value) {
   const auto bits = static_cast<std::uint16_t>(value);
   return {static_cast<std::int16_t>(bits >> 8), static_cast<std::int16_t>(bits & 0xFF)};
+}
+
+int FunctionInputs(int function) {
+  const FunctionShape* shape = ShapeOf(function);
+  return shape == nullptr ? 0 : shape->inputs;
+}
+
+std::u16string InputName(int kind, int number) {
+  const std::u16string* letter = CatalogueEntry(TermPrefixList, kind);
+  return (letter == nullptr ? std::u16string() : *letter) + PaddedDecimal(number + 1, 2);
+}
+
+int AveragesAndSums(const FormulaTable& table, int formula) {
+  const auto& terms = table.at(static_cast<std::size_t>(formula - 1));
+  return static_cast<int>(std::ranges::count_if(terms, [](const FormulaTerm& term) {
+    return term.Func == AverageFunction || term.Func == SumFunction;
+  }));
 }
 
 void FormulaTermLength(FormulaTerm& term) {
@@ -132,6 +149,20 @@ std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formu
 
 std::u16string FormulaText(int channel, int mode, int formula) {
   return FormulaText(FormulaWork, channel, mode, formula);
+}
+
+void StoreFormulas(const FormulaTable& table, int channel) {
+  for (int formula = 1; formula <= FormulaCount; ++formula) {
+    for (int term = 0; term < TermCount; ++term) {
+      const FormulaTerm& stored =
+          table[static_cast<std::size_t>(formula - 1)][static_cast<std::size_t>(term)];
+      SetNumValue("O", channel, FormulaTag("OP", formula, term), FormulaCompose(stored.Func, stored.Rule));
+      SetNumValue("O", channel, FormulaTag("S1", formula, term),
+                  FormulaCompose(stored.Input1Kind, stored.Input1No));
+      SetNumValue("O", channel, FormulaTag("S2", formula, term),
+                  FormulaCompose(stored.Input2Kind, stored.Input2No));
+    }
+  }
 }
 
 std::u16string StoredFormulaText(int channel, int formula) {

@@ -40,6 +40,16 @@ struct FormulaBytes {
 };
 [[nodiscard]] FormulaBytes FormulaSplit(std::int16_t value);
 
+// How many inputs a function has: 1 or 2; 0 for a number that is no row of FunctionList.
+[[nodiscard]] int FunctionInputs(int function);
+
+// "C01": the letter of the kind, and the number, from 0, as it is counted on the screens. A kind that is no
+// row of TermPrefixList has no letter.
+[[nodiscard]] std::u16string InputName(int kind, int number);
+
+// How many terms of formula `formula` (1 to 4) are AVG or SUM. The recorder takes one of them in a formula.
+[[nodiscard]] int AveragesAndSums(const FormulaTable& table, int formula);
+
 // Fills TextLen of the term.
 void FormulaTermLength(FormulaTerm& term);
 
@@ -52,6 +62,9 @@ constexpr int FormulaModeStore = 3;  // reloads the formula from the store first
 [[nodiscard]] std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formula);
 // The same with FormulaWork.
 [[nodiscard]] std::u16string FormulaText(int channel, int mode, int formula);
+// Writes what stands in the table into the items of the operation channel, formula by formula and term by
+// term; a channel that section "O" does not have keeps what it has.
+void StoreFormulas(const FormulaTable& table, int channel);
 // What the store holds, for a reader who edits nothing.
 [[nodiscard]] std::u16string StoredFormulaText(int channel, int formula);
 

@@ -95,6 +95,71 @@ TEST_F(Formula, TermLengthsFollowTheFunctionsAndTheRule) {
   }
 }
 
+TEST_F(Formula, FunctionsHaveOneInputOrTwo) {
+  const int inputs[] = {1, 1, 2, 1, 1, 1, 1, 2, 2, 2, 1, 1, 1, 2};
+  for (int function = 0; function < 14; ++function) {
+    EXPECT_EQ(inputs[function], FunctionInputs(function)) << function;
+  }
+  EXPECT_EQ(0, FunctionInputs(14));
+  EXPECT_EQ(0, FunctionInputs(-1));
+}
+
+TEST_F(Formula, AveragesAndSumsAreCountedInOneFormula) {
+  FormulaTable table{};
+  table[1][0].Func = 12;
+  table[1][2].Func = 13;
+  table[2][1].Func = 11;
+  table[3][1].Func = 14;
+  EXPECT_EQ(0, AveragesAndSums(table, 1));
+  EXPECT_EQ(2, AveragesAndSums(table, 2));
+  EXPECT_EQ(0, AveragesAndSums(table, 3));
+  EXPECT_EQ(0, AveragesAndSums(table, 4));
+}
+
+TEST_F(Formula, AllThirtySixTagsPassThroughTheTableAsTheyAre) {
+  // Words that no screen composes as well: every bit of them comes back.
+  std::vector<std::string> tags;
+  int word = -32768;
+  for (int formula = 1; formula <= FormulaCount; ++formula) {
+    for (int term = 1; term <= TermCount; ++term) {
+      for (const char* stem : {"OP", "S1", "S2"}) {
+        tags.push_back(stem + std::to_string(formula) + std::to_string(term));
+        test::Put("O", 3, tags.back(), word);
+        word += 1821;
+      }
+    }
+  }
+  ASSERT_EQ(36U, tags.size());
+  const std::vector<std::int16_t> before = test::AllNumbers();
+  FormulaTable table{};
+  for (int formula = 1; formula <= FormulaCount; ++formula) {
+    static_cast<void>(FormulaText(table, 3, FormulaModeStore, formula));
+  }
+  for (const std::string& tag : tags) {
+    test::Put("O", 3, tag, 0);
+  }
+  StoreFormulas(table, 3);
+  EXPECT_EQ(before, test::AllNumbers());
+}
+
+TEST_F(Formula, EachWordOfTheTableGoesToItsOwnTag) {
+  FormulaTable table{};
+  table[1][2] = {.Rule = 3, .Func = 8, .Input1No = 2, .Input1Kind = 1, .Input2No = 7, .Input2Kind = 4};
+  StoreFormulas(table, 5);
+  EXPECT_EQ(0x0803, test::Stored("O", 5, "OP23"));
+  EXPECT_EQ(0x0102, test::Stored("O", 5, "S123"));
+  EXPECT_EQ(0x0407, test::Stored("O", 5, "S223"));
+}
+
+TEST_F(Formula, AChannelThatDoesNotExistTakesNoFormulas) {
+  const std::vector<std::int16_t> before = test::AllNumbers();
+  FormulaTable table{};
+  table[0][0].Func = 1;
+  StoreFormulas(table, -18);
+  StoreFormulas(table, 12);
+  EXPECT_EQ(before, test::AllNumbers());
+}
+
 TEST_F(Formula, AChannelOrFormulaThatDoesNotExistPrintsNothing) {
   EXPECT_EQ("", Text(1, FormulaModeStore, 99));
   EXPECT_EQ("", Text(5));
