@@ -74,6 +74,14 @@ void PrepareForm(QWidget& form) {
   for (QScrollArea* page : form.findChildren<QScrollArea*>()) {
     page->setFocusPolicy(Qt::NoFocus);
   }
+  // What comes and goes while the form is open keeps its place, so that nothing else moves.
+  for (QWidget* widget : form.findChildren<QWidget*>()) {
+    if (widget->property("keepsPlace").toBool()) {
+      QSizePolicy policy = widget->sizePolicy();
+      policy.setRetainSizeWhenHidden(true);
+      widget->setSizePolicy(policy);
+    }
+  }
   // Enter in a field presses no button, unless the form names one as the default.
   if (qobject_cast<QDialog*>(form.window()) != nullptr) {
     for (QPushButton* button : form.findChildren<QPushButton*>()) {
@@ -220,6 +228,7 @@ void Binder::Bind(Control& control, QObject& object) {
   byControl_.emplace(&control, &binding);
   if (widget != nullptr) {
     if (!widget->accessibleName().isEmpty()) {
+      widget->setProperty(NamedByForm, true);
       widget->setToolTip(widget->accessibleName()); // the form names what no caption on the screen names
     } else if (qobject_cast<QLabel*>(widget) == nullptr) {
       widget->setAccessibleName(object.objectName()); // until a caption names it; a label's text is its name
@@ -344,6 +353,7 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     userInterface_.FocusArrived(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::FocusOut:
+    composing_ = nullptr;
     userInterface_.FocusGone(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::Wheel:
@@ -369,11 +379,27 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     if (control->kind == ControlKind::TextField && Types(*event)) {
       ShowOnItsPage(static_cast<QWidget&>(*watched));
     }
-    return event->type() == QEvent::KeyPress &&
-           KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
+    if (event->type() == QEvent::InputMethod) {
+      const bool composes = !static_cast<const QInputMethodEvent*>(event)->preeditString().isEmpty();
+      composing_ = composes ? watched : nullptr;
+      return false;
+    }
+    if (control->kind == ControlKind::TextField && composing_ != watched) {
+      return KeyOnField(static_cast<TextField&>(*control), *static_cast<QKeyEvent*>(event));
+    }
+    return KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
   default:
     return false;
   }
+}
+
+// A key that is held down counts once: it would take away the message of the field that it has had checked.
+bool Binder::KeyOnField(TextField& field, const QKeyEvent& key) {
+  const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+  if (!enter || (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+    return false;
+  }
+  return key.isAutoRepeat() || !userInterface_.TakeField(field);
 }
 
 // Enter presses the button that has the focus, Enter or the space bar a label that can be clicked.

@@ -28,6 +28,7 @@
 #include "platform/Controls.h"
 #include "qt/Forms.h"
 
+class QKeyEvent;
 class QScrollArea;
 class QTabWidget;
 class QWidget;
@@ -98,6 +99,7 @@ private:
   void MakePage(QScrollArea& page);
   void TellMissing(); // nothing as long as a page is to come
   bool KeyOnClickable(Control& control, int key);
+  bool KeyOnField(TextField& field, const QKeyEvent& key);
 
   UserInterface& userInterface_;
   const FormMaker& makePage_;
@@ -107,9 +109,13 @@ private:
   std::vector<QScrollArea*> latePages_; // still empty
   std::deque<Binding> bindings_;        // fixed addresses
   std::vector<QPointer<QObject>> helpers_;
+  const QObject* composing_ = nullptr; // the field in which an input method is at work
   std::unordered_map<const QObject*, Binding*> byObject_;
   std::unordered_map<const Control*, Binding*> byControl_;
 };
+
+// The property of a widget whose spoken name its form gives: no caption replaces it.
+constexpr const char* NamedByForm = "namedByForm";
 
 // "cmbDI_3" for "cmbDI(3)".
 [[nodiscard]] std::string WidgetName(const std::string& controlName);

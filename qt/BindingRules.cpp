@@ -207,8 +207,13 @@ void ShowLabel(Binding& binding) {
   auto& label = WidgetAs<QLabel>(binding);
   if (Differs(binding, record.caption)) {
     label.setText(ToQt(OneLine(record.caption)));
-    if (label.buddy() != nullptr && !record.caption.empty()) {
-      label.buddy()->setAccessibleName(SpokenCaption(record.caption));
+    if (QWidget* field = label.buddy(); field != nullptr && !record.caption.empty()) {
+      // A field that the form names is told more about by what stands beside it.
+      if (field->property(NamedByForm).toBool()) {
+        field->setAccessibleDescription(SpokenCaption(record.caption));
+      } else {
+        field->setAccessibleName(SpokenCaption(record.caption));
+      }
     }
   }
   ShowLabelColour(record, label, binding);
@@ -227,7 +232,7 @@ void ShowButtonCaption(Binding& binding, const std::u16string& caption) {
   if (Differs(binding, caption)) {
     auto& button = WidgetAs<QAbstractButton>(binding);
     button.setText(ToQt(caption));
-    if (!caption.empty()) {
+    if (!caption.empty() && !button.property(NamedByForm).toBool()) {
       button.setAccessibleName(SpokenCaption(caption));
     }
   }

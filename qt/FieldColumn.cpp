@@ -43,7 +43,8 @@ int LabelWidth(const QGridLayout& grid) {
 }
 
 bool ChangesTheLayout(const QEvent& event) {
-  return event.type() == QEvent::LayoutRequest || event.type() == QEvent::Resize;
+  return event.type() == QEvent::LayoutRequest || event.type() == QEvent::Resize ||
+         event.type() == QEvent::Show;
 }
 
 } // namespace
@@ -90,6 +91,19 @@ QBoxLayout* FieldColumns::Columns() const {
   return qobject_cast<QBoxLayout*>(layout()); // none before the form has set it
 }
 
+QSize FieldColumns::sizeHint() const {
+  const QBoxLayout* columns = Columns();
+  if (columns == nullptr) {
+    return QWidget::sizeHint();
+  }
+  QSize size(-columns->spacing(), 0);
+  for (const QWidget* column : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    const QSize each = column->sizeHint();
+    size = {size.width() + columns->spacing() + each.width(), std::max(size.height(), each.height())};
+  }
+  return size;
+}
+
 QSize FieldColumns::minimumSizeHint() const {
   int width = 0;
   for (const QWidget* column : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -107,8 +121,8 @@ bool FieldColumns::event(QEvent* event) {
 
 void FieldColumns::Arrange() {
   QBoxLayout* columns = Columns();
-  if (columns == nullptr) {
-    return;
+  if (columns == nullptr || !isVisible()) {
+    return; // before it is shown its width is none
   }
   int needed = -columns->spacing();
   for (const QWidget* column : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {

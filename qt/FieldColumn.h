@@ -39,6 +39,8 @@ class FieldColumns : public QWidget {
 public:
   explicit FieldColumns(QWidget* parent = nullptr);
 
+  // Side by side, whatever the width of the moment: a window may be opened as wide.
+  [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:

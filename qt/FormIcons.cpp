@@ -83,6 +83,13 @@ constexpr auto Icons = std::to_array<FormIcon>({
     {"frmAbout", "picProgram", "loader"},
     {"frmIPSetting", "", "loader"},
     {"frmTimeChange", "", "loader"},
+    {"frmGroupSetting", "", "loader"},
+    {"frmMsgSetting", "", "loader"},
+    {"frmUnitSetting", "", "loader"},
+    {"frmSelectUnit", "", "loader"},
+    {"frmConstSetting", "", "loader"},
+    {"frmAlarmSetting", "", "loader"},
+    {"frmEMailTriggerSetting", "", "loader"},
 });
 
 void Give(QWidget& form, const FormIcon& row) {

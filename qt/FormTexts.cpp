@@ -95,6 +95,11 @@ constexpr auto Names = std::to_array<FormText>({
     {Mail, "txtRecvMailAdd", 18155, 2, {}, 1, 7},
     {Mail, "flxEMailTriggerSetting", 18156},
     {"frmIPSetting", "txtIP", 18080, 2, {}, 1, 3},
+    {"frmGroupSetting", "cmbScaleCh", 18064, 0, 18053},
+    {"frmSelectUnit", "fgrUnit", 10006},
+    {"frmAlarmSetting", "txtAlarmSet", 18046, 0, Mantissa},
+    {"frmAlarmSetting", "cmbAlarmSet", 18046, 0, Exponent},
+    {"frmEMailTriggerSetting", "chkRecvMailAddNo", 18059, 1, {}, 0, 7},
 });
 
 constexpr auto Signs = std::to_array<FormText>({

@@ -7,7 +7,12 @@
 #include "qt/FormIcons.h"
 #include "qt/FormTexts.h"
 #include "ui_frmAbout.h"
+#include "ui_frmAlarmSetting.h"
+#include "ui_frmConstSetting.h"
+#include "ui_frmEMailTriggerSetting.h"
+#include "ui_frmGroupSetting.h"
 #include "ui_frmIPSetting.h"
+#include "ui_frmMsgSetting.h"
 #include "ui_frmParamLoader.h"
 #include "ui_frmParamLoader_pageChannel.h"
 #include "ui_frmParamLoader_pageDisplay.h"
@@ -15,7 +20,9 @@
 #include "ui_frmParamLoader_pageMail.h"
 #include "ui_frmParamLoader_pageOperation.h"
 #include "ui_frmParamLoader_pageRecorder.h"
+#include "ui_frmSelectUnit.h"
 #include "ui_frmTimeChange.h"
+#include "ui_frmUnitSetting.h"
 
 namespace loader {
 
@@ -44,6 +51,13 @@ constexpr auto AllForms = std::to_array<FormEntry>({
     {"frmAbout", Make<QDialog, Ui::frmAbout>},
     {"frmIPSetting", Make<QDialog, Ui::frmIPSetting>},
     {"frmTimeChange", Make<QDialog, Ui::frmTimeChange>},
+    {"frmGroupSetting", Make<QDialog, Ui::frmGroupSetting>},
+    {"frmMsgSetting", Make<QDialog, Ui::frmMsgSetting>},
+    {"frmUnitSetting", Make<QDialog, Ui::frmUnitSetting>},
+    {"frmSelectUnit", Make<QDialog, Ui::frmSelectUnit>},
+    {"frmConstSetting", Make<QDialog, Ui::frmConstSetting>},
+    {"frmAlarmSetting", Make<QDialog, Ui::frmAlarmSetting>},
+    {"frmEMailTriggerSetting", Make<QDialog, Ui::frmEMailTriggerSetting>},
 });
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "qt/HeadingView.h"
 #include "qt/QtText.h"
@@ -268,12 +269,22 @@ void GridView::resizeEvent(QResizeEvent* event) {
   GiveWay();
 }
 
+// Where the program has put the current cell is where the user looks first; later the place is the user's
+// own.
+void GridView::showEvent(QShowEvent* event) {
+  QTableView::showEvent(event);
+  if (!std::exchange(seen_, true) && currentIndex().isValid()) {
+    scrollTo(currentIndex());
+  }
+}
+
 QSize GridView::sizeHint() const {
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
   const int around = bar + 2 * frameWidth();
   const int columns = above_->length() + (isColumnHidden(0) ? 0 : firstColumnWidth_ - columnWidth(0));
+  const int most = mostRows_ > 0 ? mostRows_ * left_->defaultSectionSize() : left_->length();
   return {left_->sizeHint().width() + columns + around,
-          above_->sizeHint().height() + left_->length() + around};
+          above_->sizeHint().height() + std::min(left_->length(), most) + around};
 }
 
 void GridView::LayOutFixedColumns() {

@@ -22,6 +22,8 @@ class GridView : public QTableView {
   // Half-width characters to which the first column may give way where the table would have to be scrolled
   // sideways otherwise; 0: it doesn't. The setter has the name by which compiled forms call it.
   Q_PROPERTY(int firstColumnCharacters READ FirstColumnCharacters WRITE setFirstColumnCharacters)
+  // Rows that the table would like to show at most; 0: all of them.
+  Q_PROPERTY(int mostRows READ MostRows WRITE setMostRows)
 
 public:
   explicit GridView(QWidget* parent = nullptr);
@@ -33,6 +35,8 @@ public:
   [[nodiscard]] const GridModel& Model() const { return model_; }
   [[nodiscard]] int FirstColumnCharacters() const { return firstColumnCharacters_; }
   void setFirstColumnCharacters(int characters) { firstColumnCharacters_ = characters; }
+  [[nodiscard]] int MostRows() const { return mostRows_; }
+  void setMostRows(int rows) { mostRows_ = rows; }
   [[nodiscard]] const HeadingView& Headings() const { return *above_; }
   // All columns and rows and room for the scroll bars: the most that a page gives a small table.
   [[nodiscard]] QSize sizeHint() const override;
@@ -51,6 +55,7 @@ protected:
   bool viewportEvent(QEvent* event) override;
   void updateGeometries() override;
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
 private:
   void LayOut();
@@ -68,9 +73,11 @@ private:
   HeadingView* left_;
   QWidget* corner_;
   int firstColumnCharacters_ = 0;
+  int mostRows_ = 0;
   int firstColumnWidth_ = 0; // pixels, where there is room
   double twipsPerPixel_ = 1; // of the font that the columns are laid out in
   bool showing_ = false;     // a move of the current cell is the program's, not the user's
+  bool seen_ = false;        // it has been shown before
 };
 
 } // namespace loader

@@ -83,10 +83,16 @@ void ListBoxView::paintEvent(QPaintEvent* event) {
   }
 }
 
+void ListBoxView::setCharacters(int characters) {
+  characters_ = characters;
+  updateGeometry();
+}
+
 QSize ListBoxView::SizeFor(int margin) const {
   QStyleOptionComboBox option;
   initStyleOption(&option);
-  const int width = columns_ * fontMetrics().horizontalAdvance(QLatin1Char('X')) + margin;
+  const int width =
+      std::max(columns_, characters_) * fontMetrics().horizontalAdvance(QLatin1Char('X')) + margin;
   const int height = qCeil(QFontMetricsF(font()).height()) + 2;
   return style()->sizeFromContents(QStyle::CT_ComboBox, &option, {width, height}, this);
 }

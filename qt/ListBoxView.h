@@ -15,6 +15,9 @@ namespace loader {
 
 class ListBoxView : public QComboBox {
   Q_OBJECT
+  // Half-width characters that the list is wide at least: for rows that change while the screen is open. The
+  // setter has the name by which compiled forms call it.
+  Q_PROPERTY(int characters READ Characters WRITE setCharacters)
 
 public:
   explicit ListBoxView(QWidget* parent = nullptr);
@@ -22,6 +25,8 @@ public:
   // Shows the rows with one of them chosen; an index outside the rows shows none. Emits nothing.
   void ShowItems(const std::vector<std::u16string>& items, int index);
 
+  [[nodiscard]] int Characters() const { return characters_; }
+  void setCharacters(int characters);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -34,6 +39,7 @@ private:
 
   ListModel rows_;
   int columns_ = 0; // half-width characters of the longest row
+  int characters_ = 0;
 };
 
 } // namespace loader

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QKeyEvent>
+#include <QLayout>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -14,6 +15,28 @@
 #include "qt/WindowSize.h"
 
 namespace loader {
+
+namespace {
+
+// A dialog whose form gives no size is as large as what it shows; Qt itself would stop at two thirds of the
+// screen.
+void TakeSizeOfContents(QWidget& window) {
+  if (!window.testAttribute(Qt::WA_Resized) && window.layout() != nullptr) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // columns settle their widths by it
+    // A layout that isn't seen keeps the sizes that it has measured first, when captions were still to come.
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    std::for_each(widgets.rbegin(), widgets.rend(), [](QWidget* widget) {
+      widget->updateGeometry();
+      if (QLayout* layout = widget->layout()) {
+        layout->activate();
+      }
+    });
+    window.layout()->activate();
+    window.resize(window.sizeHint());
+  }
+}
+
+} // namespace
 
 QtScreens::QtScreens(UserInterface& userInterface, FormMaker makeForm)
     : userInterface_(userInterface), makeForm_(std::move(makeForm)) {
@@ -56,6 +79,7 @@ QtScreens::OpenScreen& QtScreens::Open(Screen& screen, const FrontWindow* front)
   OpenScreen& open = *open_.back();
   userInterface_.Refresh();
   if (front != nullptr) {
+    TakeSizeOfContents(*open.window);
     open.window->setMinimumWidth(
         std::max(open.window->minimumWidth(), WidthForTitle(open.window->windowTitle())));
   }

@@ -105,6 +105,9 @@ void UserInterface::Closed(Binder& binder) {
   if (ofScreen(leftBehind_)) {
     leftBehind_ = nullptr;
   }
+  if (ofScreen(refused_)) {
+    refused_ = nullptr;
+  }
   std::erase_if(gotFocusLater_, ofScreen);
 }
 
@@ -227,7 +230,44 @@ bool UserInterface::Check(TextField& field) {
   }
   lastFocused_ = nullptr;
   Run(field.onLostFocus);
-  return lastFocused_ != &field;
+  const bool good = lastFocused_ != &field;
+  if (!good) {
+    refused_ = &field;
+  }
+  return good;
+}
+
+void UserInterface::EditBegins(TextField& field) {
+  activeField_ = &field;
+  if (refused_ == &field) {
+    refused_ = nullptr;
+  }
+}
+
+bool UserInterface::TakeField(TextField& field) {
+  if (refreshing_ || field.readOnly || !field.enabled || !field.visible) {
+    return true;
+  }
+  const Screen& screen = field.screen;
+  // For a moment behind its message a check may pass a field over. One that was refused and is as it was then
+  // has to be checked when it is left, whatever comes of this.
+  const bool asItWasRefused = refused_ == &field;
+  if (activeField_ == &field && !LeaveField()) {
+    return false;
+  }
+  const Binder* binder = BinderOf(screen);
+  const QWidget* widget = binder == nullptr ? nullptr : binder->WidgetOf(field);
+  if (widget == nullptr || binder->window.focusWidget() != widget) {
+    return true; // the check has closed the screen or gone elsewhere
+  }
+  if (asItWasRefused) {
+    activeField_ = &field;
+  }
+  field.selStart = 0;
+  field.selLength = static_cast<int>(field.text.size());
+  field.selectionPending = true;
+  Refresh();
+  return true;
 }
 
 bool UserInterface::Refuses(QWidget& receiver, QEvent& event) {

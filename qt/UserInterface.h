@@ -40,7 +40,11 @@ public:
   // From the widgets of the screens.
   void FocusArrived(Control& control, Qt::FocusReason reason);
   void FocusGone(Control& control, Qt::FocusReason reason);
-  void EditBegins(TextField& field) { activeField_ = &field; }
+  void EditBegins(TextField& field);
+  // Return in a field: what was typed is taken as leaving the field would take it, and the keyboard stays. A
+  // field that has been checked so, and was good, is not checked again until it is edited. False when the
+  // check asked the focus back.
+  bool TakeField(TextField& field);
   // A box has been shown: a mouse button that was pressed before is no longer down.
   void BoxShown() { ++boxesShown_; }
 
@@ -62,6 +66,7 @@ private:
   // A field that lost the focus by a way that could not be asked beforehand.
   TextField* leftBehind_ = nullptr;
   const Control* lastFocused_ = nullptr; // by a focus request
+  const TextField* refused_ = nullptr;   // by its check, and not edited since; compared, never used
   std::vector<Control*> gotFocusLater_;
   int boxesShown_ = 0;
   bool refreshing_ = false;

@@ -5,17 +5,38 @@
 
 #include "comm/frmIPSetting.h"
 #include "comm/frmTimeChange.h"
+#include "dialogs/frmAlarmSetting.h"
+#include "dialogs/frmConstSetting.h"
+#include "dialogs/frmEMailTriggerSetting.h"
+#include "dialogs/frmGroupSetting.h"
+#include "dialogs/frmMsgSetting.h"
+#include "dialogs/frmSelectUnit.h"
+#include "dialogs/frmUnitSetting.h"
 #include "mainwindow/frmAbout.h"
 
 namespace loader::test {
 
 struct ModalScreen {
-  const char* name; // of the screen and of its form
-  void (*show)();   // returns when it has closed; the main window is open
+  const char* name;       // of the screen and of its form
+  void (*show)();         // returns when it has closed; the main window is open
+  const char* shape = ""; // of a screen that has more than one
 };
 
 inline void PrintTo(const ModalScreen& screen, std::ostream* out) {
   *out << screen.name;
+}
+
+// A channel of 1 to 5 V on a scale of three decades.
+inline AlarmContract SampleAlarm() {
+  AlarmContract caller;
+  caller.txtStMin = u"1.000";
+  caller.txtStMax = u"5.000";
+  caller.txtIndMin = u"0";
+  caller.txtIndMax = u"3";
+  caller.cmbInputType = 32;
+  caller.lblAlarmSetInput.fill(u"3.16E2");
+  caller.txtAlarmSet.fill(u"4.332");
+  return caller;
 }
 
 inline const ModalScreen AllModalScreens[] = {
@@ -25,6 +46,18 @@ inline const ModalScreen AllModalScreens[] = {
      [] {
        static const FlowCallbacks nobody;
        ShowTimeChange(nobody);
+     }},
+    {"frmGroupSetting", [] { ShowGroupSetting(0); }},
+    {"frmMsgSetting", [] { ShowMsgSetting(0); }},
+    {"frmUnitSetting", [] { ShowUnitSetting(0); }},
+    {"frmConstSetting", [] { ShowConstSetting(0); }},
+    {"frmEMailTriggerSetting", [] { ShowEMailTriggerSetting(0, [](int /*number*/) {}); }},
+    {"frmSelectUnit", [] { static_cast<void>(SelectUnit(100, 40, false)); }},
+    {"frmSelectUnit", [] { static_cast<void>(SelectUnit(0, 0, true)); }, "Temperatures"},
+    {"frmAlarmSetting",
+     [] {
+       AlarmContract caller = SampleAlarm();
+       static_cast<void>(ShowAlarmSetting(caller));
      }},
 };
 

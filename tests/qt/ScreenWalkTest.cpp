@@ -238,7 +238,8 @@ INSTANTIATE_TEST_SUITE_P(Every, ModalScreenWalk,
                          testing::Combine(testing::ValuesIn(AllModalScreens), testing::ValuesIn(BothModels),
                                           testing::ValuesIn(FontSizes)),
                          [](const auto& tested) {
-                           return std::get<0>(tested.param).name +
+                           return std::string(std::get<0>(tested.param).name) +
+                                  std::get<0>(tested.param).shape +
                                   NameOf(std::get<1>(tested.param), std::get<2>(tested.param));
                          });
 
@@ -249,6 +250,7 @@ TEST_P(ModalScreenWalk, ShowsItWhole) {
   const ShownScreens screens(platform->platform);
   WhileShown(shown.name, shown.show, [&](QWidget& window) {
     ASSERT_NE(nullptr, screens.front);
+    QCoreApplication::processEvents(); // lets the layouts settle
     ExpectNothingCut(window, shown.name);
     ExpectReadingOrder(window, shown.name);
     ExpectRecordsAndNames(window, *screens.front);

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Text.h"
@@ -124,6 +125,34 @@ TEST_F(Screens, ALabelThatNobodyHandlesOrThatIsDisabledTakesNone) {
   EXPECT_FALSE(user.Click(window.lblColour));
   EXPECT_EQ(0, window.acted);
   EXPECT_EQ(0, window.checks);
+}
+
+TEST_F(Screens, ReturnChecksAFieldOnceAndTheKeyboardStays) {
+  user.Type(window.txtName, u"good");
+  EXPECT_TRUE(user.PressReturn(window.txtName));
+  EXPECT_TRUE(user.PressReturn(window.txtName));
+  EXPECT_EQ(1, window.checks);
+  EXPECT_EQ(&window.txtName, platform.screens.FocusedField(window));
+  EXPECT_EQ(4, window.txtName.selLength);
+  EXPECT_TRUE(user.Click(window.btnOpen)); // nobody has edited it since
+  EXPECT_EQ(1, window.checks);
+  user.Type(window.txtName, u"bad");
+  ExpectComplaint();
+  EXPECT_FALSE(user.Click(window.btnOpen));
+  EXPECT_EQ(2, window.checks);
+}
+
+TEST_F(Screens, AFieldThatReturnFindsWrongIsCheckedAgainWhenItIsLeft) {
+  user.Type(window.txtName, u"bad");
+  ExpectComplaint();
+  EXPECT_FALSE(user.PressReturn(window.txtName));
+  EXPECT_EQ(&window.txtName, platform.screens.FocusedField(window));
+  const Handler check = std::exchange(window.txtName.onLostFocus, {}); // as the guard passes it over
+  EXPECT_TRUE(user.PressReturn(window.txtName));
+  window.txtName.onLostFocus = check;
+  ExpectComplaint();
+  EXPECT_FALSE(user.Click(window.btnOpen));
+  EXPECT_EQ(2, window.checks);
 }
 
 TEST_F(Screens, AMenuEntryAndAToolButtonLeaveTheKeyboardInTheField) {

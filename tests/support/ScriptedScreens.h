@@ -59,6 +59,10 @@ public:
   // What the program or the user of the test closed. Their records may be gone: compare, do not use.
   std::vector<Screen*> closed;
   bool programEnded = false;
+  // What the user's last Return has found good, and what the last check has refused; neither has been edited
+  // since. To be compared, not used.
+  const TextField* takenByReturn = nullptr;
+  const TextField* refused = nullptr;
 
 private:
   struct Expected {

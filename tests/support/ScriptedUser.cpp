@@ -16,6 +16,9 @@ bool CanBeReached(const Control& control) {
 bool LetGo(TextField& field) {
   ScriptedScreens& screens = ScriptedScreens::InForce();
   screens.SetFocusedField(field.screen, nullptr);
+  if (std::exchange(screens.takenByReturn, nullptr) == &field) {
+    return true;
+  }
   if (field.onLostFocus) {
     field.onLostFocus();
   }
@@ -24,6 +27,7 @@ bool LetGo(TextField& field) {
   }
   field.screen.focusRequest = nullptr;
   screens.SetFocusedField(field.screen, &field);
+  screens.refused = &field;
   return false;
 }
 
@@ -98,9 +102,37 @@ bool ScriptedUser::Type(TextField& field, std::u16string_view text) {
   if (field.readOnly || !MoveTo(field)) {
     return false;
   }
+  ScriptedScreens& screens = ScriptedScreens::InForce();
+  screens.takenByReturn = nullptr;
+  screens.refused = nullptr;
   field.text = text;
   if (field.onChange) {
     field.onChange();
+  }
+  return true;
+}
+
+bool ScriptedUser::PressReturn(TextField& field) {
+  ScriptedScreens& screens = ScriptedScreens::InForce();
+  const bool there = CanBeReached(field) && screens.FocusedField(field.screen) == &field;
+  if (!there && !MoveTo(field)) {
+    return false;
+  }
+  if (field.readOnly || screens.takenByReturn == &field) {
+    return true;
+  }
+  // One that was refused and is as it was then is checked when it is left, whatever the guard lets pass here.
+  const bool asItWasRefused = screens.refused == &field;
+  Screen& screen = field.screen;
+  if (!LetGo(field)) {
+    return false;
+  }
+  if (screens.Reachable(screen) && screen.focusRequest == nullptr) {
+    screens.SetFocusedField(screen, &field);
+    screens.takenByReturn = asItWasRefused ? nullptr : &field;
+    field.selStart = 0;
+    field.selLength = static_cast<int>(field.text.size());
+    field.selectionPending = true;
   }
   return true;
 }

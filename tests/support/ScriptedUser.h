@@ -18,6 +18,9 @@ public:
   // check asked the focus back, or the control cannot be reached: then nothing else happens.
   bool MoveTo(Control& control);
   bool Type(TextField& field, std::u16string_view text);
+  // Takes what was typed as leaving the field would; the keyboard stays. A field that was good is not checked
+  // again until it is edited. False when the check asked the focus back, or the field cannot be reached.
+  bool PressReturn(TextField& field);
   // Leaves the field for nothing in particular.
   bool Leave(TextField& field);
   bool Choose(ListBox& list, int row);
