@@ -122,6 +122,9 @@ INSTANTIATE_TEST_SUITE_P(Models, DialogLayout, testing::Values("0", "1"),
 TEST_P(DialogLayout, EachFitsTheSmallScreenWithoutScrolling) {
   for (const ModalScreen& dialog : AllModalScreens) {
     SCOPED_TRACE(dialog.name);
+    if (dialog.large) {
+      continue;
+    }
     During(dialog.name, [](const QWidget& window) {
       EXPECT_LE(window.width(), InAFrame.width());
       EXPECT_LE(window.height(), InAFrame.height());
