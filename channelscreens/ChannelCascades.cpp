@@ -205,11 +205,15 @@ void ShowValue(ChannelScreen& screen, std::string_view tag, int value) {
 }
 
 void ShowValueRow(ChannelScreen& screen, std::string_view tag, int value) {
-  if (const Field* field = FindField(screen, tag); field != nullptr && field->list != nullptr) {
-    const auto found = std::ranges::find(field->list->itemData, value);
-    if (found != field->list->itemData.end()) {
-      ShowRow(*field->list, found - field->list->itemData.begin());
-    }
+  const Field* field = FindField(screen, tag);
+  if (field == nullptr || field->list == nullptr) {
+    return;
+  }
+  const auto found = std::ranges::find(field->list->itemData, value);
+  if (found != field->list->itemData.end()) {
+    screen.LoadingFlag = true; // the handler of the list runs as for a pick; its cascade does not
+    SelectRow(*field->list, found - field->list->itemData.begin());
+    screen.LoadingFlag = false;
   }
 }
 

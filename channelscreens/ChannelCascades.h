@@ -27,7 +27,7 @@ void FValueCascade(ChannelScreen& screen);    // cmbFtio
 // A stored value into a number field, in the position and within the limits that are in force now.
 void ShowValue(ChannelScreen& screen, std::string_view tag, int value);
 // A list to the row of a value or of its record's default; one that it does not have leaves it as it is. No
-// cascade runs.
+// cascade runs (LoadingFlag).
 void ShowValueRow(ChannelScreen& screen, std::string_view tag, int value);
 void ShowDefaultRow(ChannelScreen& screen, std::string_view tag);
 // A number field to its record's default.

@@ -307,6 +307,7 @@ void HideWhatTheModelHasNot(ChannelScreen& screen) {
     }
   }
   ShowLabelsWithFields(screen, Labels);
+  ShowLabelsWithFields(screen, screen.design.labels);
 }
 
 } // namespace

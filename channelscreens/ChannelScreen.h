@@ -69,7 +69,8 @@ struct ChannelScreen : Screen {
   bool ScalingOn = false;
   bool LogOn = false;    // never where the model has no logarithm, whatever TAIS holds
   int OtherChannel = -1; // what kind 40 refers to, from 0
-  // While the screen itself fills its lists: no cascade runs.
+  // While the screen itself picks rows: a list's handler runs then as for the user's pick, its cascade does
+  // not.
   bool LoadingFlag = false;
 
   // What a screen adds.

@@ -94,14 +94,13 @@ std::int16_t DefaultOf(const ChannelScreen& screen, std::string_view tag) {
   return record == nullptr ? std::int16_t{0} : record->DefaultValue;
 }
 
-// Row 0, the kind's own scale. Two cascades meet here, those of cmbDecimal and of cmbTaisu; in sequence:
+// Row 0, the kind's own scale. Cascades meet here, those of cmbFtio, cmbDecimal and cmbTaisu; in sequence:
 //   1. the unit of the kind
-//   2. cmbFtio to its default row, and FtioOn with it
-//   3. LoadingFlag is set; cmbDecimal goes to the kind's position, and its cascade does not run: the fields
-//      that it would move are all rewritten below
-//   4. cmbROOT and cmbTaisu go to row 0. OFF of cmbTaisu alone would enable cmbDecimal; the kind keeps it
-//      disabled (SetEnabled). The fields that it would re-express are all rewritten below as well
-//   5. LoadingFlag is cleared; measuring range, engineering value, PV shift, record range, alarms
+//   2. cmbFtio goes to its default row, cmbDecimal to the kind's position, cmbROOT and cmbTaisu to row 0,
+//      each under LoadingFlag: their own cascades do not run. What these would move is rewritten in 4, and
+//      OFF of cmbTaisu, which alone would enable cmbDecimal, leaves it disabled (SetEnabled goes by the kind)
+//   3. the positions of these rows are in force (TakeShown): FtioOn, CurrentPoint, LogOn
+//   4. measuring range, engineering value, PV shift, record range, alarms
 // The low cut is none of them: its integer stays, shown where the point stands now.
 void ShowOwnScale(ChannelScreen& screen, const ChannelRow& before) {
   if (screen.InputType >= FirstOtherKind && screen.InputType != KindOtherChannel) {
@@ -109,12 +108,10 @@ void ShowOwnScale(ChannelScreen& screen, const ChannelRow& before) {
   }
   InputRange range;
   InputRangeLookup(screen.InputType, screen.CurrentUnit, range);
-  screen.LoadingFlag = true;
   ShowDefaultRow(screen, "FTIO");
   ShowValueRow(screen, "POIN", PointOfKind(screen, range));
   ShowValueRow(screen, "ROOT", 0);
   ShowValueRow(screen, "TAIS", 0);
-  screen.LoadingFlag = false;
   TakeShown(screen);
 
   ShowValue(screen, "MMIN", range.DefMin);

@@ -14,7 +14,7 @@ namespace loader {
 
 namespace {
 
-// The headings of the table of the operation channels name the formulas: "式 B01". Each has three columns.
+// The headings of the table of the operation channels name the formulas: "式 B01". A column has four ids.
 constexpr int FirstFormulaHeading = 22017;
 constexpr int HeadingStep = 4;
 

@@ -8,8 +8,6 @@
 
 namespace loader {
 
-FormulaTable FormulaWork;
-
 namespace {
 
 struct FunctionShape {
@@ -145,10 +143,6 @@ std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formu
     text += u' ';
   }
   return text;
-}
-
-std::u16string FormulaText(int channel, int mode, int formula) {
-  return FormulaText(FormulaWork, channel, mode, formula);
 }
 
 void StoreFormulas(const FormulaTable& table, int channel) {

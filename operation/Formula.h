@@ -25,11 +25,10 @@ struct FormulaTerm {
   bool operator==(const FormulaTerm&) const = default;
 };
 
+// The working form of a channel's formulas. Whoever edits some has a table of its own (FormulaWork of the
+// screen of an operation channel), and so has whoever prints some: what is refilled behind a screen destroys
+// no edits.
 using FormulaTable = std::array<std::array<FormulaTerm, TermCount>, FormulaCount>;
-// The formulas that are being edited: they belong to the screen of an operation channel, which reloads them
-// from the store for each channel. Whoever only prints formulas prints from a table of its own, so that a
-// table that is refilled behind that screen does not destroy its edits.
-extern FormulaTable FormulaWork;
 
 // high x 256 + low, as the signed 16-bit number that the store holds.
 [[nodiscard]] std::int16_t FormulaCompose(int high, int low);
@@ -60,8 +59,6 @@ constexpr int FormulaModeStore = 3;  // reloads the formula from the store first
 // The text of formula `formula` (1 to 4) of operation channel `channel` (from 0: its item in section "O"), by
 // the terms of `table`. Printing stops at the first empty term.
 [[nodiscard]] std::u16string FormulaText(FormulaTable& table, int channel, int mode, int formula);
-// The same with FormulaWork.
-[[nodiscard]] std::u16string FormulaText(int channel, int mode, int formula);
 // Writes what stands in the table into the items of the operation channel, formula by formula and term by
 // term; a channel that section "O" does not have keeps what it has.
 void StoreFormulas(const FormulaTable& table, int channel);

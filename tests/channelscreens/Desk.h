@@ -1,11 +1,13 @@
 // The screen of the measuring channels with a user before it, on the scripted platform.
 #pragma once
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "channelscreens/frmChSetting.h"
 #include "core/ModelProfile.h"
@@ -15,7 +17,10 @@
 namespace loader::test {
 
 struct Desk {
-  explicit Desk(std::string_view model = "KOV") { StartWithModel(platform, model); }
+  explicit Desk(std::string_view model = "KOV") {
+    StartWithModel(platform, model);
+    StopTimer(WaitTimer2); // a test before may have ended with a refused field
+  }
 
   // A fresh screen on the channel, counted from 0.
   void Open(int channel = 0) {
@@ -78,5 +83,21 @@ inline std::map<std::string, std::string> ShownOf(const Screen& screen) {
   }
   return shown;
 }
+
+// Numbers and texts of the whole store.
+struct WholeStore {
+  std::vector<std::int16_t> numbers = AllNumbers();
+  std::vector<std::u16string> texts;
+  WholeStore() {
+    for (const ParamSection& section : ParamStore) {
+      for (const ParamItem& item : section.Items) {
+        for (const ParamTextRecord& record : item.TextRecords) {
+          texts.push_back(record.Value);
+        }
+      }
+    }
+  }
+  bool operator==(const WholeStore&) const = default;
+};
 
 } // namespace loader::test

@@ -151,6 +151,18 @@ TEST_F(OperationChannel, ItsButtonsWalkTheOperationChannels) {
   }
 }
 
+TEST_F(OperationChannel, FromTheTopOfRugTheWalkGoesOnToBothSides) {
+  Start("RUG");
+  for (const auto& [button, channel] :
+       {std::pair{"btnNext", 19}, std::pair{"btnPrev", 36}, std::pair{"btnReset", 18}}) {
+    Open(50, [&, name = button, shown = channel](OperationChSetScreen& screen) {
+      Press(screen, "btnTop");
+      Press(screen, name);
+      EXPECT_EQ(shown, screen.browsing.entry) << name;
+    });
+  }
+}
+
 TEST_F(OperationChannel, AMoveShowsTheOtherChannelAndDropsWhatWasTyped) {
   PutText("C", 19, "TAG ", "NEXT");
   const std::vector<std::int16_t> numbers = AllNumbers();

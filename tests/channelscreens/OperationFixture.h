@@ -8,6 +8,7 @@
 #include "channelscreens/frmOperationChSet.h"
 #include "core/Text.h"
 #include "fields/NamedControls.h"
+#include "tests/channelscreens/Desk.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/Store.h"
 
@@ -16,7 +17,10 @@ namespace loader::test {
 class OperationScreen : public ::testing::Test {
 protected:
   void SetUp() override { Start("KOV"); }
-  void TearDown() override { ExpectNoneLeft(); }
+  void TearDown() override {
+    ExpectNoneLeft();
+    StopTimer(WaitTimer2); // the guard of the last refusal
+  }
   void Start(std::string_view model) { StartWithModel(platform, model); }
   void ExpectNoneLeft() {
     platform.boxes.ExpectNoneLeft();

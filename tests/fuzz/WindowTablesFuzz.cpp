@@ -214,7 +214,8 @@ void AskAnywhere(FuzzInput& input) {
   ReportAnywhere(input);
   const int mode = input.Choice(5);
   const int formula = input.Choice(6);
-  const std::u16string text = FormulaText(number, mode, formula);
+  FormulaTable formulas{};
+  const std::u16string text = FormulaText(formulas, number, mode, formula);
   Require(MeasureTextWidth(text) >= 0, "a text has a width");
   const std::int16_t packed = input.Number16();
   const FormulaBytes bytes = FormulaSplit(packed);

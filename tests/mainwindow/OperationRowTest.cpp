@@ -1,5 +1,5 @@
 // The rows of the operation channels: number, formulas, limits of their own.
-#include "operation/Formula.h"
+#include "channelscreens/frmOperationChSet.h"
 #include "tests/mainwindow/Fixture.h"
 
 namespace loader::test {
@@ -168,15 +168,15 @@ TEST_F(RugWindow, OperationRowsStartWithTheColoursOfTheChannels) {
 
 // They belong to the screen of an operation channel: a read that ends behind it refills the tables.
 TEST_F(KovWindow, FillingTheTableLeavesTheFormulasAloneThatAreBeingEdited) {
-  FormulaWork = {};
-  FormulaWork[2][1].Func = 8;
-  const FormulaTable edited = FormulaWork;
+  OperationChSetScreen screen;
+  LoadEntry(screen.browsing, 18);
+  screen.FormulaWork[2][1].Func = 8;
+  const FormulaTable edited = screen.FormulaWork;
   Put("O", 0, "OP11", FormulaCompose(0, 1));
   Put("O", 0, "OP31", FormulaCompose(1, 1));
   RefreshAll();
   EXPECT_EQ("ABS(C01)", OperationCell(19, 6));
-  EXPECT_EQ(edited, FormulaWork);
-  FormulaWork = {};
+  EXPECT_EQ(edited, screen.FormulaWork);
 }
 
 } // namespace

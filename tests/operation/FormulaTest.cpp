@@ -16,10 +16,11 @@ protected:
   void Store(const std::string& tag, int high, int low, int channel = 0) {
     test::Put("O", channel, tag, FormulaCompose(high, low));
   }
-  static std::string Text(int formula, int mode = FormulaModeStore, int channel = 0) {
-    return ToUtf8(FormulaText(channel, mode, formula));
+  std::string Text(int formula, int mode = FormulaModeStore, int channel = 0) {
+    return ToUtf8(FormulaText(work, channel, mode, formula));
   }
   test::ScriptedPlatform platform;
+  FormulaTable work{};
 };
 
 TEST_F(Formula, ComposesAndSplitsBytes) {
