@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "qt/BindingRules.h"
 #include "qt/ChangeMark.h"
@@ -368,6 +370,7 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     if (IsNewFocus(*static_cast<const QFocusEvent*>(event))) {
       ShowOnItsPage(static_cast<QWidget&>(*watched));
     }
+    EnterDialog(*watched);
     userInterface_.FocusArrived(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::FocusOut:
@@ -408,6 +411,15 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     return KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
   default:
     return false;
+  }
+}
+
+// A dialog opens to have its first field typed over, as if the Tab key had come to it.
+void Binder::EnterDialog(QObject& first) {
+  const bool opens = !std::exchange(entered_, true) && qobject_cast<QDialog*>(&window) != nullptr;
+  auto* edit = qobject_cast<QLineEdit*>(&first);
+  if (opens && edit != nullptr && !edit->hasSelectedText()) {
+    edit->selectAll();
   }
 }
 

@@ -102,6 +102,7 @@ private:
   void MakePage(QScrollArea& page);
   void TellMissing(); // nothing as long as a page is to come
   bool KeyOnClickable(Control& control, int key);
+  void EnterDialog(QObject& first);
   bool KeyOnField(TextField& field, const QKeyEvent& key);
 
   UserInterface& userInterface_;
@@ -112,6 +113,7 @@ private:
   std::vector<QScrollArea*> latePages_; // still empty
   std::deque<Binding> bindings_;        // fixed addresses
   std::vector<QPointer<QObject>> helpers_;
+  bool entered_ = false;               // a control has had the keyboard
   const QObject* composing_ = nullptr; // the field in which an input method is at work
   std::unordered_map<const QObject*, Binding*> byObject_;
   std::unordered_map<const Control*, Binding*> byControl_;

@@ -244,6 +244,7 @@ void ShowButton(Binding& binding) {
 
 void ListenToCheckBox(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& box = RecordOf<CheckBox>(binding);
+  new FocusMark(WidgetAs<QAbstractButton>(binding)); // the box's own; see the field's
   QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
                    [&userInterface, &box](bool checked) {
                      userInterface.Act(

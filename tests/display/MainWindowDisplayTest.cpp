@@ -67,6 +67,19 @@ TEST_F(NumberFieldOnTheDisplay, AClickIntoAnotherFieldDoesNotEnterIt) {
   ExpectRefused();
 }
 
+// The Return that takes the box away is not one in the field behind it.
+TEST_F(NumberFieldOnTheDisplay, ReturnShowsOneMessageAndThenTakesTheMendedValue) {
+  ExpectNoNumberBox();
+  hands.Press(Key::Return);
+  ExpectRefused();
+  WaitForTheGuard();
+  hands.Type("12");
+  hands.Press(Key::Return);
+  EXPECT_EQ(&Hysteresis(), QApplication::focusWidget());
+  EXPECT_EQ("12", Hysteresis().selectedText().toStdString());
+  EXPECT_EQ(12, Stored("H", 0, "ALMH"));
+}
+
 TEST_F(NumberFieldOnTheDisplay, TheTabKeyStays) {
   ExpectNoNumberBox();
   hands.Press(Key::Tab);

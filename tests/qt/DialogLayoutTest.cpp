@@ -2,11 +2,13 @@
 // and whatever is chosen in them; and what their widgets are called.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QToolTip>
 #include <algorithm>
 #include <array>
 #include <map>
@@ -20,6 +22,7 @@
 #include "qt/GridView.h"
 #include "qt/ListBoxView.h"
 #include "qt/QtText.h"
+#include "qt/ReadableColour.h"
 #include "tests/qt/AllScreens.h"
 #include "tests/qt/MainWindowFixture.h"
 #include "tests/qt/ModalScript.h"
@@ -246,6 +249,38 @@ TEST_P(DialogLayout, AnAddressOfFullLengthIsElidedAndWidensNothing) {
   });
 }
 
+TEST_P(DialogLayout, AnAddressThatIsElidedIsToldWholeByATip) {
+  Start(GetParam());
+  SetText(*FindTextRecord("J", 0, "RAD1"), u"a@b.example", SlotValue);
+  SetText(*FindTextRecord("J", 0, "RAD3"), std::u16string(64, u'W'), SlotValue);
+  During("frmEMailTriggerSetting", [&](QWidget& window) {
+    QToolTip::hideText();
+    const auto tipOf = [&](const char* name) {
+      auto& label = In<ElidedLabel>(window, name);
+      QHelpEvent help(QEvent::ToolTip, QPoint(2, 2), label.mapToGlobal(QPoint(2, 2)));
+      QApplication::sendEvent(&label, &help);
+      return QToolTip::text();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text().isEmpty(); })); // that of another test
+    EXPECT_EQ(QString(), tipOf("lblRecvMailAdd_0"));
+    EXPECT_TRUE(tipOf("lblRecvMailAdd_2").contains(QString(64, u'W')));
+  });
+}
+
+// A style marks a box only while the user goes about by the Tab key, and in a dark palette hardly.
+TEST_P(DialogLayout, ABoxThatHasTheKeyboardIsMarked) {
+  During("frmEMailTriggerSetting", [](QWidget& window) {
+    auto& box = In<QCheckBox>(window, "chkRecvMailAddNo_3");
+    const auto edge = [&] {
+      const QImage picture = box.grab().toImage();
+      return picture.pixelColor(picture.width() / 2, 0);
+    };
+    EXPECT_NE(FocusColour(box.palette()), edge());
+    box.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(FocusColour(box.palette()), edge());
+  });
+}
+
 // On a screen that is too small for large print the fields scroll; the buttons are always in reach.
 TEST_P(DialogLayout, ASmallerWindowScrollsTheFieldsAndKeepsTheButtons) {
   for (const char* name : {"frmGroupSetting", "frmEMailTriggerSetting"}) {
@@ -356,7 +391,18 @@ TEST_P(DialogNames, WhatHasNoCaptionOfItsOwnSpeaksWhatSetsItApart) {
   });
 }
 
-// --- Return
+// --- The keyboard
+
+TEST_P(DialogNames, ADialogThatBeginsWithANumberOpensToHaveItTypedOver) {
+  During("frmAlarmSetting", [](QWidget& window) {
+    EXPECT_TRUE(In<QLineEdit>(window, "txtAlarmSet").hasFocus());
+    EXPECT_EQ(QStringLiteral("3.16"), In<QLineEdit>(window, "txtAlarmSet").selectedText());
+  });
+  During("frmConstSetting", [](QWidget& window) {
+    EXPECT_EQ(In<QLineEdit>(window, "txtMessage").text(), In<QLineEdit>(window, "txtMessage").selectedText());
+    EXPECT_FALSE(In<QLineEdit>(window, "txtMessage").text().isEmpty());
+  });
+}
 
 TEST_P(DialogNames, AnEntryNumberAndReturnGoToTheEntry) {
   Start(GetParam());

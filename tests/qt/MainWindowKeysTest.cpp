@@ -67,6 +67,41 @@ TEST_F(MainWindowKeys, TheTabKeyGoesRoundTheWholeWindowOnEveryPage) {
   }
 }
 
+TEST_F(MainWindowKeys, ReturnStoresTheValueOfAFieldOfAPage) {
+  Start("0");
+  ClickTab(RecorderPage);
+  auto& field = Find<QLineEdit>("txtAlarmHist");
+  field.setFocus();
+  field.selectAll();
+  QTest::keyClicks(&field, QStringLiteral("012"));
+  QTest::keyClick(&field, Qt::Key_Return);
+  EXPECT_EQ(12, Stored("H", 0, "ALMH"));
+  EXPECT_EQ(QStringLiteral("12"), field.selectedText()); // as it is stored
+  EXPECT_TRUE(field.hasFocus());
+}
+
+// The second Return comes before the guard has ended, as that of a user who types it twice.
+TEST_F(MainWindowKeys, ReturnInAWrongFieldIsOneMessageAndTheFieldIsNotLeftWithoutAnother) {
+  Start("0");
+  ClickTab(RecorderPage);
+  const std::vector<std::int16_t> before = AllNumbers();
+  TypeWrongValue("txtAlarmHist");
+  auto& field = Find<QLineEdit>("txtAlarmHist");
+  boxes.Expect(std::u16string(LoadText(62200)));
+  QTest::keyClick(&field, Qt::Key_Return);
+  ASSERT_TRUE(WaitTimer2.Enabled);
+  QTest::keyClick(&field, Qt::Key_Return);
+  EXPECT_EQ(1, boxes.Shown());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return field.hasFocus(); }));
+  EXPECT_EQ(QStringLiteral("bad"), field.selectedText());
+  GuardEnds();
+  boxes.Expect(std::u16string(LoadText(62200)));
+  QTest::keyClick(&field, Qt::Key_Tab);
+  EXPECT_EQ(2, boxes.Shown());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return field.hasFocus(); }));
+  EXPECT_EQ(before, AllNumbers());
+}
+
 TEST_F(MainWindowKeys, APageOfTablesIsEnteredInTheFirstRowOfItsFirstTable) {
   Start("0");
   ClickTab(RecorderPage); // the keyboard is on a page that the next click hides
