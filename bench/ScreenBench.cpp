@@ -1,5 +1,6 @@
 // How long the window takes: from the start of the program to the painted window against a bare window with a
-// table, refresh, page changes, and the memory it holds; the parameter file besides, for information.
+// table, refresh, page changes, dialogs, and the memory it holds; the parameter file besides, for
+// information.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPixmap>
@@ -12,6 +13,8 @@
 
 #include "bench/BenchPlatform.h"
 #include "bench/StartUp.h"
+#include "channelscreens/frmChSetting.h"
+#include "channelscreens/frmOperationChSet.h"
 #include "core/ModelProfile.h"
 #include "core/modFile.h"
 #include "core/modMain.h"
@@ -151,7 +154,9 @@ constexpr std::array Dialogs{
     Opening{"frmUnitSetting", [] { ShowUnitSetting(1); }},
     Opening{"frmSelectUnit", [] { static_cast<void>(SelectUnit(38, 40, false)); }},
     Opening{"frmConstSetting", [] { ShowConstSetting(1); }},
-    Opening{"frmEMailTriggerSetting", [] { ShowEMailTriggerSetting(1, [](int) {}); }},
+    Opening{"frmEMailTriggerSetting", [] { ShowEMailTriggerSetting(1, {}); }},
+    Opening{"frmChSetting", [] { ShowChSetting(1); }},
+    Opening{"frmOperationChSet", [] { ShowOperationChSet(Profile.FirstOperationChannel); }},
 };
 
 // From the call to the dialog painted as its event loop finds it; the slowest one counts.

@@ -72,7 +72,7 @@ bool Application::event(QEvent* event) {
 }
 
 void Application::KeepReadable() {
-  const QPalette readable = WithReadableSelection(palette());
+  const QPalette readable = WithReadableDisabled(WithReadableSelection(palette()));
   if (readable != palette()) {
     setPalette(readable);
   }

@@ -2,8 +2,8 @@
 // event goes before Qt acts on it.
 //
 // A theme of the desktop may set its font and its colours when the window already stands. The program's
-// font gives way to one with Japanese glyphs only, then as at the start, and a selection is never fainter
-// than can be read.
+// font gives way to one with Japanese glyphs only, then as at the start, and neither a selection nor what is
+// disabled is fainter than can be read.
 #pragma once
 
 #include <QApplication>

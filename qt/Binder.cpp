@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "qt/BindingRules.h"
+#include "qt/ChangeMark.h"
 #include "qt/PageOf.h"
 #include "qt/QtText.h"
 #include "qt/UserInterface.h"
@@ -64,6 +65,15 @@ void ShowVisible(Binding& binding) {
   } else {
     binding.widget->setVisible(binding.visible);
   }
+}
+
+// A label that has a colour of its own keeps it.
+void ShowMarked(Binding& binding) {
+  if (binding.marked == binding.control.marked || binding.hasBackColour || binding.widget == nullptr) {
+    return;
+  }
+  binding.marked = binding.control.marked;
+  ShowChangeMark(*binding.widget, binding.marked);
 }
 
 // A label that has a handler: the others are no more than text.
@@ -255,10 +265,18 @@ void Binder::RefreshWidgets() {
       RuleOf(binding.control.kind).show(binding);
       ShowEnabled(binding);
       ShowVisible(binding);
+      ShowMarked(binding);
       binding.fresh = false;
     }
   } while (MakeShownPages());
   WatchPages();
+}
+
+void Binder::ClearMarks() {
+  for (Binding& binding : bindings_) {
+    binding.control.marked = false;
+    ShowMarked(binding);
+  }
 }
 
 void Binder::EnterPage() {

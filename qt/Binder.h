@@ -45,6 +45,7 @@ struct Binding {
   bool fresh = true;
   bool enabled = true;
   bool visible = true;
+  bool marked = false;
   std::u16string text{};
   bool hasBackColour = false;
   Colour backColour = 0;
@@ -67,6 +68,8 @@ public:
   // Shows what differs between the records and what the widgets were given, and makes the page that is shown
   // if it isn't there yet. Focus requests stay.
   void RefreshWidgets();
+  // What a cascade has marked is seen now: the user goes on.
+  void ClearMarks();
   // Gives the keyboard to the first field of a page that it came to when there was nothing on it yet.
   void EnterPage();
   // Gives the keyboard to the tabs of a control whose page does not show; does nothing with another control.

@@ -207,6 +207,9 @@ void ShowLabel(Binding& binding) {
   auto& label = WidgetAs<QLabel>(binding);
   if (Differs(binding, record.caption)) {
     label.setText(ToQt(OneLine(record.caption)));
+    if (label.property(NamedByForm).toBool()) { // which names what the text belongs to
+      label.setAccessibleName((label.toolTip() + u' ' + SpokenCaption(record.caption)).trimmed());
+    }
     if (QWidget* field = label.buddy(); field != nullptr && !record.caption.empty()) {
       // A field that the form names is told more about by what stands beside it.
       if (field->property(NamedByForm).toBool()) {

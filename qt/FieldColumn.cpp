@@ -4,21 +4,38 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <algorithm>
+#include <array>
 #include <vector>
 
 namespace loader {
 
 namespace {
 
-constexpr int LabelColumn = 0;
+// Labels stand in the first column of a frame, and in the third of one with two fields in a row.
+constexpr std::array LabelColumns{0, 2};
+
+// Two fields in a row, each behind its label; a small table has four columns as well.
+bool HoldsPairs(const QGridLayout& grid) {
+  if (grid.columnCount() != 4) {
+    return false;
+  }
+  for (int row = 0; row < grid.rowCount(); ++row) {
+    const QLayoutItem* item = grid.itemAtPosition(row, LabelColumns.back());
+    if (item != nullptr && qobject_cast<const QLabel*>(item->widget()) == nullptr) {
+      return false;
+    }
+  }
+  return true;
+}
 
 // The grids of labels and fields of the frames in a column.
 std::vector<QGridLayout*> LabelledGrids(const QWidget& column) {
   std::vector<QGridLayout*> grids;
   for (const QGroupBox* frame : column.findChildren<QGroupBox*>(QString(), Qt::FindDirectChildrenOnly)) {
     auto* grid = qobject_cast<QGridLayout*>(frame->layout());
-    if (grid != nullptr && grid->columnCount() == 2 && !frame->isHidden()) {
+    if (grid != nullptr && (grid->columnCount() == 2 || HoldsPairs(*grid)) && !frame->isHidden()) {
       grids.push_back(grid);
     }
   }
@@ -26,7 +43,7 @@ std::vector<QGridLayout*> LabelledGrids(const QWidget& column) {
 }
 
 // Pixels of the widest label; a heading that spans the columns is none.
-int LabelWidth(const QGridLayout& grid) {
+int LabelWidth(const QGridLayout& grid, int labelColumn) {
   int width = 0;
   for (int index = 0; index < grid.count(); ++index) {
     int row = 0;
@@ -35,7 +52,7 @@ int LabelWidth(const QGridLayout& grid) {
     int columns = 0;
     grid.getItemPosition(index, &row, &column, &rows, &columns);
     const QLayoutItem& item = *grid.itemAt(index);
-    if (column == LabelColumn && columns == 1 && !item.isEmpty()) {
+    if (column == labelColumn && columns == 1 && !item.isEmpty()) {
       width = std::max(width, item.sizeHint().width());
     }
   }
@@ -72,13 +89,15 @@ bool FieldColumn::event(QEvent* event) {
 
 void FieldColumn::AlignFields() {
   const std::vector<QGridLayout*> grids = LabelledGrids(*this);
-  int width = 0;
-  for (const QGridLayout* grid : grids) {
-    width = std::max(width, LabelWidth(*grid));
-  }
-  for (QGridLayout* grid : grids) {
-    if (grid->columnMinimumWidth(LabelColumn) != width) {
-      grid->setColumnMinimumWidth(LabelColumn, width);
+  for (const int column : LabelColumns) {
+    int width = 0;
+    for (const QGridLayout* grid : grids) {
+      width = std::max(width, LabelWidth(*grid, column));
+    }
+    for (QGridLayout* grid : grids) {
+      if (column < grid->columnCount() && grid->columnMinimumWidth(column) != width) {
+        grid->setColumnMinimumWidth(column, width);
+      }
     }
   }
 }
@@ -119,16 +138,35 @@ bool FieldColumns::event(QEvent* event) {
   return QWidget::event(event);
 }
 
+int FieldColumns::WidthSideBySide(const QWidget& column) {
+  int width = column.minimumSizeHint().width();
+  for (const FieldColumns* inner : column.parentWidget()->findChildren<FieldColumns*>()) {
+    if (inner != &column && !column.isAncestorOf(inner)) {
+      continue;
+    }
+    width = std::max(width, inner->NeededSideBySide());
+  }
+  return width;
+}
+
+int FieldColumns::NeededSideBySide() const {
+  const QBoxLayout* columns = Columns();
+  if (columns == nullptr) {
+    return 0;
+  }
+  int needed = -columns->spacing();
+  for (const QWidget* column : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    needed += WidthSideBySide(*column) + columns->spacing();
+  }
+  return needed;
+}
+
 void FieldColumns::Arrange() {
   QBoxLayout* columns = Columns();
   if (columns == nullptr || !isVisible()) {
     return; // before it is shown its width is none
   }
-  int needed = -columns->spacing();
-  for (const QWidget* column : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-    needed += column->minimumSizeHint().width() + columns->spacing();
-  }
-  const auto wanted = needed <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+  const auto wanted = NeededSideBySide() <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
   if (columns->direction() != wanted) {
     columns->setDirection(wanted);
   }

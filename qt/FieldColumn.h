@@ -8,7 +8,8 @@ class QBoxLayout;
 namespace loader {
 
 // Frames one below the other, all of one width, whose fields begin on one line: a frame with a grid of labels
-// and fields (two columns) gives its labels the width of the widest label in the column.
+// and fields (two columns, or four with two fields in a row) gives its labels the width of the widest label
+// in the column.
 class FieldColumn : public QWidget {
   Q_OBJECT
   // Half-width characters that the column would like to be wide at least, where there is room; for fields
@@ -48,6 +49,10 @@ protected:
 
 private:
   void Arrange();
+  // Pixels that the columns need beside each other.
+  [[nodiscard]] int NeededSideBySide() const;
+  // The same for one of them; it may hold columns itself, which stay beside each other longest.
+  [[nodiscard]] static int WidthSideBySide(const QWidget& column);
   [[nodiscard]] QBoxLayout* Columns() const;
 };
 

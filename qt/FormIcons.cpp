@@ -90,6 +90,10 @@ constexpr auto Icons = std::to_array<FormIcon>({
     {"frmConstSetting", "", "loader"},
     {"frmAlarmSetting", "", "loader"},
     {"frmEMailTriggerSetting", "", "loader"},
+    {"frmChSetting", "", "loader"},
+    {"frmOperationChSet", "", "loader"},
+    {"frmFormula", "", "loader"},
+    {"frmOpSetting", "", "loader"},
 });
 
 void Give(QWidget& form, const FormIcon& row) {

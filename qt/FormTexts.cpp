@@ -57,6 +57,8 @@ constexpr std::string_view Recorder = "frmParamLoader.pageRecorder";
 constexpr std::string_view Display = "frmParamLoader.pageDisplay";
 constexpr std::string_view Ethernet = "frmParamLoader.pageEthernet";
 constexpr std::string_view Mail = "frmParamLoader.pageMail";
+constexpr std::string_view BothChannelScreens = "frmChSetting, frmOperationChSet";
+constexpr std::string_view Operations = "frmOperationChSet";
 
 // A field whose caption stands before another one has that caption with a number or with what sets it apart.
 constexpr auto Names = std::to_array<FormText>({
@@ -100,6 +102,41 @@ constexpr auto Names = std::to_array<FormText>({
     {"frmAlarmSetting", "txtAlarmSet", 18046, 0, Mantissa},
     {"frmAlarmSetting", "cmbAlarmSet", 18046, 0, Exponent},
     {"frmEMailTriggerSetting", "chkRecvMailAddNo", 18059, 1, {}, 0, 7},
+    {BothChannelScreens, "cmdUnitSelect", 18042, 0, 18035},
+    {BothChannelScreens, "txtStMin", 18024, 0, 18022},
+    {BothChannelScreens, "txtStMax", 18024, 0, 18023},
+    {BothChannelScreens, "txtIndMin", 18021, 0, 18022},
+    {BothChannelScreens, "txtIndMax", 18021, 0, 18023},
+    {BothChannelScreens, "txtPVSlope", 18032, 0, 18033},
+    {BothChannelScreens, "txtRecRangeMin", 18028, 0, 18022},
+    {BothChannelScreens, "txtRecRangeMax", 18028, 0, 18023},
+    {BothChannelScreens, "cmdSekiUnitSelect", 18017, 0, 18035},
+    {BothChannelScreens, "lblColor", 18039},
+    {BothChannelScreens, "cmbAlarmType1", 18044, 0, 18045},
+    {BothChannelScreens, "cmbAlarmType2", 18048, 0, 18045},
+    {BothChannelScreens, "cmbAlarmType3", 18049, 0, 18045},
+    {BothChannelScreens, "cmbAlarmType4", 18050, 0, 18045},
+    {BothChannelScreens, "txtAlarmSet1", 18044, 0, 18046},
+    {BothChannelScreens, "txtAlarmSet2", 18048, 0, 18046},
+    {BothChannelScreens, "txtAlarmSet3", 18049, 0, 18046},
+    {BothChannelScreens, "txtAlarmSet4", 18050, 0, 18046},
+    {BothChannelScreens, "lblAlarmSetInput1", 18044, 0, 18046},
+    {BothChannelScreens, "lblAlarmSetInput2", 18048, 0, 18046},
+    {BothChannelScreens, "lblAlarmSetInput3", 18049, 0, 18046},
+    {BothChannelScreens, "lblAlarmSetInput4", 18050, 0, 18046},
+    {BothChannelScreens, "cmbAlarmOut1", 18044, 0, 18047},
+    {BothChannelScreens, "cmbAlarmOut2", 18048, 0, 18047},
+    {BothChannelScreens, "cmbAlarmOut3", 18049, 0, 18047},
+    {BothChannelScreens, "cmbAlarmOut4", 18050, 0, 18047},
+    {Operations, "cmdFormulaSet1", 18160, 0, 19622},
+    {Operations, "cmdFormulaSet2", 18161, 0, 19622},
+    {Operations, "cmdFormulaSet3", 18162, 0, 19622},
+    {Operations, "cmdFormulaSet4", 18163, 0, 19622},
+    {Operations, "cmdFormulaDel1", 18160, 0, 19627},
+    {Operations, "cmdFormulaDel2", 18161, 0, 19627},
+    {Operations, "cmdFormulaDel3", 18162, 0, 19627},
+    {Operations, "cmdFormulaDel4", 18163, 0, 19627},
+    {"frmOpSetting", "cmbOpContents", Function},
 });
 
 constexpr auto Signs = std::to_array<FormText>({
@@ -121,6 +158,11 @@ std::u16string TextOf(const FormText& row, int element) {
   return text;
 }
 
+bool IsOf(const FormText& row, std::string_view form) {
+  return row.form == form ||
+         (row.form == BothChannelScreens && (form == "frmChSetting" || form == Operations));
+}
+
 template <typename Widget> Widget& WidgetOf(const QWidget& form, const FormText& row, int element) {
   std::string name(row.widget);
   if (element >= 0) {
@@ -137,7 +179,7 @@ template <typename Widget> Widget& WidgetOf(const QWidget& form, const FormText&
 
 void GiveFormTexts(QWidget& form, std::string_view name) {
   for (const FormText& row : Names) {
-    for (int element = row.firstElement; row.form == name && element <= row.lastElement; ++element) {
+    for (int element = row.firstElement; IsOf(row, name) && element <= row.lastElement; ++element) {
       WidgetOf<QWidget>(form, row, element).setAccessibleName(ToQt(TextOf(row, element)));
     }
   }

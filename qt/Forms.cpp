@@ -8,11 +8,15 @@
 #include "qt/FormTexts.h"
 #include "ui_frmAbout.h"
 #include "ui_frmAlarmSetting.h"
+#include "ui_frmChSetting.h"
 #include "ui_frmConstSetting.h"
 #include "ui_frmEMailTriggerSetting.h"
+#include "ui_frmFormula.h"
 #include "ui_frmGroupSetting.h"
 #include "ui_frmIPSetting.h"
 #include "ui_frmMsgSetting.h"
+#include "ui_frmOpSetting.h"
+#include "ui_frmOperationChSet.h"
 #include "ui_frmParamLoader.h"
 #include "ui_frmParamLoader_pageChannel.h"
 #include "ui_frmParamLoader_pageDisplay.h"
@@ -58,6 +62,10 @@ constexpr auto AllForms = std::to_array<FormEntry>({
     {"frmConstSetting", Make<QDialog, Ui::frmConstSetting>},
     {"frmAlarmSetting", Make<QDialog, Ui::frmAlarmSetting>},
     {"frmEMailTriggerSetting", Make<QDialog, Ui::frmEMailTriggerSetting>},
+    {"frmChSetting", Make<QDialog, Ui::frmChSetting>},
+    {"frmOperationChSet", Make<QDialog, Ui::frmOperationChSet>},
+    {"frmFormula", Make<QDialog, Ui::frmFormula>},
+    {"frmOpSetting", Make<QDialog, Ui::frmOpSetting>},
 });
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <array>
 
 #include "qt/FocusMark.h"
+#include "qt/LoneModifier.h"
 #include "qt/PageOf.h"
 
 namespace loader {
@@ -25,9 +26,6 @@ constexpr std::array<PageKey, 4> PageKeys{{{Qt::Key_PageUp, QAbstractSlider::Sli
                                            {Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd},
                                            {Qt::Key_Home, QAbstractSlider::SliderToMinimum},
                                            {Qt::Key_End, QAbstractSlider::SliderToMaximum}}};
-
-// Keys that do nothing by themselves.
-constexpr std::array Modifiers{Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta};
 
 // Nothing moves where no page scrolls.
 void ScrollPageOf(const QWidget& widget, QAbstractSlider::SliderAction action) {
@@ -66,7 +64,7 @@ void ListBoxView::keyPressEvent(QKeyEvent* event) {
                                      [&](const PageKey& each) { return each.key == event->key(); });
   if (scrolls != PageKeys.end()) {
     ScrollPageOf(*this, scrolls->action);
-  } else if (std::find(Modifiers.begin(), Modifiers.end(), event->key()) != Modifiers.end()) {
+  } else if (IsLoneModifier(event->key())) {
     event->ignore();
   } else if (IsScrolledAway(*this)) {
     PageOf(*this)->ensureWidgetVisible(this); // no row changes that the user does not see

@@ -1,8 +1,10 @@
 #include "qt/ReadableColour.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace loader {
 
@@ -65,6 +67,33 @@ QPalette WithReadableSelection(QPalette palette) {
     const QColor back = palette.color(group, QPalette::Highlight);
     if (ContrastOf(text, back) < ReadableContrast) {
       palette.setColor(group, QPalette::Highlight, MovedAwayFrom(text, back, ReadableContrast));
+    }
+  }
+  return palette;
+}
+
+QColor FadedOn(const QColor& back, const QColor& text) {
+  constexpr int Steps = 64;
+  const auto mixed = [](int one, int other, int step) { return one + (other - one) * step / Steps; };
+  for (int step = 0; step < Steps; ++step) {
+    const QColor faded(mixed(back.red(), text.red(), step), mixed(back.green(), text.green(), step),
+                       mixed(back.blue(), text.blue(), step));
+    if (ContrastOf(back, faded) >= ReadableContrast) {
+      return faded;
+    }
+  }
+  return text;
+}
+
+QPalette WithReadableDisabled(QPalette palette) {
+  constexpr std::array<std::pair<QPalette::ColorRole, QPalette::ColorRole>, 3> TextsOnBacks{
+      {{QPalette::WindowText, QPalette::Window},
+       {QPalette::Text, QPalette::Base},
+       {QPalette::ButtonText, QPalette::Button}}};
+  for (const auto& [text, back] : TextsOnBacks) {
+    const QColor behind = palette.color(QPalette::Disabled, back);
+    if (ContrastOf(behind, palette.color(QPalette::Disabled, text)) < ReadableContrast) {
+      palette.setColor(QPalette::Disabled, text, FadedOn(behind, palette.color(QPalette::Active, text)));
     }
   }
   return palette;

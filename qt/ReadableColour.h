@@ -32,6 +32,13 @@ constexpr double VisibleContrast = 3;
 // away from the text, in its own hue.
 [[nodiscard]] QPalette WithReadableSelection(QPalette palette);
 
+// The faintest mixture of a text and its background that can be read; the text itself where none can.
+[[nodiscard]] QColor FadedOn(const QColor& back, const QColor& text);
+
+// The palette with texts of what is disabled that can be read: where a theme's are too faint, they are faded
+// no further than that. A value that cannot be changed for the time being still matters.
+[[nodiscard]] QPalette WithReadableDisabled(QPalette palette);
+
 // The line around what has the keyboard: the selection's colour, moved away from the window's where it is too
 // near.
 [[nodiscard]] QColor FocusColour(const QPalette& palette);

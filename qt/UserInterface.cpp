@@ -14,6 +14,7 @@
 #include "platform/Platform.h"
 #include "qt/Application.h"
 #include "qt/Binder.h"
+#include "qt/LoneModifier.h"
 
 namespace loader {
 
@@ -69,6 +70,23 @@ bool EventLeaves(QWidget& receiver, const QEvent& event, const QWidget& field) {
   // A mnemonic. That of the menu bar opens a menu, whose entries are checked when they are chosen.
   return event.type() == QEvent::Shortcut && &receiver != &field &&
          qobject_cast<const QMenuBar*>(&receiver) == nullptr;
+}
+
+// Something that the user types, a mnemonic among it, before anything acts on it.
+bool IsTyped(const QEvent& event) {
+  if (event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride) {
+    return !IsLoneModifier(static_cast<const QKeyEvent&>(event).key());
+  }
+  return event.type() == QEvent::InputMethod;
+}
+
+// The window that a key belongs to: an open list belongs to the one below it.
+const QWidget* KeyWindow(const QWidget& receiver) {
+  const QWidget* window = receiver.window();
+  while (window->windowType() == Qt::Popup && window->parentWidget() != nullptr) {
+    window = window->parentWidget()->window();
+  }
+  return window;
 }
 
 void TellFailure(std::u16string_view what) {
@@ -270,7 +288,19 @@ bool UserInterface::TakeField(TextField& field) {
   return true;
 }
 
+void UserInterface::ClearMarks(const QWidget& receiver) {
+  const QWidget* window = KeyWindow(receiver);
+  for (Binder* binder : open_) {
+    if (&binder->window == window) {
+      binder->ClearMarks();
+    }
+  }
+}
+
 bool UserInterface::Refuses(QWidget& receiver, QEvent& event) {
+  if (IsTyped(event)) {
+    ClearMarks(receiver);
+  }
   if (activeField_ == nullptr || refreshing_) {
     return false;
   }

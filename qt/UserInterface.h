@@ -51,6 +51,8 @@ public:
 private:
   // Before Qt acts on an event: true when the field that it would leave keeps the focus.
   bool Refuses(QWidget& receiver, QEvent& event);
+  // Of the screen that a key is meant for.
+  void ClearMarks(const QWidget& receiver);
   // The check of the active field. False when the check asked the focus back to the field.
   bool LeaveField();
   bool Check(TextField& field);

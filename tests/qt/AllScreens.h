@@ -3,8 +3,13 @@
 
 #include <ostream>
 
+#include "channelscreens/frmChSetting.h"
+#include "channelscreens/frmFormula.h"
+#include "channelscreens/frmOpSetting.h"
+#include "channelscreens/frmOperationChSet.h"
 #include "comm/frmIPSetting.h"
 #include "comm/frmTimeChange.h"
+#include "core/ModelProfile.h"
 #include "dialogs/frmAlarmSetting.h"
 #include "dialogs/frmConstSetting.h"
 #include "dialogs/frmEMailTriggerSetting.h"
@@ -13,6 +18,7 @@
 #include "dialogs/frmSelectUnit.h"
 #include "dialogs/frmUnitSetting.h"
 #include "mainwindow/frmAbout.h"
+#include "operation/Formula.h"
 
 namespace loader::test {
 
@@ -20,6 +26,7 @@ struct ModalScreen {
   const char* name;       // of the screen and of its form
   void (*show)();         // returns when it has closed; the main window is open
   const char* shape = ""; // of a screen that has more than one
+  bool large = false;     // its fields scroll on a small screen
 };
 
 inline void PrintTo(const ModalScreen& screen, std::ostream* out) {
@@ -37,6 +44,18 @@ inline AlarmContract SampleAlarm() {
   caller.lblAlarmSetInput.fill(u"3.16E2");
   caller.txtAlarmSet.fill(u"4.332");
   return caller;
+}
+
+// Three full terms in each formula: the longest texts that there are.
+inline FormulaTable SampleFormulas() {
+  FormulaTable formulas;
+  for (auto& formula : formulas) {
+    for (FormulaTerm& term : formula) {
+      term = {.Rule = 1, .Func = 8, .Input1No = 10, .Input1Kind = 4, .Input2No = 11, .Input2Kind = 3};
+      FormulaTermLength(term);
+    }
+  }
+  return formulas;
 }
 
 inline const ModalScreen AllModalScreens[] = {
@@ -59,6 +78,26 @@ inline const ModalScreen AllModalScreens[] = {
        AlarmContract caller = SampleAlarm();
        static_cast<void>(ShowAlarmSetting(caller));
      }},
+    {.name = "frmChSetting", .show = [] { ShowChSetting(0); }, .large = true},
+    {.name = "frmOperationChSet",
+     .show =
+         [] {
+           StoreFormulas(SampleFormulas(), 0);
+           ShowOperationChSet(Profile.FirstOperationChannel - 1);
+         },
+     .large = true},
+    {"frmFormula",
+     [] {
+       FormulaTable formulas = SampleFormulas();
+       ShowFormula(formulas, 1);
+     }},
+    {"frmFormula",
+     [] {
+       FormulaTable formulas;
+       ShowFormula(formulas, 1);
+     },
+     "Empty"},
+    {"frmOpSetting", [] { static_cast<void>(ShowOpSetting(SampleFormulas(), 1, 2)); }},
 };
 
 } // namespace loader::test

@@ -134,6 +134,37 @@ TEST(WithReadableSelection, KeepsTheHueAndMovesNoFurtherThanItHasTo) {
   EXPECT_LT(ContrastOf(Qt::white, back), 4.7);
 }
 
+TEST_P(ThemeOf, HasDisabledTextsThatCanBeReadAndAreToldFromTheOthers) {
+  QPalette faint = PaletteOf(GetParam());
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    faint.setColor(QPalette::Disabled, role, faint.color(QPalette::Window));
+  }
+  UsePalette(faint);
+  const QPalette used = QApplication::palette();
+  for (const auto& [text, back] : {std::pair{QPalette::WindowText, QPalette::Window},
+                                   {QPalette::Text, QPalette::Base},
+                                   {QPalette::ButtonText, QPalette::Button}}) {
+    const auto contrast = [&, text = text, back = back](QPalette::ColorGroup group) {
+      return ContrastOf(used.color(group, text), used.color(group, back));
+    };
+    EXPECT_GE(contrast(QPalette::Disabled), 4.5) << text;
+    EXPECT_LT(contrast(QPalette::Disabled), 5.5) << text;
+    EXPECT_GT(contrast(QPalette::Active), 10) << text;
+  }
+}
+
+TEST(WithReadableDisabled, LeavesWhatCanBeRead) {
+  QPalette good = PaletteOf({"", 0xEFEFEF, 0xFFFFFF, 0x000000, 0x0A4A7A, 0xFFFFFF});
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    good.setColor(QPalette::Disabled, role, QColor(0x505050));
+  }
+  EXPECT_EQ(good, WithReadableDisabled(good));
+}
+
+TEST(FadedOn, IsTheTextWhereNothingCanBeRead) {
+  EXPECT_EQ(QColor(0x777777), FadedOn(QColor(0x808080), QColor(0x777777)));
+}
+
 TEST(ReadableOn, AnyColour) {
   constexpr int Step = 15;
   for (int red = 0; red <= 0xFF; red += Step) {

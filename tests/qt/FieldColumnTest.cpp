@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
+#include <array>
 #include <gtest/gtest.h>
 
 namespace loader::test {
@@ -52,6 +53,71 @@ struct Columns : testing::Test {
     }
   }
 };
+
+// Two fields in a row, as in "lower value [ ] upper value [ ]".
+QLineEdit& AddPairs(FieldColumn& column, const QString& first, const QString& second) {
+  auto* frame = new QGroupBox;
+  auto* grid = new QGridLayout(frame);
+  grid->addWidget(new QLabel(first), 0, 0);
+  grid->addWidget(new QLineEdit, 0, 1);
+  grid->addWidget(new QLabel(second), 0, 2);
+  auto* field = new QLineEdit;
+  grid->addWidget(field, 0, 3);
+  column.layout()->addWidget(frame);
+  return *field;
+}
+
+TEST_F(Columns, TheSecondFieldsOfARowBeginOnOneLineToo) {
+  FieldColumn& column = AddColumn();
+  const QLineEdit& narrow = AddPairs(column, QStringLiteral("A"), QStringLiteral("B"));
+  const QLineEdit& wide =
+      AddPairs(column, QStringLiteral("A label of some length"), QStringLiteral("and another one"));
+  ShowAt(800);
+  EXPECT_EQ(wide.x(), narrow.x());
+}
+
+TEST_F(Columns, ASmallTableOfFourColumnsKeepsItsOwn) {
+  FieldColumn& column = AddColumn();
+  auto* frame = new QGroupBox;
+  auto* grid = new QGridLayout(frame);
+  auto* first = new QLineEdit;
+  grid->addWidget(new QLabel(QStringLiteral("1")), 0, 0);
+  grid->addWidget(first, 0, 1);
+  grid->addWidget(new QLineEdit, 0, 2);
+  grid->addWidget(new QLineEdit, 0, 3);
+  column.layout()->addWidget(frame);
+  const QLineEdit& field = AddFrame(column, QStringLiteral("A label of some length"));
+  ShowAt(800);
+  EXPECT_LT(first->x(), field.x());
+}
+
+// Three columns of which the first two stay beside each other longest.
+TEST_F(Columns, ColumnsWithinColumnsGiveWayFromTheOutside) {
+  auto* inner = new FieldColumns;
+  auto* row = new QHBoxLayout(inner);
+  row->setContentsMargins(0, 0, 0, 0);
+  std::array<FieldColumn*, 2> pair{};
+  for (FieldColumn*& column : pair) {
+    column = new FieldColumn;
+    new QVBoxLayout(column);
+    AddFrame(*column, QStringLiteral("A label of some length"));
+    row->addWidget(column);
+  }
+  columns->layout()->addWidget(inner);
+  FieldColumn& last = AddColumn();
+  AddFrame(last, QStringLiteral("A label of some length"));
+  const int each = last.minimumSizeHint().width();
+  const auto beside = [](const QWidget& one, const QWidget& other) {
+    return one.mapTo(one.window(), QPoint(0, 0)).y() == other.mapTo(other.window(), QPoint(0, 0)).y();
+  };
+  ShowAt(4 * each);
+  EXPECT_TRUE(beside(*pair[0], *pair[1]) && beside(*pair[0], last));
+  ShowAt(2 * each + each / 2);
+  EXPECT_TRUE(beside(*pair[0], *pair[1]));
+  EXPECT_FALSE(beside(*pair[0], last));
+  ShowAt(each + each / 2);
+  EXPECT_FALSE(beside(*pair[0], *pair[1]));
+}
 
 TEST_F(Columns, TheFieldsOfTwoFramesBeginBehindTheWidestLabel) {
   FieldColumn& column = AddColumn();
