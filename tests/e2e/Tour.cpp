@@ -4,7 +4,6 @@
 //
 //   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
 #include <QAction>
-#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -30,8 +29,10 @@
 #include "qt/GridView.h"
 #include "qt/QtPlatform.h"
 #include "qt/QtText.h"
+#include "tests/e2e/DialogTour.h"
 #include "tests/e2e/Guest.h"
 #include "tests/e2e/RecorderProcess.h"
+#include "tests/e2e/TourSetup.h"
 #include "tests/qt/ActiveWindow.h"
 
 namespace fs = std::filesystem;
@@ -43,15 +44,6 @@ namespace {
 QString Text(int id) {
   return ToQt(LoadText(TextId::At(id)));
 }
-
-// What the recorders of the simulator measure: the first and the last channel that the window has to show.
-struct Plant {
-  const char* model;
-  int channels;
-  const char16_t* firstTag;
-  const char16_t* firstKind;
-};
-constexpr Plant Plants[] = {{"KOV", 18, u"1号炉 上段", u"K熱電対"}, {"RUG", 36, u"取水流量 1系", u"1-5V"}};
 
 std::vector<std::string> Lines(const QString& file) {
   std::ifstream in(file.toStdString(), std::ios::binary);
@@ -83,11 +75,20 @@ public:
     LookAtTheSmallScreens();
     LookAtEveryPage();
     ChangeFields();
-    EditTheSideDialogs();
+    DialogTour dialogs(guest_, changed_);
+    dialogs.EditTheSideDialogs();
+    dialogs.SetUpAChannel();
+    dialogs.SetUpAnOperationChannel();
+    dialogs.CopyAChannel();
+    Tell(QStringLiteral(
+        "each dialog was opened from its table; a channel, an operation channel with a formula and the "
+        "entries of five tables were edited, and a channel was copied"));
     WriteBack();
     StoreSettings();
     SetClock();
     SaveAndOpen();
+    PrintTheSheet();
+    ChangeTheModelThereAndBack();
     MeetASilentRecorder();
     Close();
   }
@@ -187,90 +188,6 @@ private:
     guest_.EndStep(QStringLiteral("pages"));
   }
 
-  // The register of a number now has to hold its value.
-  void Expect(std::string_view section, std::string_view tag, int value, int item = 0) {
-    const ParamNumRecord* record = FindNumRecord(section, item, tag);
-    if (record == nullptr || record->Value != value) {
-      throw TourFailure(QStringLiteral("the store does not hold the change of %1")
-                            .arg(QString::fromStdString(std::string(tag))));
-    }
-    const ParamSection& home = ParamStore[gFFindSection(section)];
-    changed_[home.BaseAddress + item * home.ItemWords + record->WordOffset] = value;
-  }
-  static void ExpectCell(const char* table, int row, int column, const QString& text) {
-    const GridModel& cells = Guest::Find<GridView>(Guest::Window(), table).Model();
-    const QString shown = ToQt(cells.CellAt(row + cells.FixedRows(), column).text);
-    if (shown != text) {
-      throw TourFailure(
-          QStringLiteral("%1 shows \"%2\" in place of \"%3\"").arg(QString::fromLatin1(table), shown, text));
-    }
-  }
-  // Opens the dialog of a row by a double click, works in it, and closes it by its button.
-  void InTheDialogOf(const char* table, int row, const char* dialog, const std::function<void()>& work) {
-    guest_.ExpectScreen(QString::fromLatin1(dialog), [&](QWidget&) {
-      work();
-      guest_.Picture(QString::fromLatin1(dialog));
-      Guest::Click(Guest::Find<QPushButton>("btnCancel"));
-    });
-    Guest::DoubleClickCell(Guest::Find<GridView>(Guest::Window(), table), row, 0);
-    guest_.EndStep(QString::fromLatin1(dialog));
-  }
-  static void Apply() { Guest::Click(Guest::Find<QPushButton>("btnOk")); }
-
-  void EditTheSideDialogs() {
-    constexpr int DisplayPage = 3;
-    constexpr int OperationPage = 1;
-    constexpr int MailPage = 5;
-    Guest::ChoosePage(DisplayPage);
-    InTheDialogOf("fgrGroup", 1, "frmGroupSetting", [] {
-      Guest::ChooseRow("cmbGC_3", 7);
-      Guest::ChooseRow("cmbTrendDivision", 11);
-      Apply();
-    });
-    Expect("G", "GC04", 7, 1);
-    Expect("T", "TBUN", 12, 1);
-    ExpectCell("fgrGroup", 1, 6, QStringLiteral("ﾁｬﾈﾙ７"));
-    InTheDialogOf("fgrMess", 4, "frmMsgSetting", [] {
-      Guest::ChooseRow("cmbTiming", 3);
-      Guest::ChooseRow("cmbTiming1", 5);
-      Guest::ChooseRow("cmbTiming2", 2);
-      Apply();
-    });
-    Expect("M", "MTM1", 3, 4);
-    Expect("M", "MTM2", 5, 4);
-    Expect("M", "MTM3", 2, 4);
-    const QString unit = ToQt(Guest::Find<GridView>(Guest::Window(), "fgrUnit").Model().CellAt(1, 1).text);
-    InTheDialogOf("fgrUnit", 0, "frmUnitSetting", [] {
-      Guest::TypeInto(Guest::Find<QLineEdit>("txtMessage"), QStringLiteral("l/100km"));
-      Apply();
-    });
-    ExpectCell("fgrUnit", 0, 1, QStringLiteral("l/100km"));
-    InTheDialogOf("fgrUnit", 0, "frmUnitSetting", [&] { // back, for the recorder is compared at the end
-      Guest::TypeInto(Guest::Find<QLineEdit>("txtMessage"), unit);
-      Apply();
-    });
-    ExpectCell("fgrUnit", 0, 1, unit);
-    Guest::ChoosePage(OperationPage);
-    InTheDialogOf("fgrConst", 6, "frmConstSetting", [] {
-      Guest::TypeInto(Guest::Find<QLineEdit>("txtMessage"), QStringLiteral("12.345"));
-      Apply();
-    });
-    Expect("N", "CONS", 12345, 6);
-    Expect("N", "CONP", 3, 6);
-    ExpectCell("fgrConst", 6, 1, QStringLiteral("12.345"));
-    Guest::ChoosePage(MailPage);
-    const ParamNumRecord* addresses = FindNumRecord("X", 2, "EADD");
-    const int mask = addresses == nullptr ? 0 : addresses->Value ^ 0x80;
-    InTheDialogOf("flxEMailTriggerSetting", 2, "frmEMailTriggerSetting", [] {
-      Guest::Click(Guest::Find<QCheckBox>("chkRecvMailAddNo_7"));
-      Apply();
-    });
-    Expect("X", "EADD", mask, 2);
-    Guest::ChoosePage(0);
-    Tell(QStringLiteral(
-        "a group, a message, a unit, a constant and a mail trigger were edited in their dialogs"));
-  }
-
   void ChangeFields() {
     QWidget& window = Guest::Window();
     Guest::ChoosePage(2);
@@ -292,16 +209,16 @@ private:
     }
     Guest::TypeInto(hysteresis, QStringLiteral("12"));
     QTest::keyClick(&hysteresis, Qt::Key_Tab);
-    Expect("H", "ALMH", 12);
+    NoteChange(changed_, "H", 0, "ALMH", 12);
     Guest::ChooseRow("cmbParity", 2);
-    Expect("H", "COMP", 2);
+    NoteChange(changed_, "H", 0, "COMP", 2);
     Tell(QStringLiteral("a wrong value was refused in one message; two settings were changed"));
     guest_.Picture(QStringLiteral("changed"));
     Guest::ChoosePage(4);
     auto& octet = Guest::Find<QLineEdit>(window, "txtEtherIPAdd_3");
     Guest::TypeInto(octet, QStringLiteral("099"));
     QTest::keyClick(&octet, Qt::Key_Tab);
-    Expect("J", "IPA4", 99);
+    NoteChange(changed_, "J", 0, "IPA4", 99);
     Guest::ChoosePage(0);
     guest_.EndStep(QStringLiteral("changing fields"));
   }
@@ -389,6 +306,51 @@ private:
     LookAtTheChannels();
   }
 
+  void PrintTheSheet() {
+    const QString path = folder_ + QStringLiteral("/sheet-") + model_ + QStringLiteral(".Txt");
+    QFile::remove(path);
+    guest_.ExpectFileDialog(path);
+    Guest::Choose("menuFile", "smenuTextWrite");
+    guest_.EndStep(QStringLiteral("the text output"));
+    const std::vector<std::string> lines = Lines(path);
+    constexpr std::size_t LinesOfAPage = 100;
+    if (lines.size() < LinesOfAPage) {
+      throw TourFailure(QStringLiteral("the sheet has %1 lines").arg(lines.size()));
+    }
+    Tell(QStringLiteral("\"%1\" has printed %2, %3 lines").arg(Text(10503), path).arg(lines.size()));
+  }
+
+  void ChooseModel(int row) {
+    guest_.ExpectBox(Text(11016), QMessageBox::Ok);
+    Guest::ChooseRow("cmbType", row);
+    guest_.EndStep(QStringLiteral("a change of model"));
+  }
+
+  // What both models have comes back as it was.
+  void ChangeTheModelThereAndBack() {
+    const bool kov = model_ == QStringLiteral("KOV");
+    const std::u16string tag = TagOfTheFirstChannel();
+    ChooseModel(kov ? 1 : 0);
+    const int channels = Guest::Find<GridView>(Guest::Window(), "fgrCh").Model().rowCount();
+    if (channels != (kov ? 36 : 18) || TagOfTheFirstChannel() != tag) {
+      throw TourFailure(QStringLiteral("the other model shows %1 channels, the first one \"%2\"")
+                            .arg(channels)
+                            .arg(ToQt(TagOfTheFirstChannel())));
+    }
+    guest_.Picture(QStringLiteral("other-model"));
+    ChooseModel(kov ? 0 : 1);
+    if (TagOfTheFirstChannel() != tag) {
+      throw TourFailure(QStringLiteral("the first channel has lost its tag on the way back"));
+    }
+    Tell(QStringLiteral("the other model has %1 channels and the tags; and back").arg(channels));
+    Open(folder_ + QStringLiteral("/recorder.") + model_);
+  }
+  static std::u16string TagOfTheFirstChannel() {
+    constexpr int FirstRow = 2;
+    constexpr int TagColumn = 2;
+    return Guest::Find<GridView>(Guest::Window(), "fgrCh").Model().CellAt(FirstRow, TagColumn).text;
+  }
+
   // A recorder that goes silent in the middle of a read: the window stays live while the loader waits, and
   // does not let itself be closed; the user is told, and everything works again afterwards.
   void MeetASilentRecorder() {
@@ -436,51 +398,6 @@ private:
   Guest guest_;
   Memory changed_;
 };
-
-// The recorder's memory at the end against that of one which nobody has talked to: only what the tour has
-// changed may differ, and has to.
-void CompareMemories(const Memory& untouched, const Memory& written, const Memory& changed,
-                     const Plant& plant) {
-  // The register that stores the settings, the one that sets the clock, and the time of day, which runs on.
-  const std::set<int> commands{40001, 40011, 40015, 40016};
-  if (untouched.empty() || untouched.size() != written.size()) {
-    throw TourFailure(QStringLiteral("the recorder does not tell its memory"));
-  }
-  int compared = 0;
-  for (const auto& [number, before] : untouched) {
-    if (commands.contains(number)) {
-      continue;
-    }
-    const auto change = changed.find(number);
-    const int wanted = change == changed.end() ? before : change->second;
-    if (written.at(number) != wanted) {
-      throw TourFailure(QStringLiteral("register %1 of the recorder holds %2 in place of %3")
-                            .arg(number)
-                            .arg(written.at(number))
-                            .arg(wanted));
-    }
-    ++compared;
-  }
-  std::printf("tour: %s: %d registers of the recorder hold what they have to, %zu of them changed\n",
-              plant.model, compared, changed.size());
-}
-
-// The program's folder for one model: the data files and a LOADER.INI that reaches the recorder.
-fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {
-  const fs::path program = folder / ("program-" + std::string(plant.model));
-  fs::remove_all(program);
-  fs::create_directories(program);
-  const fs::path data = QCoreApplication::applicationDirPath().toStdString();
-  for (const char* file : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
-    if (fs::exists(data / file)) {
-      fs::copy_file(data / file, program / file);
-    }
-  }
-  std::ofstream(program / "LOADER.INI", std::ios::binary)
-      << "[LOADER]\r\nTYPE=" << (plant.model[0] == 'R' ? 1 : 0)
-      << "\r\nCOMMUNICATION=1\r\nCOM=0\r\nSTNO=1\r\nIP=127.0.0.1\r\n";
-  return program;
-}
 
 void TourOf(const QString& folder, const Plant& plant) {
   QtPlatformOptions options;
