@@ -32,8 +32,8 @@ struct ChannelScreenDesign {
   bool operation; // the limits and positions of kind 40 throughout, without a reference
   BrowsingRange channels;
   EntryTexts entryTexts;
-  TextId subtraction;                        // of lblSUB, with @CHNO@
-  std::span<const FieldRow> fields;          // in the order in which they are loaded
+  TextId subtraction; // of lblSUB, with @CHNO@
+  std::span<const FieldRow> fields;
   std::span<const std::string_view> applied; // tags in the order of "適用", UNIT and SEUN among them
   std::span<const CaptionOf> labels = {};    // beside those that both screens have
   std::span<const CaptionOf> frames = {};

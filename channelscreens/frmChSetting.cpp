@@ -8,6 +8,7 @@
 
 #include "channel/InputTypeRules.h"
 #include "channelscreens/ChannelCascades.h"
+#include "channelscreens/SharedFields.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modIni.h"
@@ -16,51 +17,14 @@ namespace loader {
 
 namespace {
 
-constexpr auto Fields = std::to_array<FieldRow>({
+constexpr auto Fields = WithSharedFields(std::to_array<FieldRow>({
     {.control = "txtChannelTag", .section = "C", .tag = "TAG", .tooLong = 62100, .forbidden = 62101},
     {.control = "txtChannelTag2", .section = "C", .tag = "TAG2", .tooLong = 62100, .forbidden = 62101},
     {"cmbInputType", "C", "TYPE"},
     {"cmbInputOtch", "C", "OTCH"},
-    {"cmbDecimal", "C", "POIN"},
-    {"cmbFtio", "C", "FTIO"},
-    {"cmbTaisu", "C", "TAIS"},
-    {"cmbROOT", "C", "ROOT"},
-    {"cmbDispColor", "C", "COLR"},
-    {"txtInputFilter", "C", "FILT"},
     {"cmbScale", "C", "SCAL"},
-    {"txtStMin", "C", "MMIN"},
-    {"txtStMax", "C", "MMAX"},
-    {"txtIndMin", "C", "SMIN"},
-    {"txtIndMax", "C", "SMAX"},
-    {"txtPVShift", "C", "PVSI"},
-    {"txtPVSlope", "C", "PVKA"},
-    {"txtRecRangeMin", "C", "RMIN"},
-    {"txtRecRangeMax", "C", "RMAX"},
-    {"cmbRecMode", "C", "RECO"},
-    {"cmbRecM", "C", "RECM"},
-    {"cmbSUBCh", "C", "SUBC"},
     {.control = "txtSekiTag", .section = "C", .tag = "STAG", .tooLong = 62107, .forbidden = 62108},
-    {"cmbSeki", "C", "SEKI"},
-    {"cmbStyp", "C", "STYP"},
-    {"cmbSdig", "C", "SDIG"},
-    {"cmbSbas", "C", "SBAS"},
-    {"cmbSres", "C", "SRES"},
-    {"cmbSri", "C", "SRIN"},
-    {"txtSekiScale", "C", "SSCL"},
-    {"txtSecu", "C", "SECU"},
-    {"cmbAlarmType1", "A", "A1TY"},
-    {"cmbAlarmType2", "A", "A2TY"},
-    {"cmbAlarmType3", "A", "A3TY"},
-    {"cmbAlarmType4", "A", "A4TY"},
-    {"txtAlarmSet1", "A", "A1VL"},
-    {"txtAlarmSet2", "A", "A2VL"},
-    {"txtAlarmSet3", "A", "A3VL"},
-    {"txtAlarmSet4", "A", "A4VL"},
-    {"cmbAlarmOut1", "A", "A1RL"},
-    {"cmbAlarmOut2", "A", "A2RL"},
-    {"cmbAlarmOut3", "A", "A3RL"},
-    {"cmbAlarmOut4", "A", "A4RL"},
-});
+}));
 
 constexpr auto Applied = std::to_array<std::string_view>({
     "TAG",  "TAG2", "TYPE", "OTCH", "UNIT", "POIN", "FTIO", "TAIS", "ROOT", "COLR", "FILT", "SCAL",

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "channelscreens/SharedFields.h"
 #include "channelscreens/frmFormula.h"
 #include "core/ModelProfile.h"
 #include "core/TextTable.h"
@@ -13,48 +14,11 @@ namespace loader {
 
 namespace {
 
-constexpr auto Fields = std::to_array<FieldRow>({
+constexpr auto Fields = WithSharedFields(std::to_array<FieldRow>({
     {.control = "txtChannelTag", .section = "C", .tag = "TAG", .tooLong = 62400, .forbidden = 62401},
     {.control = "txtChannelTag2", .section = "C", .tag = "TAG2", .tooLong = 62400, .forbidden = 62401},
-    {"cmbDispColor", "C", "COLR"},
-    {"txtInputFilter", "C", "FILT"},
-    {"cmbDecimal", "C", "POIN"},
-    {"cmbTaisu", "C", "TAIS"},
-    {"txtStMin", "C", "MMIN"},
-    {"txtStMax", "C", "MMAX"},
-    {"txtIndMin", "C", "SMIN"},
-    {"txtIndMax", "C", "SMAX"},
-    {"cmbROOT", "C", "ROOT"},
-    {"txtPVShift", "C", "PVSI"},
-    {"txtPVSlope", "C", "PVKA"},
-    {"cmbFtio", "C", "FTIO"},
-    {"txtRecRangeMin", "C", "RMIN"},
-    {"txtRecRangeMax", "C", "RMAX"},
-    {"cmbRecMode", "C", "RECO"},
-    {"cmbRecM", "C", "RECM"},
-    {"cmbSUBCh", "C", "SUBC"},
     {.control = "txtSekiTag", .section = "C", .tag = "STAG", .tooLong = 62408, .forbidden = 62409},
-    {"cmbSeki", "C", "SEKI"},
-    {"cmbStyp", "C", "STYP"},
-    {"cmbSdig", "C", "SDIG"},
-    {"cmbSbas", "C", "SBAS"},
-    {"cmbSres", "C", "SRES"},
-    {"txtSekiScale", "C", "SSCL"},
-    {"txtSecu", "C", "SECU"},
-    {"cmbSri", "C", "SRIN"},
-    {"cmbAlarmType1", "A", "A1TY"},
-    {"txtAlarmSet1", "A", "A1VL"},
-    {"cmbAlarmOut1", "A", "A1RL"},
-    {"cmbAlarmType2", "A", "A2TY"},
-    {"txtAlarmSet2", "A", "A2VL"},
-    {"cmbAlarmOut2", "A", "A2RL"},
-    {"cmbAlarmType3", "A", "A3TY"},
-    {"txtAlarmSet3", "A", "A3VL"},
-    {"cmbAlarmOut3", "A", "A3RL"},
-    {"cmbAlarmType4", "A", "A4TY"},
-    {"txtAlarmSet4", "A", "A4VL"},
-    {"cmbAlarmOut4", "A", "A4RL"},
-});
+}));
 
 // Another order than that of the measuring channels: a refused value has other ones stored before it.
 constexpr auto Applied = std::to_array<std::string_view>({

@@ -8,6 +8,8 @@
 #include <sstream>
 #include <vector>
 
+#include "channelscreens/frmChSetting.h"
+#include "channelscreens/frmOperationChSet.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modFile.h"
@@ -283,6 +285,12 @@ Places AllPlaces() {
     places[KeyOf("O", tag)].push_back("`fgrOperationChSet` 4 to 7");
   }
   AddFields(places, "", SettingsFields());
+  AddFields(places, "frmChSetting", ChannelFields());
+  AddFields(places, "frmOperationChSet", OperationChannelFields());
+  for (const char* screen : {"`frmChSetting`", "`frmOperationChSet`"}) { // the units are labels with a button
+    places[KeyOf("C", "UNIT")].push_back(std::string(screen) + " `lblSelUnit`");
+    places[KeyOf("C", "SEUN")].push_back(std::string(screen) + " `lblSelSekiUnit`");
+  }
   AddFields(places, "frmGroupSetting", GroupFields());
   AddFields(places, "frmMsgSetting", MessageFields());
   AddFields(places, "frmUnitSetting", UnitFields());
