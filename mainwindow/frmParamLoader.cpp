@@ -107,24 +107,36 @@ void ShowCommSettings(ParamLoaderScreen& window) {
   CheckOnly(window.smenuCOM, Settings.ComPortIndex);
 }
 
+bool HasTablesToCopyIn(int page) {
+  return page == ChannelPage || page == OperationPage || page == DisplayPage;
+}
+
+constexpr int OpenButton = 1;
+constexpr int CopyButton = 2;
+constexpr int PasteButton = 3;
+
+// Paste changes the set-up: not offered while an exchange holds the controls. Copy only remembers a row.
+void OfferPaste(ParamLoaderScreen& window, bool noExchange) {
+  const bool offered = noExchange && HasTablesToCopyIn(window.tbsParameter.current);
+  window.smenuPaste.enabled = offered;
+  window.V(PasteButton).enabled = offered;
+}
+
 void ChangePage(ParamLoaderScreen& window) {
   const int page = window.tbsParameter.current;
   window.CopySourceRow = 0;
   window.CopyKind = page == ChannelPage     ? CopyKinds::Channels
                     : page == OperationPage ? CopyKinds::OperationChannels
                                             : CopyKinds::None;
-  const bool tables = page == ChannelPage || page == OperationPage || page == DisplayPage;
+  const bool tables = HasTablesToCopyIn(page);
   window.smenuCopy.enabled = tables;
-  window.smenuPaste.enabled = tables;
-  constexpr int OpenButton = 1;
-  constexpr int CopyButton = 2;
-  constexpr int PasteButton = 3;
   for (int button = 1; button <= window.V.Count(); ++button) {
     if (button == OpenButton && ExchangeUnderWay(window)) {
       continue; // as the exchange has it: it is not offered until that has ended
     }
-    window.V(button).enabled = tables || (button != CopyButton && button != PasteButton);
+    window.V(button).enabled = tables || button != CopyButton;
   }
+  OfferPaste(window, window.btnRegRead.enabled && window.btnRegWrite.enabled);
   if (!tables) {
     // On all three pages alike, deliberately, although the field lies on the recorder's page.
     RequestFocus(ListNamed(window, "cmbMainSample"));
@@ -422,7 +434,7 @@ FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow) {
   FlowCallbacks callbacks;
   const std::array<Control*, 4> fileCommands{&window.smenuOpen, &window.smenuOverWrite,
                                              &window.smenuTextWrite, &window.V(1)};
-  callbacks.setControlsEnabled = [controls, fileCommands](bool enabled) {
+  callbacks.setControlsEnabled = [&window, controls, fileCommands](bool enabled) {
     for (Control* control : controls) {
       control->enabled = enabled;
     }
@@ -430,6 +442,7 @@ FlowCallbacks CallbacksOf(ParamLoaderScreen& window, Flow flow) {
     for (Control* command : fileCommands) {
       command->enabled = enabled;
     }
+    OfferPaste(window, enabled);
   };
   // Stopping the lamp leaves its last colour standing.
   callbacks.setLamp = [&window](bool on) {

@@ -102,6 +102,18 @@ TEST_F(Templates, PutANumberThatAListGivesLikeANumber) {
   EXPECT_EQ("|1 2      |", Printed("|\"X01EADD\"|"));
 }
 
+// A power of ten reads as a number, a time of day does not.
+TEST_F(Templates, PutAPowerOfTenLikeANumber) {
+  Put("C", 0, "TYPE", 32);
+  Put("C", 0, "SCAL", 1);
+  Put("C", 0, "TAIS", 1);
+  Put("C", 0, "RMIN", -2);
+  Put("C", 0, "RMAX", 3);
+  EXPECT_EQ("|    1.00E-2  |   1.00E3  |", Printed("|\"C01RMIN    \"|\"C01RMAX  \"|"));
+  Put("E", 0, "TSBA", 485);
+  EXPECT_EQ("|8:05     |", Printed("|\"E01TSBA\"|"));
+}
+
 TEST_F(Templates, PutTheDigitsOfATextLeft) {
   PutText("C", 0, "TAG", "123");
   EXPECT_EQ("|123     |", Printed("|\"C01TAG\"|"));

@@ -36,7 +36,7 @@ declare -A code=(
   [bulk_transfer]="comm/BulkRead.cpp comm/BulkWrite.cpp comm/ParameterTelegram.cpp comm/RecorderCheck.cpp
                    comm/RecorderCommands.cpp comm/FlowCallbacks.cpp core/UserUnits.cpp"
   [value_rules]="channel/modUtil.cpp channel/InputTypeRules.cpp"
-  [window_tables]="mainwindow/ParameterTables.cpp mainwindow/ChannelCells.cpp mainwindow/SettingsPages.cpp
+  [window_tables]="mainwindow/ParameterTables.cpp mainwindow/TableCells.cpp mainwindow/SettingsPages.cpp
                    mainwindow/SettingsTables.cpp mainwindow/TableLayouts.cpp operation/Formula.cpp"
 )
 

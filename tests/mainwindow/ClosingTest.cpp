@@ -139,10 +139,11 @@ protected:
     std::sort(names.begin(), names.end());
     return names;
   }
-  // The controls that this flow keeps disabled, and the file commands, which no exchange offers.
+  // The controls that this flow keeps disabled, and the file commands and paste, which no exchange offers.
   static std::vector<std::string> Expected() {
     std::vector<std::string> names = GetParam().disabled;
-    names.insert(names.end(), {"V(1)", "smenuOpen", "smenuOverWrite", "smenuTextWrite"});
+    names.insert(names.end(),
+                 {"V(1)", "V(3)", "smenuOpen", "smenuOverWrite", "smenuPaste", "smenuTextWrite"});
     std::sort(names.begin(), names.end());
     return names;
   }
@@ -163,6 +164,55 @@ INSTANTIATE_TEST_SUITE_P(
         FlowRow{"StoreSettings", Flow::StoreSettings, {"btnRegRead", "btnRegWrite", "cmdFIX", "cmdTime"}},
         FlowRow{"SetClock", Flow::SetClock, {"btnRegRead", "btnRegWrite", "cmdFIX"}}),
     [](const auto& tested) { return std::string(tested.param.name); });
+
+// Paste changes the set-up and waits for the end of the exchange, and for a page with tables; copy only
+// remembers a row.
+struct PasteRow {
+  int during;
+  int after;
+  bool offered;
+};
+class PasteInAnExchange : public ReadingWindow, public testing::WithParamInterface<PasteRow> {
+protected:
+  static bool IsOffered() {
+    EXPECT_EQ(Window().smenuPaste.enabled, Window().V(3).enabled);
+    return Window().smenuPaste.enabled;
+  }
+};
+TEST_P(PasteInAnExchange, IsOfferedAfterItOnAPageWithTables) {
+  bool seen = false;
+  recorder.onRequest = [&](int) {
+    if (!seen && !Window().btnRegRead.enabled) {
+      seen = true;
+      EXPECT_FALSE(IsOffered());
+      user.ChoosePage(Window().tbsParameter, GetParam().during);
+      EXPECT_FALSE(IsOffered());
+      user.ChoosePage(Window().tbsParameter, GetParam().after);
+      EXPECT_FALSE(IsOffered());
+      EXPECT_EQ(GetParam().offered, Window().V(2).enabled);
+    }
+  };
+  platform.ExpectBox(20104);
+  user.Click(Window().btnRegRead);
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(GetParam().offered, IsOffered());
+}
+// The controls are free while the link is being opened; a link that cannot be opened leaves them so.
+TEST_P(PasteInAnExchange, IsAsThePageHasItAfterALinkThatDoesNotOpen) {
+  Window().flowUnderWay = true;
+  user.ChoosePage(Window().tbsParameter, GetParam().during);
+  user.ChoosePage(Window().tbsParameter, GetParam().after);
+  Window().flowUnderWay = false;
+  EXPECT_EQ(GetParam().offered, IsOffered());
+}
+INSTANTIATE_TEST_SUITE_P(
+    Pages, PasteInAnExchange,
+    testing::Values(PasteRow{RecorderPage, ChannelPage, true}, PasteRow{OperationPage, DisplayPage, true},
+                    PasteRow{MailPage, OperationPage, true}, PasteRow{DisplayPage, RecorderPage, false},
+                    PasteRow{OperationPage, EthernetPage, false}, PasteRow{DisplayPage, MailPage, false}),
+    [](const auto& tested) {
+      return "Page" + std::to_string(tested.param.during) + "Then" + std::to_string(tested.param.after);
+    });
 
 TEST_F(KovWindow, RefreshOfAFlowShowsTheStore) {
   PutText("C", 0, "TAG", "READ");

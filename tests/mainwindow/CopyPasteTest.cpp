@@ -477,8 +477,8 @@ TEST_F(ReadingWindow, IsNotPastedInto) {
   recorder.onRequest = [&](int request) {
     if (request == 5) {
       seen = true;
-      user.Click(Window().smenuPaste);
-      user.Click(Window().V(3));
+      EXPECT_FALSE(user.Click(Window().smenuPaste));
+      EXPECT_FALSE(user.Click(Window().V(3)));
     }
   };
   platform.ExpectBox(20104);
