@@ -20,6 +20,7 @@ namespace loader {
 
 constexpr int InputKinds = 42;
 constexpr int KindSkip = 0;
+constexpr int FirstOtherKind = 30; // the kinds below are temperatures
 constexpr int KindOtherChannel = 40;
 
 // --- The table of kinds

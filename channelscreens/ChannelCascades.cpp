@@ -59,7 +59,6 @@ constexpr EnableRow EnableRows[] = {
 };
 
 Class ClassOf(const ChannelScreen& screen) {
-  constexpr int FirstOtherKind = 30; // the kinds below are temperatures
   if (screen.InputType == KindOtherChannel) {
     return Class::OtherChannel;
   }
@@ -163,8 +162,13 @@ void RunCascade(ChannelScreen& screen, const Control& picked, const std::functio
   cascade();
   SetEnabled(screen);
   ShowDerived(screen);
+  const std::array<const Control*, 4> units{&screen.lblStUnit, &screen.lblIndUnit, &screen.lblRecUnit,
+                                            &screen.lblAlarmUnit}; // lblSelUnit tells the change
   for (std::size_t i = 0; i < before.size(); ++i) {
     Control& control = *screen.controls[i];
+    if (std::ranges::find(units, &control) != units.end()) {
+      continue;
+    }
     control.marked = &control != &picked && ShownOn(control) != before[i];
   }
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "channel/InputTypeRules.h"
 #include "channelscreens/ChannelCascades.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
@@ -82,6 +83,40 @@ constexpr std::string_view ScaleFields[] = {"txtStMin", "txtStMax", "txtIndMin",
 std::u16string UnitText(int unit) {
   const std::u16string* text = CatalogueEntry(UnitNames, unit);
   return text == nullptr ? std::u16string() : *text;
+}
+
+// What the terminals measure: a temperature in the channel's own unit, a voltage in that of the kind, another
+// channel in the unit that this one has in the store. Nothing of a kind that measures nothing or has no name,
+// nor of an operation channel, whose formula tells no unit.
+std::u16string MeasuringUnit(const ChannelScreen& screen) {
+  if (screen.design.operation || screen.InputType == KindSkip) {
+    return {};
+  }
+  if (screen.InputType == KindOtherChannel) {
+    return screen.OtherChannel < 0 ? std::u16string()
+                                   : UnitText(NumValue("C", screen.OtherChannel, "UNIT", NoUnitChosen));
+  }
+  const std::u16string* name = CatalogueEntry(InputTypeNames, screen.InputType);
+  if (name == nullptr || name->empty()) {
+    return {};
+  }
+  constexpr int Celsius = 0;
+  constexpr int Fahrenheit = 1; // in force for any other unit of a temperature
+  if (screen.InputType < FirstOtherKind) {
+    return UnitText(screen.CurrentUnit == Celsius ? Celsius : Fahrenheit);
+  }
+  return UnitText(InputRangeRowOf(screen.InputType)[0].UnitNo);
+}
+
+// Under the logarithm engineering value and record range are exponents, under the F value record range and
+// alarms are F values: neither is a number in the channel's unit.
+void ShowUnitsBeside(ChannelScreen& screen) {
+  const std::u16string unit = UnitText(screen.CurrentUnit);
+  const bool fValue = screen.FtioOn && !screen.LogOn;
+  screen.lblStUnit.caption = MeasuringUnit(screen);
+  screen.lblIndUnit.caption = screen.LogOn ? u"" : unit;
+  screen.lblRecUnit.caption = screen.LogOn || fValue ? u"" : unit;
+  screen.lblAlarmUnit.caption = fValue ? u"" : unit;
 }
 
 void ShowSwatch(ChannelScreen& screen) {
@@ -306,6 +341,9 @@ void HideWhatTheModelHasNot(ChannelScreen& screen) {
       field.list->visible = false;
     }
   }
+  for (Label& power : screen.lblAlarmSetInput) {
+    power.visible = ModelCode == "KOV"; // the others have no logarithm
+  }
   ShowLabelsWithFields(screen, Labels);
   ShowLabelsWithFields(screen, screen.design.labels);
 }
@@ -369,6 +407,7 @@ void TakeShown(ChannelScreen& screen) {
 void ShowDerived(ChannelScreen& screen) {
   screen.lblSelUnit.caption = UnitText(screen.CurrentUnit);
   screen.lblSelSekiUnit.caption = UnitText(screen.CurrentSekiUnit);
+  ShowUnitsBeside(screen);
   ShowSwatch(screen);
   ShowAlarmPowers(screen);
 }

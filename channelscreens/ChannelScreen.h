@@ -53,6 +53,12 @@ struct ChannelScreen : Screen {
   Button cmdUnitSelect{*this, "cmdUnitSelect"};
   Label lblSelSekiUnit{*this, "lblSelSekiUnit"};
   Button cmdSekiUnitSelect{*this, "cmdSekiUnitSelect"};
+  // Beside the numbers: that of the measuring range, that of the engineering value, that of the record range
+  // and that of the alarms. Empty where the numbers have none, or none that is known.
+  Label lblStUnit{*this, "lblStUnit"};
+  Label lblIndUnit{*this, "lblIndUnit"};
+  Label lblRecUnit{*this, "lblRecUnit"};
+  Label lblAlarmUnit{*this, "lblAlarmUnit"};
   Label lblColor{*this, "lblColor"}; // the swatch beside the colours
   Label lblSUB{*this, "lblSUB"};
   static constexpr int Alarms = 4;

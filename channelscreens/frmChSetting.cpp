@@ -43,8 +43,6 @@ constexpr auto Frames = std::to_array<CaptionOf>({
     {"fraCh", 18007},
 });
 
-constexpr int FirstOtherKind = 30; // the kinds below are temperatures
-
 // --- cmbScale
 
 // The position that a kind brings along: for kind 40 that of the reference.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "channel/InputTypeRules.h"
 #include "core/TextTable.h"
 #include "core/modIni.h"
 #include "platform/Platform.h"
@@ -12,7 +13,6 @@ namespace {
 
 constexpr int UnitColumns = 6;
 constexpr int TemperatureUnits = 2; // the first ones of the list
-constexpr int FirstOtherKind = 30;  // the kinds below are temperatures
 
 void LayOut(Grid& grid, int units, int columns) {
   grid.FixedRows = 0;

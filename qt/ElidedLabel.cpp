@@ -13,16 +13,26 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
+void ElidedLabel::setCharacters(int characters) {
+  characters_ = characters;
+  setSizePolicy(characters > 0 ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Preferred);
+  updateGeometry();
+}
+
+int ElidedLabel::Width() const {
+  return characters_ * fontMetrics().horizontalAdvance(u'0');
+}
+
 bool ElidedLabel::IsCut() const {
   return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
 }
 
 QSize ElidedLabel::sizeHint() const {
-  return {0, QLabel::sizeHint().height()};
+  return {Width(), QLabel::sizeHint().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
-  return {0, QLabel::minimumSizeHint().height()};
+  return {Width(), QLabel::minimumSizeHint().height()};
 }
 
 bool ElidedLabel::event(QEvent* event) {

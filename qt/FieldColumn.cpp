@@ -15,10 +15,12 @@ namespace {
 
 // Labels stand in the first column of a frame, and in the third of one with two fields in a row.
 constexpr std::array LabelColumns{0, 2};
+// Where the frames have units, they stand behind the second field.
+constexpr int UnitColumn = 4;
 
-// Two fields in a row, each behind its label; a small table has four columns as well.
+// Two fields in a row, each behind its label, and a unit behind them; a small table has as many columns.
 bool HoldsPairs(const QGridLayout& grid) {
-  if (grid.columnCount() != 4) {
+  if (grid.columnCount() != 4 && grid.columnCount() != 5) {
     return false;
   }
   for (int row = 0; row < grid.rowCount(); ++row) {
@@ -42,8 +44,8 @@ std::vector<QGridLayout*> LabelledGrids(const QWidget& column) {
   return grids;
 }
 
-// Pixels of the widest label; a heading that spans the columns is none.
-int LabelWidth(const QGridLayout& grid, int labelColumn) {
+// Pixels of the widest label or unit of a column; what spans columns is none.
+int ColumnWidth(const QGridLayout& grid, int labelColumn) {
   int width = 0;
   for (int index = 0; index < grid.count(); ++index) {
     int row = 0;
@@ -89,10 +91,10 @@ bool FieldColumn::event(QEvent* event) {
 
 void FieldColumn::AlignFields() {
   const std::vector<QGridLayout*> grids = LabelledGrids(*this);
-  for (const int column : LabelColumns) {
+  for (const int column : {LabelColumns.front(), LabelColumns.back(), UnitColumn}) {
     int width = 0;
     for (const QGridLayout* grid : grids) {
-      width = std::max(width, LabelWidth(*grid, column));
+      width = std::max(width, ColumnWidth(*grid, column));
     }
     for (QGridLayout* grid : grids) {
       if (column < grid->columnCount() && grid->columnMinimumWidth(column) != width) {

@@ -8,7 +8,8 @@ class QBoxLayout;
 namespace loader {
 
 // Frames one below the other, all of one width, whose fields begin on one line: a frame with a grid of labels
-// and fields (two columns, or four with two fields in a row) gives its labels the width of the widest label
+// and fields (two columns, or four with two fields in a row, or five with a
+// unit behind them) gives its labels the width of the widest label
 // in the column.
 class FieldColumn : public QWidget {
   Q_OBJECT

@@ -1,5 +1,5 @@
-// The desktop's style, whatever it is, with one picture of the program's own, and with fields that can only
-// be read told from those that can be typed into.
+// The desktop's style, whatever it is, with one picture of the program's own, with fields that can only be
+// read told from those that can be typed into, and with lists that open below their field.
 #pragma once
 
 #include <QProxyStyle>
@@ -13,6 +13,8 @@ class ProgramStyle final : public QProxyStyle {
 public:
   [[nodiscard]] QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
                                    const QWidget* widget) const override;
+  [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                              QStyleHintReturn* returnData) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
 };

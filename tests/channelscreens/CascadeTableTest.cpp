@@ -126,7 +126,7 @@ void ExpectChanges(Desk& desk, Texts before, const std::string& picked, int row,
     before[control] = text;
   }
   before[picked] = std::to_string(row);
-  const Texts after = ShownOf(*desk.screen);
+  const Texts after = FieldsShownOf(*desk.screen);
   EXPECT_EQ(before, after);
   for (const Control* control : desk.screen->controls) {
     const auto was = shown.find(control->name);
@@ -239,7 +239,7 @@ TEST(ChannelCascades, AKindBringsItsUnitItsPositionAndItsDefaults) {
         continue; // the row that stands
       }
       LoadEntry(desk.screen->browsing, Channel);
-      const Texts before = ShownOf(*desk.screen);
+      const Texts before = FieldsShownOf(*desk.screen);
       ASSERT_TRUE(desk.PickKind(row.kind)) << row.kind;
       Texts changes{
           {"lblSelUnit", row.kind == 0 ? ToUtf8(UnitNames.at(5)) : row.unit},
@@ -305,7 +305,7 @@ TEST(ChannelCascades, ScalingOffBringsTheKindsOwnScale) {
       EXPECT_EQ(row != std::end(OwnScaleRows), desk.Enabled("cmbScale"));
       return;
     }
-    const Texts before = ShownOf(*desk.screen);
+    const Texts before = FieldsShownOf(*desk.screen);
     ASSERT_TRUE(desk.Pick("cmbScale", 0));
     Texts changes{
         {"lblSelUnit", row->unit},
@@ -337,7 +337,7 @@ TEST(ChannelCascades, ScalingOnRewritesNothing) {
     if (start.scaling || !desk.Enabled("cmbScale")) {
       return;
     }
-    const Texts before = ShownOf(*desk.screen);
+    const Texts before = FieldsShownOf(*desk.screen);
     ASSERT_TRUE(desk.Pick("cmbScale", 1));
     Texts changes; // the texts of 1.234 V are exponents now, and the labels follow them
     if (LogInForce(start) && (start.kind == 32 || start.kind == 33)) {
@@ -361,7 +361,7 @@ TEST(ChannelCascades, APositionMovesThePointAndKeepsTheIntegers) {
         continue;
       }
       LoadEntry(desk.screen->browsing, Channel);
-      const Texts before = ShownOf(*desk.screen);
+      const Texts before = FieldsShownOf(*desk.screen);
       ASSERT_TRUE(desk.Pick("cmbDecimal", point));
       const std::string text = Of1234[static_cast<std::size_t>(point)];
       Texts changes{{"txtIndMin", text}, {"txtIndMax", text}, {"txtPVShift", text}};
@@ -393,7 +393,7 @@ TEST(ChannelCascades, TheLogarithmShowsTheSameIntegersAsExponents) {
     Put("C", Channel, "RMIN", -9);
     Put("C", Channel, "RMAX", 12); // no exponent
     LoadEntry(desk.screen->browsing, Channel);
-    const Texts before = ShownOf(*desk.screen);
+    const Texts before = FieldsShownOf(*desk.screen);
     const int row = start.log ? 0 : 1;
     ASSERT_TRUE(desk.Pick("cmbTaisu", row));
     // At POIN, which is 2, or at FPOI, which is 3.
@@ -423,7 +423,7 @@ TEST(ChannelCascades, TheLogarithmShowsTheSameIntegersAsExponents) {
 TEST(ChannelCascades, TheFValueMovesWhatStandsAtItsPosition) {
   ForEachStart([](Desk& desk, const Start& start) {
     const int row = start.fValue ? 0 : 1;
-    const Texts before = ShownOf(*desk.screen);
+    const Texts before = FieldsShownOf(*desk.screen);
     if (LogInForce(start)) {
       EXPECT_FALSE(desk.Pick("cmbFtio", row));
       return;
@@ -458,7 +458,7 @@ TEST(ChannelCascades, AnotherReferenceMovesTheMeasuringRange) {
     for (int kind = 0; kind < Kinds; ++kind) {
       Put("C", 5, "TYPE", kind);
       LoadEntry(desk.screen->browsing, Channel);
-      const Texts before = ShownOf(*desk.screen);
+      const Texts before = FieldsShownOf(*desk.screen);
       ASSERT_TRUE(desk.Pick("cmbInputOtch", 5));
       constexpr std::array<const char*, 4> Of1{"1", "0.1", "0.01", "0.001"};
       // A reference that refers further has no position of its own.
@@ -479,11 +479,11 @@ TEST(ChannelCascades, AnotherReferenceMovesTheMeasuringRange) {
 
 TEST(ChannelCascades, TheRowThatStandsRunsNone) {
   ForEachStart([](Desk& desk, const Start& /*start*/) {
-    const Texts before = ShownOf(*desk.screen);
+    const Texts before = FieldsShownOf(*desk.screen);
     for (const char* list :
          {"cmbInputType", "cmbScale", "cmbDecimal", "cmbTaisu", "cmbFtio", "cmbInputOtch"}) {
       SelectRow(desk.List(list), desk.Row(list));
-      EXPECT_EQ(before, ShownOf(*desk.screen)) << list;
+      EXPECT_EQ(before, FieldsShownOf(*desk.screen)) << list;
     }
     EXPECT_TRUE(
         std::ranges::none_of(desk.screen->controls, [](const Control* control) { return control->marked; }));

@@ -84,6 +84,15 @@ inline std::map<std::string, std::string> ShownOf(const Screen& screen) {
   return shown;
 }
 
+// The same without the units beside the numbers, which follow from the rest (UnitsBesideTest).
+inline std::map<std::string, std::string> FieldsShownOf(const Screen& screen) {
+  std::map<std::string, std::string> shown = ShownOf(screen);
+  for (const char* unit : {"lblStUnit", "lblIndUnit", "lblRecUnit", "lblAlarmUnit"}) {
+    EXPECT_EQ(1U, shown.erase(unit)) << unit;
+  }
+  return shown;
+}
+
 // Numbers and texts of the whole store.
 struct WholeStore {
   std::vector<std::int16_t> numbers = AllNumbers();

@@ -106,13 +106,14 @@ protected:
     PutState(from);
     const WholeStore before;
     Open(Channel, [&](OperationChSetScreen& screen) {
-      ShownTexts expected = ShownOf(screen);
+      ShownTexts expected = FieldsShownOf(screen);
       for (const auto& [name, text] : Expected(to)) {
         expected[name] = text;
       }
-      const ShownTexts shownBefore = ShownOf(screen);
+      const ShownTexts shownBefore = FieldsShownOf(screen);
       ASSERT_TRUE(Pick(screen, list, row));
-      EXPECT_EQ(expected, ShownOf(screen)) << list << " from " << from.decimal << from.log << from.fValue;
+      EXPECT_EQ(expected, FieldsShownOf(screen))
+          << list << " from " << from.decimal << from.log << from.fValue;
       for (const Control* control : screen.controls) {
         const auto text = shownBefore.find(control->name);
         const bool changed = text != shownBefore.end() && expected.at(control->name) != text->second;
@@ -140,7 +141,7 @@ TEST_F(OperationCascade, EveryStateIsShownAsItIsLoaded) {
   for (const Shows& state : States) {
     PutState(state);
     Open(Channel, [&](OperationChSetScreen& screen) {
-      const ShownTexts shown = ShownOf(screen);
+      const ShownTexts shown = FieldsShownOf(screen);
       for (const auto& [name, text] : Expected(state)) {
         EXPECT_EQ(text, shown.at(name)) << name << state.decimal << state.log << state.fValue;
       }

@@ -2,7 +2,6 @@
 #include <QAction>
 #include <QToolBar>
 
-#include "qt/GridView.h"
 #include "tests/display/DisplayFixture.h"
 #include "tests/support/Store.h"
 
@@ -12,10 +11,7 @@ namespace {
 struct CopyPasteOnTheDisplay : OnTheDisplay {
   void SetUp() override { OpenProgram(); }
   GridView& Table() { return Find<GridView>("fgrCh"); }
-  void ClickChannel(int channel) {
-    const QModelIndex cell = Table().model()->index(channel - 1, 1);
-    hands.ClickAt(*Table().viewport(), Table().visualRect(cell).center());
-  }
+  void ClickChannel(int channel) { ClickCell(Table(), channel - 1, 1); }
   void ClickTool(const char* action) {
     auto& tool = Find<QAction>(action);
     for (QObject* of : tool.associatedObjects()) {

@@ -162,8 +162,8 @@ void Hands::Click(const QWidget& widget) {
 }
 
 void Hands::DoubleClickAt(const QWidget& widget, QPoint at) {
-  QApplication::setDoubleClickInterval(doubleClickInterval_);
   ClickAt(widget, at);
+  QApplication::setDoubleClickInterval(Patience); // a busy machine may be long about the second click
   ClickAt(widget, at);
   QApplication::setDoubleClickInterval(0);
 }

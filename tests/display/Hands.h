@@ -15,7 +15,16 @@ struct xcb_connection_t;
 namespace loader::test {
 
 // The keys that have no character, by the display's numbers for them.
-enum class Key : unsigned { Tab = 0xff09, Return = 0xff0d, Escape = 0xff1b };
+enum class Key : unsigned {
+  Tab = 0xff09,
+  Return = 0xff0d,
+  Escape = 0xff1b,
+  Home = 0xff50,
+  Left = 0xff51,
+  Up = 0xff52,
+  Right = 0xff53,
+  Down = 0xff54,
+};
 
 class Hands final : public QAbstractNativeEventFilter {
 public:

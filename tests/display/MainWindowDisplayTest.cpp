@@ -1,8 +1,6 @@
 // A value refused in the main window: the click that left it is not acted on, and the field has the keyboard
 // again.
 #include <QComboBox>
-#include <QTabBar>
-#include <QTabWidget>
 
 #include "tests/display/DisplayFixture.h"
 #include "tests/support/Store.h"
@@ -20,10 +18,6 @@ struct NumberFieldOnTheDisplay : OnTheDisplay {
   }
   QTabWidget& Pages() { return Find<QTabWidget>("tbsParameter"); }
   QLineEdit& Hysteresis() { return Field(Window(), "txtAlarmHist"); }
-  void ClickTab(int page) {
-    const QTabBar& bar = *Pages().tabBar();
-    hands.ClickAt(bar, bar.tabRect(page).center());
-  }
   void ExpectRefused() {
     ExpectKeyboardBackIn(Hysteresis(), "bad");
     EXPECT_EQ(1, boxes.Shown());

@@ -1,10 +1,6 @@
 // The side dialogs as a user works them: opened from their tables, edited, applied and closed by mouse or
 // keyboard, and where the keyboard is after a refused value and behind the dialog.
-#include <QPointer>
-#include <QTabBar>
-#include <QTabWidget>
 #include <functional>
-#include <utility>
 
 #include "qt/GridView.h"
 #include "tests/display/DisplayFixture.h"
@@ -35,81 +31,26 @@ const TableDialog TableDialogs[] = {
     {"frmConstSetting", "fgrConst", OperationPage, "txtMessage", "12.345", "N", "CONS", "abc", 62200, "abc"},
     {"frmEMailTriggerSetting", "flxEMailTriggerSetting", MailPage, "txtTitle", "hot", "X", "ETTL"}};
 
-// Runs `act` from the event loop of the window of that name, once it is shown.
-class WhenShown final : public QObject {
-public:
-  WhenShown(const char* name, std::function<void(QWidget&)> act)
-      : name_(QString::fromLatin1(name)), act_(std::move(act)) {
-    qApp->installEventFilter(this);
-  }
-  // True when `act` has run; waits for it.
-  [[nodiscard]] bool WasShown() const {
-    return QTest::qWaitFor([this] { return done_; });
-  }
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Show && watched->objectName() == name_ && !std::exchange(seen_, true)) {
-      QMetaObject::invokeMethod(
-          this,
-          [this, window = QPointer<QWidget>(static_cast<QWidget*>(watched))] {
-            ASSERT_NE(nullptr, window);
-            act_(*window);
-            done_ = true;
-          },
-          Qt::QueuedConnection);
-    }
-    return false;
-  }
-
-private:
-  const QString name_;
-  const std::function<void(QWidget&)> act_;
-  bool seen_ = false;
-  bool done_ = false;
-};
-
 struct SideDialog : OnTheDisplay, testing::WithParamInterface<TableDialog> {
   static constexpr int Row = 1; // of the table below its headings: the second entry
 
   void SetUp() override {
     OpenProgram();
-    const QTabBar& bar = *Find<QTabWidget>("tbsParameter").tabBar();
-    hands.ClickAt(bar, bar.tabRect(GetParam().page).center());
+    ClickTab(GetParam().page);
   }
   GridView& Table() { return Find<GridView>(GetParam().table); }
-  QPoint CellOfTheRow() {
-    return Table().visualRect(Table().model()->index(Row, 0)).center() + Table().viewport()->pos();
-  }
-  // The dialog opens some time after what the user has done, and `act` runs in it.
   void Opened(const std::function<void()>& open, const std::function<void(QWidget&)>& act) {
-    const WhenShown dialog(GetParam().dialog, [&](QWidget& window) {
-      EXPECT_TRUE(hands.BecomesActive(window));
-      const QPointer<QWidget> still = &window;
-      act(window);
-      if (still != nullptr) {
-        still->close();
-      }
-    });
-    open();
-    EXPECT_TRUE(dialog.WasShown());
+    InTheScreen(GetParam().dialog, open, act);
     EXPECT_TRUE(hands.BecomesActive(Window())) << "behind the dialog";
     EXPECT_EQ(&Table(), QApplication::focusWidget());
     EXPECT_EQ(Row, Table().currentIndex().row());
   }
   void OpenedByDoubleClick(const std::function<void(QWidget&)>& act) {
-    Opened([&] { hands.DoubleClickAt(*Table().viewport(), CellOfTheRow() - Table().viewport()->pos()); },
-           act);
+    Opened([&] { DoubleClickCell(Table(), Row); }, act);
   }
   void OpenedByEnter(const std::function<void(QWidget&)>& act) {
-    hands.ClickAt(*Table().viewport(), CellOfTheRow() - Table().viewport()->pos());
+    ClickCell(Table(), Row);
     Opened([&] { hands.Press(Key::Return); }, act);
-  }
-  static void TabTo(Hands& hands, const QWidget& widget) {
-    constexpr int MoreThanThereAre = 60;
-    for (int step = 0; step < MoreThanThereAre && QApplication::focusWidget() != &widget; ++step) {
-      hands.Press(Key::Tab);
-    }
-    EXPECT_EQ(&widget, QApplication::focusWidget());
   }
   // The text, or the digits of a number.
   static std::string Stored() {
@@ -154,13 +95,13 @@ TEST_P(SideDialog, ADoubleClickOpensItAndWhatIsAppliedStandsInTheRow) {
 
 TEST_P(SideDialog, EnterOpensItAndTheKeyboardAloneDoesTheRest) {
   OpenedByEnter([&](QWidget& dialog) {
-    TabTo(hands, Field(dialog, GetParam().field));
+    TabTo(Field(dialog, GetParam().field));
     hands.SelectAll();
     hands.Type(GetParam().typed);
-    TabTo(hands, In<QPushButton>(dialog, "btnOk"));
+    TabTo(In<QPushButton>(dialog, "btnOk"));
     hands.Press(Key::Return);
     EXPECT_EQ(Typed(), Stored());
-    TabTo(hands, In<QPushButton>(dialog, "btnCancel"));
+    TabTo(In<QPushButton>(dialog, "btnCancel"));
     hands.Press(Key::Return);
     EXPECT_FALSE(dialog.isVisible());
   });
