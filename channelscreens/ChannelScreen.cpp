@@ -182,7 +182,14 @@ bool ApplyTag(ChannelScreen& screen, std::string_view tag, bool changed) {
   if (tag == "OTCH" && changed && screen.InputType != KindOtherChannel) {
     ShowRow(*field->list, 0); // only kind 40 refers to another channel
   }
-  return CheckField(screen.fields, *field) && StoreField(screen.fields, *field);
+  if (!CheckField(screen.fields, *field) || !StoreField(screen.fields, *field)) {
+    return false;
+  }
+  if (field->shape == FieldShape::Text && IsChanged(screen.fields, *field)) {
+    field->shownText =
+        field->text->text; // a later field may be refused: the old text is a change from now on
+  }
+  return true;
 }
 
 // Field by field into the store, up to the first that is refused: what stands before it stays stored,

@@ -267,6 +267,15 @@ TEST(ChSetting, TheLowCutOfTheFValueIsReadWhateverTheKind) {
   EXPECT_EQ(1000, Stored("A", 8, "A4VL"));
 }
 
+TEST(ChSetting, ALowCutThatIsNoStoredValueIsRefusedWithItsOwnLimits) {
+  Desk desk;
+  desk.OpenWith({{"TYPE", 40}, {"POIN", 2}});
+  desk.Text("txtSecu").text = u"999.99";
+  desk.ExpectMessage("-327.67から327.67の値を入力してください");
+  ASSERT_TRUE(desk.Pick("cmbDecimal", 1));
+  EXPECT_EQ("999.99", desk.Shown("txtSecu"));
+}
+
 // --- Units
 
 TEST(ChSetting, AThermocoupleTakesOneOfTwoUnits) {
