@@ -296,6 +296,7 @@ private:
     const int told = told_;
     const Snapshot before = TakeSnapshot();
     const std::map<std::string, std::int16_t> numbersBefore = NumbersOfTheChannel();
+    const std::vector<std::u16string> tags = Tags();
     screen_->browsing.apply.onClick();
     const int shown = platform_.boxes.Count() - boxes;
     platform_.time.Advance(100);
@@ -315,7 +316,17 @@ private:
     stored_ = Digest();
     if (shown == 0 && screen_->focusRequest == nullptr && whole_) {
       ExpectApplied();
+      Require(Tags() == tags, "the tags that were applied are those that were shown");
     }
+  }
+  [[nodiscard]] std::vector<std::u16string> Tags() const {
+    std::vector<std::u16string> tags;
+    for (const Field& field : screen_->fields.fields) {
+      if (field.shape == FieldShape::Text) {
+        tags.emplace_back(TrimRight(field.text->text));
+      }
+    }
+    return tags;
   }
   void ExpectApplied() {
     ExpectAsStored();
