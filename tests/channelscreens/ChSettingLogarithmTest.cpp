@@ -127,5 +127,28 @@ TEST(ChSettingLogarithm, AModelWithoutALogarithmTakesItForOffAndKeepsItsRecord) 
   EXPECT_EQ(1, Stored("C", 0, "TAIS"));
 }
 
+// Before the filter stands the logarithm, behind it the scaling.
+TEST(ChSettingLogarithm, IsStoredBeforeTheFilterAndTheScalingBehindIt) {
+  Desk desk;
+  Put("C", 8, "TYPE", 32);
+  Put("C", 8, "POIN", 3);
+  desk.Open(8);
+  ASSERT_TRUE(desk.Pick("cmbScale", 1));
+  ASSERT_TRUE(desk.Pick("cmbTaisu", 1));
+  desk.Text("txtInputFilter").text = u"x";
+  desk.ExpectMessage("数字ではありません。");
+  desk.screen->browsing.apply.onClick();
+  EXPECT_EQ(1, Stored("C", 8, "TAIS"));
+  EXPECT_EQ(0, Stored("C", 8, "SCAL"));
+  EXPECT_EQ(&desk.Text("txtInputFilter"), desk.screen->focusRequest);
+  desk.Text("txtInputFilter").text = u"9";
+  desk.Text("txtStMin").text = u"x";
+  desk.ExpectMessage("数字ではありません。");
+  desk.screen->browsing.apply.onClick();
+  EXPECT_EQ(9, Stored("C", 8, "FILT"));
+  EXPECT_EQ(1, Stored("C", 8, "SCAL"));
+  EXPECT_EQ(&desk.Text("txtStMin"), desk.screen->focusRequest);
+}
+
 } // namespace
 } // namespace loader::test
