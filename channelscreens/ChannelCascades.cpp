@@ -129,7 +129,10 @@ bool MoveField(const NumberOnScreen& number, const ChannelRow& before, const Cha
     return true;
   }
   // A kind may leave the low cut outside its limits, where nobody typed it: that is for "適用" to say.
-  const Limits limits = number.field->tag == "SECU" ? AnyStored : from.limits;
+  const bool anyStored =
+      number.field->tag == "SECU" &&
+      ReadNumber(text, AnyStored.minimum, AnyStored.maximum, from.position).stored.has_value();
+  const Limits limits = anyStored ? AnyStored : from.limits;
   std::u16string typed = text;
   std::int16_t stored = 0;
   if (!TextToStored(typed, stored, limits.minimum, limits.maximum, from.position)) {

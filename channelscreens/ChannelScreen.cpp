@@ -1,6 +1,7 @@
 #include "channelscreens/ChannelScreen.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -216,7 +217,14 @@ bool ApplyTag(ChannelScreen& screen, std::string_view tag, bool changed) {
   if (tag == "OTCH" && changed && screen.InputType != KindOtherChannel) {
     ShowRow(*field->list, 0); // only kind 40 refers to another channel
   }
-  return CheckField(screen.fields, *field) && StoreField(screen.fields, *field);
+  if (!CheckField(screen.fields, *field) || !StoreField(screen.fields, *field)) {
+    return false;
+  }
+  if (field->shape == FieldShape::Text && IsChanged(screen.fields, *field)) {
+    field->shownText =
+        field->text->text; // a later field may be refused: the old text is a change from now on
+  }
+  return true;
 }
 
 // Field by field into the store, up to the first that is refused: what stands before it stays stored,
@@ -274,14 +282,20 @@ std::u16string& AlarmText(ChannelScreen& screen, int alarm) {
   return FieldNamed(screen, "txtAlarmSet" + std::to_string(alarm + 1)).text;
 }
 
+// As the labels read it: the exponents of a temperature stand at the position of its kind.
+std::u16string ExponentText(ChannelScreen& screen, std::string_view tag) {
+  const std::optional<std::int16_t> exponent = ShownInteger(screen, tag);
+  return exponent ? DecimalText(*exponent) : std::u16string();
+}
+
 void SetAlarmPower(ChannelScreen& screen, int alarm) {
   AlarmContract contract;
   contract.measuringChannel = !screen.design.operation;
   contract.alarmNumber = alarm + 1;
   contract.txtStMin = FieldNamed(screen, "txtStMin").text;
   contract.txtStMax = FieldNamed(screen, "txtStMax").text;
-  contract.txtIndMin = FieldNamed(screen, "txtIndMin").text;
-  contract.txtIndMax = FieldNamed(screen, "txtIndMax").text;
+  contract.txtIndMin = ExponentText(screen, "SMIN");
+  contract.txtIndMax = ExponentText(screen, "SMAX");
   contract.cmbDecimal = screen.CurrentPoint;
   contract.cmbInputType = screen.InputType;
   contract.cmbInputOtch = screen.OtherChannel;

@@ -309,6 +309,25 @@ TEST(ChSettingApply, ARefusedTagLeavesExactlyWhatStandsBeforeItStored) {
   EXPECT_EQ(1, Stored("C", 8, "SEKI"));
 }
 
+// The tag was stored before the field that was refused; the old text is a change then.
+TEST(ChSettingApply, ATagThatIsTakenBackAfterARefusalIsStored) {
+  Desk desk;
+  desk.Open(8);
+  const std::string old = TrimmedText("C", 8, "TAG");
+  ASSERT_EQ("CH 09", old);
+  desk.Text("txtChannelTag").text = u"NEW";
+  desk.Text("txtPVSlope").text = u"x";
+  desk.ExpectMessage(NotANumber);
+  desk.screen->browsing.apply.onClick();
+  ASSERT_EQ("NEW", TrimmedText("C", 8, "TAG"));
+  desk.Text("txtChannelTag").text = FromUtf8(old);
+  desk.Text("txtPVSlope").text = u"7";
+  desk.screen->browsing.apply.onClick();
+  EXPECT_EQ(7, Stored("C", 8, "PVKA"));
+  EXPECT_EQ(old, TrimmedText("C", 8, "TAG"));
+  EXPECT_EQ(old, desk.Shown("txtChannelTag"));
+}
+
 TEST(ChSettingApply, ADisabledFieldThatIsRefusedLeavesTheFocusWhereItIs) {
   Desk desk;
   desk.OpenWith({{"TYPE", 40}, {"TAIS", 1}, {"SMIN", 0}, {"SMAX", 2}, {"RMIN", 0}, {"RMAX", 2}});

@@ -10,6 +10,7 @@
 #include "channelscreens/ChannelCascades.h"
 #include "dialogs/frmAlarmSetting.h"
 #include "dialogs/frmSelectUnit.h"
+#include "tests/channelscreens/AnyBoxes.h"
 #include "tests/channelscreens/Desk.h"
 
 namespace loader::test {
@@ -129,31 +130,6 @@ TEST(ChSettingRandom, WritesNothingToAStoreWhereEveryFieldShowsAValue) {
 }
 
 // --- Anything that a user may do
-
-// Takes every box, OK or not as the dice fall.
-struct AnyAnswer final : MessageBoxes {
-  explicit AnyAnswer(Dice& d) : dice(d) {}
-  BoxAnswer Show(std::u16string_view, BoxButtons, BoxIcon, std::u16string_view) override {
-    ++count;
-    return dice.Head() ? BoxAnswer::Ok : BoxAnswer::Cancel;
-  }
-  Dice& dice;
-  int count = 0;
-};
-
-struct BoxesOfTheTest {
-  explicit BoxesOfTheTest(MessageBoxes& boxes)
-      : before(ThePlatform()),
-        platform{boxes,        before.fileDialogs, before.screens, before.timers,  before.eventLoop,
-                 before.clock, before.MSComm1,     before.winSock, before.USBOCX1, before.programFolder} {
-    SetPlatform(&platform);
-  }
-  ~BoxesOfTheTest() { SetPlatform(&before); }
-  BoxesOfTheTest(const BoxesOfTheTest&) = delete;
-  BoxesOfTheTest& operator=(const BoxesOfTheTest&) = delete;
-  Platform& before;
-  Platform platform;
-};
 
 void ExpectAsFreshlyOpened(const ChSettingScreen& screen) {
   ChSettingScreen fresh;
@@ -294,8 +270,7 @@ TEST(ChSettingRandom, WhateverTheUserDoesTheStoreWaitsForIt) {
   for (const char* model : {"KOV", "RUG"}) {
     Desk desk(model);
     Dice dice(7);
-    AnyAnswer boxes(dice);
-    const BoxesOfTheTest inForce(boxes);
+    const AnyBoxes boxes([&dice] { return dice.Head() ? BoxAnswer::Ok : BoxAnswer::Cancel; });
     desk.Open(0);
     int failed = 0;
     int stored = 0;
@@ -310,9 +285,9 @@ TEST(ChSettingRandom, WhateverTheUserDoesTheStoreWaitsForIt) {
         EXPECT_EQ(before, WholeStore());
       } else if (what == 1) {
         desk.screen->focusRequest = nullptr;
-        const int shownBefore = boxes.count;
+        const int shownBefore = boxes.shown;
         frame.apply.onClick();
-        if (boxes.count == shownBefore && desk.screen->focusRequest == nullptr) {
+        if (boxes.shown == shownBefore && desk.screen->focusRequest == nullptr) {
           ++stored;
           ExpectAsFreshlyOpened(*desk.screen);
         } else {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "channel/InputTypeRules.h"
-#include "dialogs/frmAlarmSetting.h"
 #include "dialogs/frmSelectUnit.h"
 #include "tests/channelscreens/Desk.h"
 
@@ -258,7 +257,7 @@ TEST(ChSetting, TheLowCutOfTheFValueIsReadWhateverTheKind) {
   Put("C", 8, "TYPE", 1);
   Put("C", 8, "SECU", 2);
   desk.Open(8);
-  ASSERT_TRUE(desk.PickKind(32)); // its limits refuse 0.200
+  ASSERT_TRUE(desk.PickKind(32));          // its limits refuse 0.200
   EXPECT_EQ("0.2", desk.Shown("txtSecu")); // a kind leaves its text alone
   ASSERT_TRUE(desk.Pick("cmbFtio", 1));    // no message: nobody typed it
   EXPECT_EQ("20.0", desk.Shown("txtSecu"));
@@ -266,6 +265,15 @@ TEST(ChSetting, TheLowCutOfTheFValueIsReadWhateverTheKind) {
   ASSERT_TRUE(desk.Apply());
   EXPECT_EQ(200, Stored("C", 8, "SECU"));
   EXPECT_EQ(1000, Stored("A", 8, "A4VL"));
+}
+
+TEST(ChSetting, ALowCutThatIsNoStoredValueIsRefusedWithItsOwnLimits) {
+  Desk desk;
+  desk.OpenWith({{"TYPE", 40}, {"POIN", 2}});
+  desk.Text("txtSecu").text = u"999.99";
+  desk.ExpectMessage("-327.67から327.67の値を入力してください");
+  ASSERT_TRUE(desk.Pick("cmbDecimal", 1));
+  EXPECT_EQ("999.99", desk.Shown("txtSecu"));
 }
 
 // --- Units
@@ -323,102 +331,6 @@ TEST(ChSetting, AnotherTemperatureLeavesNoEngineeringValueThatCannotBeApplied) {
   EXPECT_FALSE(desk.screen->lblSelUnit.marked);
   EXPECT_EQ("600.0", desk.Shown("txtRecRangeMin")); // the user's own field
   EXPECT_FALSE(desk.Text("txtRecRangeMin").marked);
-}
-
-// --- Alarms under the logarithm
-
-TEST(ChSetting, AnAlarmUnderTheLogarithmIsSetInItsDialog) {
-  Desk desk;
-  desk.OpenWith({{"TYPE", 32},
-                 {"SCAL", 1},
-                 {"POIN", 1},
-                 {"TAIS", 1},
-                 {"MMIN", 1000},
-                 {"MMAX", 5000},
-                 {"SMIN", 0},
-                 {"SMAX", 2},
-                 {"RMIN", 0},
-                 {"RMAX", 2},
-                 {"A1VL", 2000},
-                 {"A2VL", 1000}});
-  Put("C", 1, "TYPE", 32);
-  EXPECT_EQ("3.16E0", desk.Caption("lblAlarmSetInput1"));
-  EXPECT_EQ("2.000", desk.Shown("txtAlarmSet1"));
-  desk.platform.screens.Expect<AlarmSettingScreen>("frmAlarmSetting", [&](AlarmSettingScreen& alarm) {
-    EXPECT_EQ("3.16", ToUtf8(alarm.txtAlarmSet.text));
-    desk.user.Type(alarm.txtAlarmSet, u"1");
-    desk.user.Choose(alarm.cmbAlarmSet, 10); // E1
-    desk.user.Click(alarm.btnOk);
-  });
-  ASSERT_TRUE(desk.user.Click(desk.screen->lblAlarmSetInput[0]));
-  EXPECT_EQ("1.00E1", desk.Caption("lblAlarmSetInput1"));
-  EXPECT_EQ("1.00E0", desk.Caption("lblAlarmSetInput2"));
-  EXPECT_EQ("3.000", desk.Shown("txtAlarmSet1"));
-  EXPECT_EQ(2000, Stored("A", 0, "A1VL"));
-  ASSERT_TRUE(desk.Apply());
-  EXPECT_EQ(3000, Stored("A", 0, "A1VL"));
-  EXPECT_EQ(1000, Stored("A", 0, "A2VL"));
-
-  desk.platform.screens.Expect<AlarmSettingScreen>(
-      "frmAlarmSetting", [&](AlarmSettingScreen& alarm) { desk.user.Click(alarm.btnCancel); });
-  ASSERT_TRUE(desk.user.Click(desk.screen->lblAlarmSetInput[1]));
-  EXPECT_EQ("1.00E0", desk.Caption("lblAlarmSetInput2"));
-  // Without the logarithm a click does nothing.
-  ASSERT_TRUE(desk.Pick("cmbTaisu", 0));
-  EXPECT_FALSE(desk.user.Click(desk.screen->lblAlarmSetInput[1]));
-}
-
-TEST(ChSetting, AChangeOfTheScaleMovesTheAlarmsAtOnce) {
-  Desk desk;
-  desk.OpenWith({{"TYPE", 32},
-                 {"SCAL", 1},
-                 {"TAIS", 1},
-                 {"MMIN", 1000},
-                 {"MMAX", 5000},
-                 {"SMIN", 0},
-                 {"SMAX", 2},
-                 {"RMIN", 0},
-                 {"RMAX", 2},
-                 {"A1VL", 3000},
-                 {"A2VL", 3000},
-                 {"A3VL", 3000},
-                 {"A4VL", 3000}});
-  EXPECT_EQ("1.00E1", desk.Caption("lblAlarmSetInput4"));
-  ASSERT_TRUE(desk.user.Type(desk.Text("txtIndMax"), u"4")); // not left yet
-  EXPECT_EQ("1.00E2", desk.Caption("lblAlarmSetInput1"));
-  EXPECT_EQ("1.00E2", desk.Caption("lblAlarmSetInput4"));
-  ASSERT_TRUE(desk.user.Type(desk.Text("txtIndMin"), u"-2"));
-  EXPECT_EQ("1.00E1", desk.Caption("lblAlarmSetInput2"));
-  ASSERT_TRUE(desk.user.Type(desk.Text("txtStMax"), u"4"));
-  EXPECT_EQ("1.00E2", desk.Caption("lblAlarmSetInput3"));
-  ASSERT_TRUE(desk.user.Type(desk.Text("txtStMin"), u"2"));
-  EXPECT_EQ("1.00E1", desk.Caption("lblAlarmSetInput3"));
-  ASSERT_TRUE(desk.user.Type(desk.Text("txtStMin"), u""));
-  EXPECT_EQ("", desk.Caption("lblAlarmSetInput1"));
-}
-
-TEST(ChSetting, TheLogarithmRefusesWhatIsNoExponent) {
-  Desk desk;
-  desk.OpenWith({{"TYPE", 40}, {"TAIS", 1}, {"SMIN", 0}, {"SMAX", 5000}, {"RMIN", 0}, {"RMAX", 2}});
-  EXPECT_EQ("", desk.Shown("txtIndMax"));
-  EXPECT_EQ("", desk.Caption("lblAlarmSetInput1"));
-  desk.ExpectMessage("-9から9の値を入力してください");
-  EXPECT_FALSE(desk.Type("txtIndMin", "10"));
-}
-
-TEST(ChSetting, AModelWithoutALogarithmTakesItForOffAndKeepsItsRecord) {
-  Desk desk("RUG");
-  if (FindNumRecord("C", 0, "TAIS") == nullptr) {
-    GTEST_SKIP() << "no such record";
-  }
-  desk.OpenWith({{"TYPE", 40}, {"TAIS", 1}});
-  EXPECT_FALSE(desk.screen->LogOn);
-  EXPECT_EQ("500.0", desk.Shown("txtIndMax"));
-  EXPECT_TRUE(desk.Enabled("cmbDecimal"));
-  ASSERT_TRUE(desk.PickKind(1));
-  ASSERT_TRUE(desk.Apply());
-  EXPECT_EQ(1, Stored("C", 0, "TYPE"));
-  EXPECT_EQ(1, Stored("C", 0, "TAIS"));
 }
 
 // --- Marks

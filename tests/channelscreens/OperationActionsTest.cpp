@@ -4,27 +4,14 @@
 #include <string>
 
 #include "core/ModelProfile.h"
+#include "tests/channelscreens/AnyBoxes.h"
 #include "tests/channelscreens/OperationFixture.h"
 
 namespace loader::test {
 namespace {
 
-// Every box may come; each is answered with OK.
-struct AnyBoxes final : MessageBoxes {
-  BoxAnswer Show(std::u16string_view /*text*/, BoxButtons /*buttons*/, BoxIcon /*icon*/,
-                 std::u16string_view /*title*/) override {
-    ++shown;
-    return BoxAnswer::Ok;
-  }
-  int shown = 0;
-};
-
 class OperationActions : public OperationScreen {
 protected:
-  void SetUp() override {
-    OperationScreen::SetUp();
-    SetPlatform(&withAnyBoxes);
-  }
   int Random(int below) { return std::uniform_int_distribution(0, below - 1)(generator); }
   // One control, and what a user can do with it; "適用" is for the test to press.
   void Step(OperationChSetScreen& screen);
@@ -40,9 +27,6 @@ protected:
   }
 
   AnyBoxes boxes;
-  Platform withAnyBoxes{boxes,         platform.fileDialogs, platform.screens, platform.time,
-                        platform.time, platform.time,        platform.serial,  platform.socket,
-                        platform.usb,  platform.folder};
   std::mt19937 generator{20261122};
 };
 

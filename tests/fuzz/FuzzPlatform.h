@@ -71,11 +71,17 @@ private:
 class FuzzScreens final : public Screens {
 public:
   void Show(Screen&) override {}
-  void ShowModal(Screen&) override {}
-  void Close(Screen&) override {}
+  void ShowModal(Screen& screen) override {
+    if (onModal) {
+      onModal(screen);
+    }
+  }
+  void Close(Screen& screen) override { closed = &screen; }
   void EndProgram() override { programEnded = true; }
   double TextWidth(std::u16string_view text) override { return 100.0 * static_cast<double>(text.size()); }
   bool programEnded = false;
+  std::function<void(Screen&)> onModal; // the user before a modal screen; without one it closes at once
+  const Screen* closed = nullptr;       // the last one
 };
 
 // The far end of a link. `onSend` sees each frame and lets bytes arrive.

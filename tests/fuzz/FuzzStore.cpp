@@ -6,7 +6,6 @@
 #include "core/Text.h"
 #include "core/modFile.h"
 #include "core/modIni.h"
-#include "tests/fuzz/FuzzInput.h"
 
 namespace loader::fuzz {
 
@@ -34,6 +33,32 @@ ParamStoreTable ShippedStore(std::string_view model) {
   return ParamStore;
 }
 
+// Numbers drawn from a seed, in one of several sizes: most rules turn at small ones.
+class Draw {
+public:
+  Draw(std::uint32_t seed, int size) : state_(seed | 1U), size_(size) {}
+  std::int16_t Next() {
+    state_ ^= state_ << 13U;
+    state_ ^= state_ >> 17U;
+    state_ ^= state_ << 5U;
+    const auto bits = static_cast<std::uint16_t>(state_ >> 8U);
+    switch (size_) {
+    case 0:
+      return static_cast<std::int16_t>(bits % 8);
+    case 1:
+      return static_cast<std::int16_t>(bits % 128);
+    case 2:
+      return static_cast<std::int16_t>(bits % 128 - 64);
+    default:
+      return static_cast<std::int16_t>(bits);
+    }
+  }
+
+private:
+  std::uint32_t state_;
+  int size_;
+};
+
 } // namespace
 
 void StartWithShippedStore(std::string_view model) {
@@ -42,6 +67,64 @@ void StartWithShippedStore(std::string_view model) {
   TakeProfileOf(model);
   ModeCheckOff = 0;
   ParamStore = model == "RUG" ? rug : kov;
+}
+
+void FillStore(FuzzInput& input) {
+  const int size = input.Choice(5);
+  Draw draw(static_cast<std::uint32_t>(input.Number32()), size);
+  const bool limits = input.Flag();
+  const std::u16string text = FromCodePage(input.ShortText());
+  if (size == 4) { // the shipped numbers
+    return;
+  }
+  ForEachRecord(
+      ParamStore,
+      [&](ParamNumRecord& record) {
+        record.Value = draw.Next();
+        if (limits) {
+          record.MinValue = draw.Next();
+          record.MaxValue = draw.Next();
+        }
+      },
+      [&](ParamTextRecord& record) { SetText(record, text, SlotValue); });
+}
+
+void PatchStore(FuzzInput& input) {
+  const int patches = input.Choice(64);
+  for (int patch = 0; patch < patches; ++patch) {
+    ParamSection& section = ParamStore[input.Byte() % ParamStore.size()];
+    auto& numbers = section.Items[input.Byte() % section.Items.size()].NumRecords;
+    const std::size_t at = input.Byte();
+    const std::int16_t value = input.Number16();
+    if (!numbers.empty()) {
+      numbers[at % numbers.size()].Value = value;
+    }
+  }
+}
+
+void DropFromStore(FuzzInput& input) {
+  const int drops = input.Choice(8);
+  for (int drop = 0; drop < drops && ParamStore.size() > 1; ++drop) {
+    const std::size_t section = input.Byte() % ParamStore.size();
+    const int kind = input.Choice(4);
+    const std::size_t at = input.Byte();
+    if (kind == 0) {
+      ParamStore.erase(ParamStore.begin() + static_cast<std::ptrdiff_t>(section));
+    } else if (kind == 1) {
+      auto& items = ParamStore[section].Items;
+      items.resize(at % items.size() + 1);
+      ParamStore[section].ItemCount = static_cast<std::int16_t>(items.size());
+    } else {
+      const auto erase = [&](auto& records) {
+        if (!records.empty()) {
+          records.erase(records.begin() + static_cast<std::ptrdiff_t>(at % records.size()));
+        }
+      };
+      for (ParamItem& item : ParamStore[section].Items) {
+        kind == 2 ? erase(item.NumRecords) : erase(item.TextRecords);
+      }
+    }
+  }
 }
 
 void RequireSoundStore(const ParamStoreTable& store) {

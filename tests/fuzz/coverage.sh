@@ -38,6 +38,9 @@ declare -A code=(
   [value_rules]="channel/modUtil.cpp channel/InputTypeRules.cpp"
   [window_tables]="mainwindow/ParameterTables.cpp mainwindow/TableCells.cpp mainwindow/SettingsPages.cpp
                    mainwindow/SettingsTables.cpp mainwindow/TableLayouts.cpp operation/Formula.cpp"
+  [channel_screens]="channelscreens/ChannelScreen.cpp channelscreens/ChannelCascades.cpp
+                     channelscreens/frmChSetting.cpp channelscreens/frmOperationChSet.cpp
+                     channelscreens/frmFormula.cpp channelscreens/frmOpSetting.cpp"
 )
 
 # report NAME PROFILE OBJECTS... -- SOURCES...
