@@ -259,11 +259,15 @@ void ChannelInit(int channelIndex, int kind) {
   }
 }
 
+bool HasLogarithm() {
+  return ModelCode == "KOV";
+}
+
 ChannelState StoredChannelState(int channelIndex) {
   return {.kind = NumValue("C", channelIndex, "TYPE"),
           .unit = NumValue("C", channelIndex, "UNIT"),
           .scalingOn = NumValue("C", channelIndex, "SCAL") != 0,
-          .logOn = NumValue("C", channelIndex, "TAIS") == 1};
+          .logOn = HasLogarithm() && NumValue("C", channelIndex, "TAIS") == 1};
 }
 
 bool KindLimited(int kind, bool scalingOn) {

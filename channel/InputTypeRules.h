@@ -179,6 +179,9 @@ struct ChannelState {
   bool scalingOn = false; // SCAL
   bool logOn = false;     // TAIS
 };
+// Whether the model's channels have a logarithm. TAIS of another model, from a file of hand, counts as off
+// wherever it is read, and its record stays.
+[[nodiscard]] bool HasLogarithm();
 // The state that the store holds; what is absent is 0.
 [[nodiscard]] ChannelState StoredChannelState(int channelIndex);
 

@@ -412,7 +412,7 @@ void TakeShown(ChannelScreen& screen) {
   const bool operation = screen.design.operation;
   screen.InputType = operation ? KindOtherChannel : ShownNumber(screen, "cmbInputType", "TYPE");
   screen.ScalingOn = !operation && ShownNumber(screen, "cmbScale", "SCAL") != 0;
-  screen.LogOn = ModelCode == "KOV" && ShownNumber(screen, "cmbTaisu", "TAIS") == 1;
+  screen.LogOn = HasLogarithm() && ShownNumber(screen, "cmbTaisu", "TAIS") == 1;
   screen.FtioOn = ShownNumber(screen, "cmbFtio", "FTIO") == 1;
   screen.CurrentPoint = PositionOf(ShownNumber(screen, "cmbDecimal", "POIN"));
   screen.OtherChannel = ShownNumber(screen, "cmbInputOtch", "OTCH", -1);

@@ -225,11 +225,12 @@ public:
       Navigate();
     } else if (what == 2) {
       platform_.time.Advance(input_.Byte());
-    } else if (what < 8) { // rather a list that sets something off
-      constexpr std::string_view Lists[] = {"cmbInputType", "cmbScale",   "cmbTaisu",
-                                            "cmbFtio",      "cmbDecimal", "cmbInputOtch"};
-      if (Control* list = screen_->Find(Lists[input_.Byte() % std::size(Lists)])) {
-        user_.Do(*list);
+    } else if (what < 8) { // rather one that sets something off
+      constexpr std::string_view Rather[] = {"cmbInputType",      "cmbScale",      "cmbTaisu",
+                                             "cmbFtio",           "cmbDecimal",    "cmbInputOtch",
+                                             "lblAlarmSetInput1", "cmdUnitSelect", "cmdFormulaSet1"};
+      if (Control* control = screen_->Find(Rather[input_.Byte() % std::size(Rather)])) {
+        user_.Do(*control);
       }
     } else {
       Control& control = *screen_->controls[input_.Byte() % screen_->controls.size()];

@@ -31,11 +31,11 @@ TEST(ParametersDocument, AnswersWhatAParameterIsInOneLine) {
             "channels: 0 = "
             "DI1, 1 = DI2, …, 129 = ﾁｬﾈﾙ30 警報4 (`KOV`); 0 = DI1, 1 = DI2, …, 303 = ﾁｬﾈﾙ72 警報4 (`RUG`) | "
             "0 to 129 / "
-            "0 to 303 | `fgrCh` 32 |",
+            "0 to 303 | `fgrCh` 32, `frmChSetting` `cmbSdig`, `frmOperationChSet` `cmbSdig` |",
             LineOf(document, "| `SDIG` |"));
   EXPECT_EQ("| `A#TY` | 警報No.# 警報動作<br>Alarm # type | alarm types: 0 = OFF, 1 = H, 2 = L | 0 to 2 | "
             "`fgrCh` 39, "
-            "43, 47, 51 |",
+            "43, 47, 51, `frmChSetting` `cmbAlarmType#`, `frmOperationChSet` `cmbAlarmType#` |",
             LineOf(document, "| `A#TY` |"));
   EXPECT_EQ(
       "| `IPA#` | IP アドレス #<br>IP address, number # | one of the four numbers of an address | 0 to 255 | "

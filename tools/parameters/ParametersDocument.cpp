@@ -264,12 +264,20 @@ void AddFields(Places& places, std::string_view screen, std::span<const FieldRow
     for (std::size_t digit = tag.rfind('#'); digit != std::string::npos; digit = tag.rfind('#')) {
       tag[digit] = digit + 1 == tag.size() ? '1' : '0'; // the first of the family
     }
+    std::string name(field.control);
+    if (field.elements == 0 &&
+        MeaningOf(field.section, tag).meaning.tag.find('#') != std::string_view::npos) {
+      name.back() = '#'; // "cmbAlarmType1" to "4" stand for one family
+    }
     std::string control = screen.empty() ? "" : "`" + std::string(screen) + "` ";
-    control += "`" + std::string(field.control) + (field.elements == 0 ? "`" : "(n)`");
+    control += "`" + name + (field.elements == 0 ? "`" : "(n)`");
     if (!field.minutes.empty()) {
       control += " `" + std::string(field.minutes) + "`";
     }
-    places[KeyOf(field.section, tag)].push_back(std::move(control));
+    std::vector<std::string>& known = places[KeyOf(field.section, tag)];
+    if (std::ranges::find(known, control) == known.end()) {
+      known.push_back(std::move(control));
+    }
   }
 }
 
