@@ -356,7 +356,7 @@ void HideWhatTheModelHasNot(ChannelScreen& screen) {
     }
   }
   for (Label& power : screen.lblAlarmSetInput) {
-    power.visible = ModelCode == "KOV"; // the others have no logarithm
+    power.visible = HasLogarithm();
   }
   ShowLabelsWithFields(screen, Labels);
   ShowLabelsWithFields(screen, screen.design.labels);
