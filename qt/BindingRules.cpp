@@ -224,6 +224,9 @@ void ShowLabel(Binding& binding) {
 
 void ListenToButton(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& button = RecordOf<Button>(binding);
+  // A style marks it only while the user goes about by the Tab key: not in a screen that was just opened, nor
+  // behind one that has closed.
+  new FocusMark(WidgetAs<QAbstractButton>(binding));
   QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
                    [&userInterface, &button] {
                      userInterface.Act(

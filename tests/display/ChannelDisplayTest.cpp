@@ -1,94 +1,14 @@
 // The screens of measuring and operation channels as a user works them, by mouse and by keyboard alone: kind,
-// unit, alarm under the logarithm, formulas, "適用"; refused values; and what is behind a screen that closes.
-#include <QLabel>
+// unit, alarm under the logarithm, "適用"; refused values; and what is behind a screen that closes.
 #include <QScrollBar>
-#include <cstdlib>
 
 #include "core/ModelProfile.h"
 #include "core/TextTable.h"
-#include "tests/display/DisplayFixture.h"
+#include "tests/display/ChannelFixture.h"
 #include "tests/support/Store.h"
 
 namespace loader::test {
 namespace {
-
-struct ScreenOfAModel {
-  const char* name;
-  const char* model; // TYPE of LOADER.INI
-  const char* screen;
-  const char* table;
-  int page;
-};
-void PrintTo(const ScreenOfAModel& screen, std::ostream* out) {
-  *out << screen.name;
-}
-// RUG has no operation channels.
-constexpr ScreenOfAModel Screens[] = {
-    {"KovChannel", "0", "frmChSetting", "fgrCh", ChannelPage},
-    {"RugChannel", "1", "frmChSetting", "fgrCh", ChannelPage},
-    {"KovOperation", "0", "frmOperationChSet", "fgrOperationChSet", OperationPage}};
-
-struct ChannelOnTheDisplay : OnTheDisplay {
-  // Behind the screen the keyboard is in the row that opened it.
-  void Opened(const ScreenOfAModel& which, int row, const std::function<void()>& open,
-              const std::function<void(QWidget&)>& act) {
-    auto& table = Find<GridView>(which.table);
-    InTheScreen(which.screen, open, act);
-    EXPECT_TRUE(hands.BecomesActive(Window())) << "behind the screen";
-    EXPECT_EQ(&table, QApplication::focusWidget());
-    EXPECT_EQ(row, table.currentIndex().row());
-  }
-  void OpenedByDoubleClick(const ScreenOfAModel& which, int row, const std::function<void(QWidget&)>& act) {
-    Opened(
-        which, row, [&] { DoubleClickCell(Find<GridView>(which.table), row); }, act);
-  }
-  void OpenedByEnter(const ScreenOfAModel& which, int row, const std::function<void(QWidget&)>& act) {
-    ClickCell(Find<GridView>(which.table), row);
-    Opened(
-        which, row, [&] { hands.Press(Key::Return); }, act);
-  }
-  // The entry of a list that reads so.
-  void ChooseText(QWidget& screen, const char* list, const char* text) {
-    auto& box = In<QComboBox>(screen, list);
-    const int row = box.findText(QString::fromUtf8(text));
-    ASSERT_GE(row, 0) << text;
-    Choose(box, row);
-  }
-  // The list that has the keyboard goes to a row by the arrow keys.
-  void ArrowTo(QComboBox& list, int row) {
-    TabTo(list);
-    for (int steps = std::abs(row - list.currentIndex()); steps > 0; --steps) {
-      hands.Press(row < list.currentIndex() ? Key::Up : Key::Down);
-    }
-    EXPECT_EQ(row, list.currentIndex());
-  }
-  // In full, for the keyboard: a field that the Tab key enters is typed over.
-  void TypeInto(QWidget& screen, const char* field, std::string_view text) {
-    TabTo(Field(screen, field));
-    hands.SelectAll();
-    hands.Type(text);
-  }
-  static std::string Caption(QWidget& screen, const char* label) {
-    return In<QLabel>(screen, label).text().trimmed().toStdString(); // a formula ends with a blank
-  }
-  bool RowShows(const char* table, int row, std::string_view text) {
-    const QAbstractItemModel& model = *Find<GridView>(table).model();
-    for (int col = 0; col < model.columnCount(); ++col) {
-      if (model.index(row, col).data().toString().trimmed() == QString::fromUtf8(text)) {
-        return true;
-      }
-    }
-    return false;
-  }
-  void ClickApply(QWidget& screen) { hands.Click(In<QPushButton>(screen, "OKButton")); }
-  void ClickClose(QWidget& screen) {
-    hands.Click(In<QPushButton>(screen, "CancelButton"));
-    EXPECT_FALSE(screen.isVisible());
-  }
-};
-
-constexpr const ScreenOfAModel& KovChannel = Screens[0];
-constexpr const ScreenOfAModel& KovOperation = Screens[2];
 
 constexpr int Percent = 82; // in the unit list, six in a row
 constexpr int UnitColumns = 6;
@@ -285,6 +205,58 @@ TEST_P(EachChannelScreen, ReturnInAFieldChecksItAndClosesNothing) {
   });
 }
 
+// Whatever the click was for: it is one message, and nothing else happens.
+TEST_P(EachChannelScreen, AClickWithAWrongValueIsHeldUpWhereverItGoes) {
+  OpenedByDoubleClick(GetParam(), Row, [&](QWidget& screen) {
+    QLineEdit& field = Field(screen, "txtPVSlope");
+    const std::string channel = Field(screen, "txtChannel").text().toStdString();
+    int clicks = 0;
+    for (const char* name : {"btnNext", "btnPrev", "btnTop", "btnReset", "CancelButton", "cmdUnitSelect",
+                             "cmdSekiUnitSelect", "cmbRecMode", "txtChannelTag", "txtChannel"}) {
+      SCOPED_TRACE(name);
+      hands.TypeOver(field, "bad");
+      ExpectBox(std::u16string(LoadText(62200)));
+      hands.Click(In<QWidget>(screen, name));
+      ExpectKeyboardBackIn(field, "bad");
+      EXPECT_EQ(++clicks, boxes.Shown());
+      EXPECT_EQ(nullptr, QApplication::activePopupWidget());
+      WaitForTheGuard();
+    }
+    EXPECT_EQ(channel, Field(screen, "txtChannel").text().toStdString());
+    hands.Press(Key::Escape);
+    EXPECT_FALSE(screen.isVisible());
+  });
+}
+
+// Neither a look nor an "適用" moves the table under the user.
+TEST_P(EachChannelScreen, TheTableKeepsItsPlace) {
+  auto& table = Find<GridView>(GetParam().table);
+  for (QScrollBar* bar : {table.horizontalScrollBar(), table.verticalScrollBar()}) {
+    bar->setValue(bar->maximum() / 2);
+  }
+  const auto place = [&] {
+    return std::pair(table.horizontalScrollBar()->value(), table.verticalScrollBar()->value());
+  };
+  const QModelIndex cell = table.indexAt(table.viewport()->rect().center());
+  ClickCell(table, cell.row(), cell.column()); // one that is cut is scrolled to
+  const auto before = place();
+  ASSERT_GT(before.first, 0);
+  for (const bool apply : {false, true}) {
+    Opened(
+        GetParam(), cell.row(), [&] { DoubleClickCell(table, cell.row(), cell.column()); },
+        [&](QWidget& screen) {
+          if (apply) {
+            hands.TypeOver(Field(screen, "txtChannelTag"), "pump");
+            ClickApply(screen);
+          }
+          ClickClose(screen);
+        });
+    EXPECT_EQ(before, place());
+    EXPECT_EQ(cell.column(), table.currentIndex().column());
+  }
+  EXPECT_TRUE(RowShows(GetParam().table, cell.row(), "pump"));
+}
+
 // A Tab through the number of the channel throws nothing away; another number loads that channel.
 TEST_P(EachChannelScreen, TheChannelsNumberIsPassedThroughAndGoesToAnotherOne) {
   const std::string before = TrimmedText("C", Item(), "TAG");
@@ -307,150 +279,6 @@ TEST_P(EachChannelScreen, TheChannelsNumberIsPassedThroughAndGoesToAnotherOne) {
   EXPECT_EQ(before, TrimmedText("C", Item(), "TAG"));
   EXPECT_TRUE(RowShows(GetParam().table, Row + 1, "motor"));
   EXPECT_EQ(0, boxes.Shown());
-}
-
-// --- Formulas
-
-struct FormulasOnTheDisplay : ChannelOnTheDisplay {
-  void SetUp() override {
-    OpenProgram();
-    ClickTab(OperationPage);
-  }
-};
-
-TEST_F(FormulasOnTheDisplay, FourFormulasOfAnOperationChannelByTheMouse) {
-  OpenedByDoubleClick(KovOperation, 1, [&](QWidget& screen) {
-    for (const int formula : {1, 2, 3, 4}) {
-      const std::string number = std::to_string(formula);
-      auto& set = In<QPushButton>(screen, ("cmdFormulaSet" + number).c_str());
-      InTheScreen(
-          "frmFormula", [&] { hands.Click(set); },
-          [&](QWidget& terms) {
-            auto& setTerm = In<QPushButton>(terms, "btnSet");
-            InTheScreen(
-                "frmOpSetting", [&] { hands.Click(setTerm); },
-                [&](QWidget& term) {
-                  Choose(In<QComboBox>(term, "cmbInputChNo1"), formula);
-                  hands.Click(In<QPushButton>(term, "btnOk"));
-                });
-            EXPECT_TRUE(hands.BecomesActive(terms));
-            EXPECT_EQ(&setTerm, QApplication::focusWidget());
-            hands.Click(In<QPushButton>(terms, "btnNext"));
-            InTheScreen(
-                "frmOpSetting", [&] { hands.Click(setTerm); },
-                [&](QWidget& term) {
-                  Choose(In<QComboBox>(term, "cmbOpFourRules"), 2);
-                  Choose(In<QComboBox>(term, "cmbInputChNo1"), formula + 5);
-                  hands.Click(In<QPushButton>(term, "btnOk"));
-                });
-            EXPECT_TRUE(hands.BecomesActive(terms));
-            hands.Click(In<QPushButton>(terms, "OKButton"));
-            EXPECT_FALSE(terms.isVisible());
-          });
-      EXPECT_TRUE(hands.BecomesActive(screen));
-      EXPECT_EQ(&set, QApplication::focusWidget());
-      EXPECT_EQ("C0" + std::to_string(formula + 1) + "-C" + (formula + 6 < 10 ? "0" : "") +
-                    std::to_string(formula + 6),
-                Caption(screen, ("lblFormula" + number).c_str()));
-    }
-    ClickApply(screen);
-    ClickClose(screen);
-  });
-  for (const char* formula : {"C02-C07", "C03-C08", "C04-C09", "C05-C10"}) {
-    EXPECT_TRUE(RowShows("fgrOperationChSet", 1, formula)) << formula;
-  }
-  EXPECT_EQ(0, boxes.Shown());
-}
-
-TEST_F(FormulasOnTheDisplay, AFormulaByTheKeyboardAlone) {
-  std::string formula;
-  OpenedByEnter(KovOperation, 0, [&](QWidget& screen) {
-    auto& set = In<QPushButton>(screen, "cmdFormulaSet1");
-    TabTo(set);
-    InTheScreen(
-        "frmFormula", [&] { hands.Press(Key::Return); },
-        [&](QWidget& terms) {
-          TabTo(In<QPushButton>(terms, "btnSet"));
-          InTheScreen(
-              "frmOpSetting", [&] { hands.Press(Key::Return); },
-              [&](QWidget& term) {
-                ArrowTo(In<QComboBox>(term, "cmbOpContents"), 1);
-                ArrowTo(In<QComboBox>(term, "cmbInputChNo1"), 2);
-                TabTo(In<QPushButton>(term, "btnOk"));
-                hands.Press(Key::Return);
-                EXPECT_FALSE(term.isVisible());
-              });
-          EXPECT_TRUE(hands.BecomesActive(terms));
-          TabTo(In<QPushButton>(terms, "OKButton"));
-          hands.Press(Key::Return);
-          EXPECT_FALSE(terms.isVisible());
-        });
-    EXPECT_TRUE(hands.BecomesActive(screen));
-    EXPECT_EQ(&set, QApplication::focusWidget());
-    formula = Caption(screen, "lblFormula1");
-    TabTo(In<QPushButton>(screen, "OKButton"));
-    hands.Press(Key::Return);
-    hands.Press(Key::Escape);
-    EXPECT_FALSE(screen.isVisible());
-  });
-  EXPECT_EQ("ABS(C03)", formula);
-  EXPECT_TRUE(RowShows("fgrOperationChSet", 0, formula));
-}
-
-// All inputs of a formula are in the mouse's reach, the last ones by a scroll bar.
-TEST_F(FormulasOnTheDisplay, ALongListOpensBelowItsFieldAndScrolls) {
-  OpenedByDoubleClick(KovOperation, 0, [&](QWidget& screen) {
-    InTheScreen(
-        "frmFormula", [&] { hands.Click(In<QPushButton>(screen, "cmdFormulaSet1")); },
-        [&](QWidget& terms) {
-          InTheScreen(
-              "frmOpSetting", [&] { hands.Click(In<QPushButton>(terms, "btnSet")); },
-              [&](QWidget& term) {
-                auto& inputs = In<QComboBox>(term, "cmbInputChNo1");
-                hands.Click(inputs);
-                const QAbstractItemView& rows = *inputs.view();
-                ASSERT_TRUE(QTest::qWaitFor([&] { return rows.isVisible(); }));
-                EXPECT_GE(rows.mapToGlobal(QPoint(0, 0)).y(),
-                          inputs.mapToGlobal(inputs.rect().bottomLeft()).y());
-                const QRect row = rows.visualRect(inputs.model()->index(0, 0));
-                EXPECT_LE(rows.viewport()->height(), 20 * row.height() + row.height() / 2);
-                EXPECT_TRUE(rows.verticalScrollBar()->isVisible());
-                hands.Press(Key::Escape); // closes the list alone
-                EXPECT_TRUE(QTest::qWaitFor([&] { return !rows.isVisible(); }));
-                EXPECT_TRUE(term.isVisible());
-              });
-        });
-  });
-}
-
-// What a screen that is left without "適用" has set stays on the screen.
-TEST_F(FormulasOnTheDisplay, EscGoesBackOneScreenAtATimeAndKeepsNothing) {
-  const std::vector<std::int16_t> before = AllNumbers();
-  OpenedByDoubleClick(KovOperation, 0, [&](QWidget& screen) {
-    auto& set = In<QPushButton>(screen, "cmdFormulaSet1");
-    InTheScreen(
-        "frmFormula", [&] { hands.Click(set); },
-        [&](QWidget& terms) {
-          auto& setTerm = In<QPushButton>(terms, "btnSet");
-          InTheScreen(
-              "frmOpSetting", [&] { hands.Click(setTerm); },
-              [&](QWidget& term) {
-                Choose(In<QComboBox>(term, "cmbInputChNo1"), 3);
-                hands.Press(Key::Escape);
-                EXPECT_FALSE(term.isVisible());
-              });
-          EXPECT_TRUE(hands.BecomesActive(terms));
-          EXPECT_EQ(&setTerm, QApplication::focusWidget());
-          hands.Press(Key::Escape);
-          EXPECT_FALSE(terms.isVisible());
-        });
-    EXPECT_TRUE(hands.BecomesActive(screen));
-    EXPECT_EQ(&set, QApplication::focusWidget());
-    EXPECT_EQ("", Caption(screen, "lblFormula1"));
-    hands.Press(Key::Escape);
-    EXPECT_FALSE(screen.isVisible());
-  });
-  EXPECT_EQ(before, AllNumbers());
 }
 
 } // namespace

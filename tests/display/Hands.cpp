@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <cstdlib>
@@ -138,6 +139,11 @@ bool Hands::BecomesActive(const QWidget& window) {
 }
 
 void Hands::ClickAt(const QWidget& widget, QPoint at) {
+  SendClick(widget, at);
+  WaitUntil([this] { return clicksArrived_ >= clicksSent_; });
+}
+
+void Hands::SendClick(const QWidget& widget, QPoint at) {
   // Asked of the display: the window manager may have moved the window, and the program not yet know.
   const QPoint inWindow = widget.mapTo(widget.window(), at);
   const Owned<xcb_translate_coordinates_reply_t> place(
@@ -152,7 +158,18 @@ void Hands::ClickAt(const QWidget& widget, QPoint at) {
   Send(XCB_MOTION_NOTIFY, 0, {place->dst_x, place->dst_y});
   Send(XCB_BUTTON_PRESS, LeftButton);
   Send(XCB_BUTTON_RELEASE, LeftButton);
-  WaitUntil([this] { return clicksArrived_ >= clicksSent_; });
+}
+
+// When this returns, the program has got everything that the display has for it up to now.
+void Hands::TakeAllThatCame() {
+  const auto answerOf = [](xcb_connection_t* connection) {
+    const Owned<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free);
+    EXPECT_NE(nullptr, answer);
+  };
+  answerOf(display_);
+  answerOf(qApp->nativeInterface<QNativeInterface::QX11Application>()->connection());
+  QCoreApplication::processEvents();
 }
 
 void Hands::Click(const QWidget& widget) {
@@ -164,7 +181,12 @@ void Hands::Click(const QWidget& widget) {
 void Hands::DoubleClickAt(const QWidget& widget, QPoint at) {
   ClickAt(widget, at);
   QApplication::setDoubleClickInterval(Patience); // a busy machine may be long about the second click
-  ClickAt(widget, at);
+  // The second press may close the window; its release then goes where it will, or nowhere.
+  const QPointer<const QWidget> pressed = &widget;
+  SendClick(widget, at);
+  WaitUntil([&] { return clicksArrived_ >= clicksSent_ || pressed == nullptr || !pressed->isVisible(); });
+  TakeAllThatCame();
+  clicksArrived_ = clicksSent_;
   QApplication::setDoubleClickInterval(0);
 }
 

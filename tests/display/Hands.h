@@ -54,6 +54,8 @@ public:
 private:
   void Send(unsigned type, unsigned detail, QPoint at = {});
   [[nodiscard]] unsigned KeyCodeOf(unsigned keySymbol) const;
+  void SendClick(const QWidget& widget, QPoint at);
+  void TakeAllThatCame();
   void WaitUntil(const std::function<bool()>& arrived);
   [[nodiscard]] bool IsActiveForTheManager(const QWidget& window);
 

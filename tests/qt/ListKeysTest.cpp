@@ -171,25 +171,33 @@ struct FocusWay {
   const char* name;
   Qt::FocusReason reason;
 };
-class FocusOfAList : public ListKeys, public testing::WithParamInterface<FocusWay> {};
+class FocusOfAControl : public ListKeys, public testing::WithParamInterface<FocusWay> {
+protected:
+  void ExpectSeen(QWidget& control) const;
+};
 
-TEST_P(FocusOfAList, IsToBeSeenHoweverItCame) {
-  Start("0");
-  ASSERT_FALSE(Window().testAttribute(Qt::WA_KeyboardFocusChange)); // no Tab has been pressed
-  auto& list = Find<QComboBox>("cmbType");
-  Find<QPushButton>("btnRegRead").setFocus(Qt::MouseFocusReason);
-  const QImage without = list.grab().toImage();
-  list.setFocus(GetParam().reason);
-  const QImage with = list.grab().toImage();
+void FocusOfAControl::ExpectSeen(QWidget& control) const {
+  ASSERT_FALSE(control.window()->testAttribute(Qt::WA_KeyboardFocusChange)); // no Tab has been pressed
+  const QImage without = control.grab().toImage();
+  control.setFocus(GetParam().reason);
+  const QImage with = control.grab().toImage();
   // the whole border, told from what was there and from what is around it
-  const QColor around = Window().palette().color(QPalette::Window);
-  for (const QPoint spot : {QPoint(0, list.height() / 2), QPoint(list.width() - 1, list.height() / 2),
-                            QPoint(list.width() / 2, 0), QPoint(list.width() / 2, list.height() - 1)}) {
+  const QColor around = control.window()->palette().color(QPalette::Window);
+  for (const QPoint spot :
+       {QPoint(0, control.height() / 2), QPoint(control.width() - 1, control.height() / 2),
+        QPoint(control.width() / 2, 0), QPoint(control.width() / 2, control.height() - 1)}) {
     EXPECT_NE(without.pixelColor(spot), with.pixelColor(spot)) << spot.x() << "," << spot.y();
     EXPECT_GE(ContrastOf(with.pixelColor(spot), around), 3) << spot.x() << "," << spot.y();
   }
 }
-INSTANTIATE_TEST_SUITE_P(AllWays, FocusOfAList,
+
+TEST_P(FocusOfAControl, IsToBeSeenHoweverItCame) {
+  Start("0");
+  Find<QPushButton>("btnRegRead").setFocus(Qt::MouseFocusReason);
+  ExpectSeen(Find<QComboBox>("cmbType"));
+  ExpectSeen(Find<QPushButton>("btnRegWrite"));
+}
+INSTANTIATE_TEST_SUITE_P(AllWays, FocusOfAControl,
                          testing::Values(FocusWay{"Mouse", Qt::MouseFocusReason},
                                          FocusWay{"Program", Qt::OtherFocusReason},
                                          FocusWay{"Popup", Qt::PopupFocusReason}),
