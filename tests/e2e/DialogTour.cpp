@@ -160,6 +160,7 @@ void DialogTour::SetUpAChannel() {
         guest_.Picture(QStringLiteral("frmSelectUnit"));
         Guest::DoubleClickCell(Guest::Find<GridView>("fgrUnit"), 6, 2); // kPa
       });
+      Guest::ChooseRow("cmbAlarmType1", 1);
       if (kov) {
         Guest::ChooseRow("cmbTaisu", 1);
         TypeInto("txtIndMin", "0");
@@ -175,7 +176,6 @@ void DialogTour::SetUpAChannel() {
       } else {
         TypeInto("txtAlarmSet1", "12.5");
       }
-      Guest::ChooseRow("cmbAlarmType1", 1);
       Click("OKButton");
     });
   });
