@@ -14,6 +14,7 @@
 #include "core/modMain.h"
 #include "qt/GridView.h"
 #include "qt/QtText.h"
+#include "tests/qt/ActiveWindow.h"
 
 namespace loader::tour {
 
@@ -78,6 +79,11 @@ void DialogTour::InTheDialogOf(const char* table, int row, const char* dialog, c
 void DialogTour::InTheScreenOf(QWidget& button, const char* screen, const std::function<void()>& work) {
   guest_.ExpectScreen(QString::fromLatin1(screen), [&](QWidget&) { work(); });
   Guest::Click(button);
+  // A field of a window that is not active yet is not scrolled to when it gets the keyboard.
+  if (!test::BecomesActive(Guest::Front())) {
+    throw TourFailure(
+        QStringLiteral("the window behind %1 does not become active again").arg(QString::fromLatin1(screen)));
+  }
 }
 
 void DialogTour::NotingAll(const std::function<void()>& edit) {
