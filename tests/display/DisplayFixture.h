@@ -64,10 +64,14 @@ protected:
   }
   // Opens the list and clicks on the row.
   void Choose(QComboBox& list, int row) {
+    // A window that becomes active behind its open list takes the activity from it again.
+    EXPECT_TRUE(hands.BecomesActive(*list.window()));
     hands.Click(list);
     const QAbstractItemView& rows = *list.view();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return rows.isVisible() && rows.window()->isActiveWindow(); }))
-        << "the list does not open: " << list.objectName().toStdString();
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+      return rows.isVisible() && QApplication::activePopupWidget() == rows.window();
+    })) << "the list does not open: "
+        << list.objectName().toStdString();
     const QRect place = rows.visualRect(list.model()->index(row, list.modelColumn()));
     ASSERT_TRUE(rows.viewport()->rect().contains(place.center()))
         << "row " << row << " has to be scrolled to";
