@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "channel/InputTypeRules.h"
 #include "channel/modUtil.h"
-#include "core/ModelProfile.h"
 #include "core/Text.h"
 
 namespace loader {
@@ -27,7 +27,7 @@ struct EnableRow {
   std::string_view control;
   std::array<bool, 5> byClass; // Skip, Temperature, Unscaled, Scaled, OtherChannel
   UnderLog underLog = UnderLog::AsEver;
-  bool otherOnKovAlone = false; // under OtherChannel
+  bool otherWithLogarithmAlone = false; // under OtherChannel
 };
 
 constexpr std::array<bool, 5> Always{true, true, true, true, true};
@@ -72,7 +72,7 @@ bool IsEnabled(const EnableRow& row, Class kind, bool logOn) {
   if (row.underLog != UnderLog::AsEver && (row.underLog == UnderLog::Only) != logOn) {
     return false;
   }
-  if (row.otherOnKovAlone && kind == Class::OtherChannel && ModelCode != "KOV") {
+  if (row.otherWithLogarithmAlone && kind == Class::OtherChannel && !HasLogarithm()) {
     return false;
   }
   return row.byClass.at(static_cast<std::size_t>(kind));
