@@ -7,6 +7,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -47,6 +48,14 @@ void WriteItem(std::ostream& out, const ParamSection& section, int number) {
   }
   for (const ParamNumRecord& record : item.NumRecords) {
     out << LineOf(section, number, record.Tag, DecimalText(record.Value));
+  }
+}
+
+void WriteStore(std::ostream& out) {
+  for (const ParamSection& section : ParamStore) {
+    for (int item = 0; item < static_cast<int>(section.Items.size()); ++item) {
+      WriteItem(out, section, item);
+    }
   }
 }
 
@@ -381,12 +390,22 @@ bool gFSaveParamFile(const std::filesystem::path& path) {
   if (!out) {
     return false;
   }
-  for (const ParamSection& section : ParamStore) {
-    for (int item = 0; item < static_cast<int>(section.Items.size()); ++item) {
-      WriteItem(out, section, item);
-    }
-  }
+  WriteStore(out);
   return true;
+}
+
+std::string ParamFileBytes() {
+  std::ostringstream out;
+  out << HeadLine;
+  WriteStore(out);
+  return std::move(out).str();
+}
+
+Replacement SaveParamFileProved(const std::filesystem::path& path) {
+  if (path.empty()) {
+    return Replacement::NoFile;
+  }
+  return ReplaceFileProved(path, ParamFileBytes(), Neighbours::OfOthers);
 }
 
 bool LoadParamBytes(std::string_view bytes, const DefectSink& sink) {

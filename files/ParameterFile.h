@@ -15,12 +15,22 @@
 #include <string>
 #include <string_view>
 
+#include "platform/WholeFile.h"
+
 namespace loader {
 
 // Writes the store to `path`, replacing what was there. False when the file cannot be opened or its head
 // cannot be written, and for a pipe, a device or a folder; from then on failures are ignored, deliberately: a
 // disk that fills leaves a shortened file.
 [[nodiscard]] bool gFSaveParamFile(const std::filesystem::path& path);
+
+// The bytes that a save writes.
+[[nodiscard]] std::string ParamFileBytes();
+
+// A save for programs that have to know: the file is written beside `path`, read back, compared and only then
+// put in its place, so that what stood there stays whole until the new file is. Tells why it failed; nothing
+// is changed then.
+[[nodiscard]] Replacement SaveParamFileProved(const std::filesystem::path& path);
 
 // Lays the file's values over the store, which must have just been rebuilt: what the file does not name keeps
 // its default. False when the file cannot be read (a pipe, a device or a folder is no file), at a line
