@@ -81,13 +81,6 @@ bool WriteBytes(const std::filesystem::path& file, std::string_view bytes) {
   return true;
 }
 
-bool Holds(const std::filesystem::path& file, std::string_view bytes) {
-  std::ifstream in(file, std::ios::binary);
-  std::string held(bytes.size() + 1, '\0'); // one more than there may be
-  in.read(held.data(), static_cast<std::streamsize>(held.size()));
-  return !in.bad() && std::string_view(held).substr(0, static_cast<std::size_t>(in.gcount())) == bytes;
-}
-
 enum class Proof { None, ReadBack };
 
 Replacement Replace(const std::filesystem::path& file, std::string_view bytes, Neighbours neighbours,
@@ -112,7 +105,7 @@ Replacement Replace(const std::filesystem::path& file, std::string_view bytes, N
     std::filesystem::remove(*beside, ignored);
     return reason;
   };
-  if (proof == Proof::ReadBack && !Holds(*beside, bytes)) {
+  if (proof == Proof::ReadBack && !FileHolds(*beside, bytes)) {
     return giveUp(Replacement::NotReadBack);
   }
   const std::filesystem::file_status before = std::filesystem::status(*target, error);
@@ -124,6 +117,16 @@ Replacement Replace(const std::filesystem::path& file, std::string_view bytes, N
 }
 
 } // namespace
+
+bool FileHolds(const std::filesystem::path& file, std::string_view bytes) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in.is_open()) {
+    return false;
+  }
+  std::string held(bytes.size() + 1, '\0'); // one more than there may be
+  in.read(held.data(), static_cast<std::streamsize>(held.size()));
+  return !in.bad() && std::string_view(held).substr(0, static_cast<std::size_t>(in.gcount())) == bytes;
+}
 
 bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes, Neighbours neighbours) {
   return Replace(file, bytes, neighbours, Proof::None) == Replacement::Done;

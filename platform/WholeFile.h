@@ -30,7 +30,11 @@ enum class Replacement {
 [[nodiscard]] bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes,
                                Neighbours neighbours);
 
-// The same, with the new file read and compared before it takes the other's place; tells why it failed.
+// Whether the file is there, can be read and holds these bytes and no others.
+[[nodiscard]] bool FileHolds(const std::filesystem::path& file, std::string_view bytes);
+
+// The same as ReplaceFile, with the new file read and compared before it takes the other's place; tells why
+// it failed.
 [[nodiscard]] Replacement ReplaceFileProved(const std::filesystem::path& file, std::string_view bytes,
                                             Neighbours neighbours);
 

@@ -116,5 +116,20 @@ TEST_F(ProvedSave, TellsThatEveryNameBesideIsTaken) {
   Fails(Replacement::NoNameBeside, Path("a.KOV"));
 }
 
+// The comparison that every proved save passes before the new file takes its place.
+TEST_F(ProvedSave, ComparesTheWholeFile) {
+  platform.WriteFile("a", std::string_view("ab\0\xFF\r\n", 6));
+  EXPECT_TRUE(FileHolds(Path("a"), std::string_view("ab\0\xFF\r\n", 6)));
+  EXPECT_FALSE(FileHolds(Path("a"), std::string_view("ab\0\xFF\r\n", 5))) << "longer than it should be";
+  EXPECT_FALSE(FileHolds(Path("a"), std::string_view("ab\0\xFF\r\nx", 7))) << "shorter than it should be";
+  EXPECT_FALSE(FileHolds(Path("a"), std::string_view("ab\0\xFF\n\n", 6)));
+  platform.WriteFile("empty", "");
+  EXPECT_TRUE(FileHolds(Path("empty"), ""));
+  EXPECT_FALSE(FileHolds(Path("empty"), "x"));
+  EXPECT_FALSE(FileHolds(Path("a"), ""));
+  EXPECT_FALSE(FileHolds(Path("nowhere"), "")) << "no file is no empty file";
+  EXPECT_FALSE(FileHolds(platform.folder, ""));
+}
+
 } // namespace
 } // namespace loader::test
