@@ -120,7 +120,7 @@ public:
 class FuzzPlatform {
 public:
   FuzzPlatform();
-  ~FuzzPlatform();
+  ~FuzzPlatform() = default;
   FuzzPlatform(const FuzzPlatform&) = delete;
   FuzzPlatform& operator=(const FuzzPlatform&) = delete;
 
