@@ -71,12 +71,6 @@ bool Holds(bool shortForm, const std::function<bool()>& work) {
   return held;
 }
 
-BoxAnswer QuietBoxes::Show(std::u16string_view text, BoxButtons /*buttons*/, BoxIcon /*icon*/,
-                           std::u16string_view /*title*/) {
-  shown.emplace_back(text);
-  return BoxAnswer::Ok;
-}
-
 RecorderProcess::RecorderProcess(const std::vector<std::string>& arguments) {
   QStringList words;
   for (const std::string& argument : arguments) {
@@ -99,16 +93,8 @@ RecorderProcess::~RecorderProcess() {
 
 BenchPlatform::BenchPlatform()
     : qt({.programFolder = Folder(), .makeForm = MakeForm, .portMap = [this](int) { return tcpPort; }}),
-      platform{.boxes = boxes,
-               .fileDialogs = qt.fileDialogs,
-               .screens = qt.screens,
-               .timers = qt.timers,
-               .eventLoop = qt.eventLoop,
-               .clock = qt.clock,
-               .MSComm1 = qt.serial,
-               .winSock = qt.socket,
-               .USBOCX1 = qt.usb,
-               .programFolder = Folder()} {
+      platform(WithParts(qt.platform, {.boxes = &boxes})) {
+  boxes.answer = BoxAnswer::Ok;
   const fs::path data = QCoreApplication::applicationDirPath().toStdString();
   fs::copy_file(data / "InitSet.Ini", Folder() / "InitSet.Ini");
   SetPlatform(&platform);

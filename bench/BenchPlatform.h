@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/BarePlatform.h"
 #include "qt/QtPlatform.h"
 
 namespace loader::bench {
@@ -30,14 +31,6 @@ bool ReportRatio(const std::string& what, const std::vector<double>& ours, const
 // Whether a bench held its bars. The short forms run with the tests, on machines that have other things to
 // do: what misses a bar there is measured again before it counts.
 [[nodiscard]] bool Holds(bool shortForm, const std::function<bool()>& work);
-
-// Every box is answered with OK; which ones came is kept.
-class QuietBoxes final : public MessageBoxes {
-public:
-  BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon,
-                 std::u16string_view title) override;
-  std::vector<std::u16string> shown;
-};
 
 // recorder-sim, from the folder of this program.
 class RecorderProcess {
@@ -70,7 +63,7 @@ private:
 public:
   int tcpPort = 0;
   QtPlatform qt;
-  QuietBoxes boxes;
+  BareBoxes boxes; // every box is answered with OK
   Platform platform;
 };
 

@@ -61,16 +61,7 @@ void RunFlow(BenchPlatform& bench, Way way) {
 
 std::vector<Request> RequestsOf(BenchPlatform& bench, Way way) {
   ListeningSocket ear(bench.qt.socket);
-  Platform listening{.boxes = bench.boxes,
-                     .fileDialogs = bench.qt.fileDialogs,
-                     .screens = bench.qt.screens,
-                     .timers = bench.qt.timers,
-                     .eventLoop = bench.qt.eventLoop,
-                     .clock = bench.qt.clock,
-                     .MSComm1 = bench.qt.serial,
-                     .winSock = ear,
-                     .USBOCX1 = bench.qt.usb,
-                     .programFolder = bench.Folder()};
+  Platform listening = WithParts(bench.platform, {.winSock = &ear});
   SetPlatform(&listening);
   RunFlow(bench, way);
   SetPlatform(&bench.platform);

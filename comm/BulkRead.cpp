@@ -1,6 +1,7 @@
 #include "comm/BulkRead.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "comm/GenerationLayout.h"
 #include "comm/ParameterTelegram.h"
@@ -16,25 +17,23 @@ namespace loader {
 
 namespace {
 
-using SectionReader = bool (*)(std::string_view sectionCode);
-
 struct ReadOrder {
   int generation;
-  SectionReader reader;
+  const GenerationRead& layout;
   std::string_view sections; // one letter each
 };
 constexpr std::string_view OrderOfKov = "CAGTBHMUDENOJKXLY";
 // Without L and Y, which this model does not have.
 constexpr std::string_view OrderOfRug = "CAGTBEONHMUDJKX";
 constexpr std::array<ReadOrder, 8> ReadOrders{{
-    {0, gFReadSectionG0, OrderOfKov},
-    {1, gFReadSectionG1, OrderOfKov},
-    {2, gFReadSectionG2, OrderOfKov},
-    {3, gFReadSectionG3, OrderOfKov},
-    {4, gFReadSectionPlain, OrderOfKov},
-    {5, gFReadSectionPlain, OrderOfKov},
-    {20, gFReadSectionPlain, OrderOfRug},
-    {21, gFReadSectionPlain, OrderOfRug},
+    {0, ReadLayoutG0, OrderOfKov},
+    {1, ReadLayoutG1, OrderOfKov},
+    {2, ReadLayoutG2, OrderOfKov},
+    {3, ReadLayoutG3, OrderOfKov},
+    {4, ReadLayoutPlain, OrderOfKov},
+    {5, ReadLayoutPlain, OrderOfKov},
+    {20, ReadLayoutPlain, OrderOfRug},
+    {21, ReadLayoutPlain, OrderOfRug},
 }};
 
 void TakeDefault(ParamNumRecord& record) {
@@ -153,71 +152,103 @@ const SectionRead& LayoutOf(const GenerationRead& generation, std::string_view s
 }
 
 // The one reader. A run-time failure, also that of a section which the store does not hold, is a failed read.
-bool ReadSection(const GenerationRead& generation, std::string_view sectionCode) {
+TransferResult ReadSection(const GenerationRead& generation, std::string_view sectionCode) {
+  TransferResult result{.section = std::string(sectionCode)};
   try {
     const StoreIndex section = gFFindSection(sectionCode);
     if (!gFReadBlock(section, RegisterOffset(Trim(sectionCode), generation.generation))) {
-      return false;
+      result.end = TransferEnd::RequestFailed;
+      result.request = RequestUnderWay(false);
+      return result;
     }
     StoreSection(sectionCode, ParamStore[section], LayoutOf(generation, sectionCode));
-    return true;
-  } catch (const RunTimeFailure&) {
-    return false;
+    return {};
+  } catch (const RunTimeFailure& failure) {
+    result.end = TransferEnd::SectionUnfit;
+    result.detail = failure.what();
+    return result;
   }
 }
 
 } // namespace
 
 bool gFReadSectionG0(std::string_view sectionCode) {
-  return ReadSection(ReadLayoutG0, sectionCode);
+  return ReadSection(ReadLayoutG0, sectionCode).IsDone();
 }
 bool gFReadSectionG1(std::string_view sectionCode) {
-  return ReadSection(ReadLayoutG1, sectionCode);
+  return ReadSection(ReadLayoutG1, sectionCode).IsDone();
 }
 bool gFReadSectionG2(std::string_view sectionCode) {
-  return ReadSection(ReadLayoutG2, sectionCode);
+  return ReadSection(ReadLayoutG2, sectionCode).IsDone();
 }
 bool gFReadSectionG3(std::string_view sectionCode) {
-  return ReadSection(ReadLayoutG3, sectionCode);
+  return ReadSection(ReadLayoutG3, sectionCode).IsDone();
 }
 bool gFReadSectionPlain(std::string_view sectionCode) {
-  return ReadSection(ReadLayoutPlain, sectionCode);
+  return ReadSection(ReadLayoutPlain, sectionCode).IsDone();
 }
 
-bool gFReadAll() {
-  if (!gFCheckRecorder()) {
-    return false;
+TransferResult ReadAll() {
+  TransferResult all = CheckRecorder();
+  if (!all.IsDone()) {
+    return all;
   }
   const auto order = std::find_if(ReadOrders.begin(), ReadOrders.end(), [](const ReadOrder& candidate) {
     return candidate.generation == RecorderGeneration;
   });
   if (order == ReadOrders.end()) {
-    return true;
+    return {.end = TransferEnd::NothingToTransfer};
   }
-  for (std::size_t i = 0; i < order->sections.size(); ++i) {
-    if (!order->reader(order->sections.substr(i, 1))) {
-      return false;
+  const std::string_view sections = order->sections;
+  for (std::size_t i = 0; i < sections.size(); ++i) {
+    TransferResult section = ReadSection(order->layout, sections.substr(i, 1));
+    if (!section.IsDone()) {
+      section.sections = std::move(all.sections);
+      return section;
     }
+    all.sections += sections[i];
   }
-  return true;
+  return all;
 }
 
-void ReadFromRecorder(const FlowCallbacks& window) {
-  if (!AskOkCancel(LoadText(20104)) || !gFLinkOpen()) {
-    return;
+bool gFReadAll() {
+  const TransferResult result = ReadAll();
+  TellCheck(result);
+  return result.IsDone();
+}
+
+TransferResult ReadSetUp(const FlowCallbacks& window, const TransferTalk& talk) {
+  if (!OpenLink()) {
+    return {.end = TransferEnd::LinkNotOpened};
   }
   FlowFrame frame(window);
-  if (!gFReadAll()) {
-    ShowMessage(LoadText(11013));
-  }
+  TransferResult result = ReadAll();
+  Tell(talk.whileOpen, result);
   frame.CloseLink();
   frame.StopLamp();
+  Tell(talk.whenClosed, result);
   // Whatever the result: the sections that came through are in the store.
   UpdateUserUnitNames();
   if (window.refresh) {
     window.refresh();
   }
   frame.EnableControls();
+  return result;
+}
+
+void ReadFromRecorder(const FlowCallbacks& window) {
+  if (!AskOkCancel(LoadText(20104))) {
+    return;
+  }
+  const auto tellFailure = [](const TransferResult& result) {
+    TellCheck(result);
+    if (!result.IsDone()) {
+      ShowMessage(LoadText(11013));
+    }
+  };
+  if (ReadSetUp(window, {.whileOpen = tellFailure}).end == TransferEnd::LinkNotOpened) {
+    TellLinkNotOpened();
+  }
 }
 
 } // namespace loader

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "comm/FlowCallbacks.h"
+#include "comm/TransferResult.h"
 
 namespace loader {
 
@@ -15,7 +16,15 @@ namespace loader {
 // read that failed is told by text 11013 and is not rolled back: the sections before the failure stay.
 void ReadFromRecorder(const FlowCallbacks& window);
 
-// Checks the recorder and reads the sections of its generation in their order. False at the first failure.
+// The same without question and message: opens the link, reads, closes. What became of it is told to `talk`
+// on the way, and returned.
+[[nodiscard]] TransferResult ReadSetUp(const FlowCallbacks& window, const TransferTalk& talk);
+
+// Over a link that is open: checks the recorder and reads the sections of its generation in their order up to
+// the first failure. A generation without an order ends in NothingToTransfer.
+[[nodiscard]] TransferResult ReadAll();
+
+// ReadAll with the messages of the check. False at the first failure.
 [[nodiscard]] bool gFReadAll();
 
 // One section by the layout of a generation. False when a request failed or the section cannot be read at

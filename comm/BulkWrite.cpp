@@ -1,6 +1,7 @@
 #include "comm/BulkWrite.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "comm/GenerationLayout.h"
 #include "comm/ParameterTelegram.h"
@@ -15,23 +16,21 @@ namespace loader {
 
 namespace {
 
-using SectionWriter = bool (*)(std::string_view sectionCode);
-
 struct WriteOrder {
   int generation;
-  SectionWriter writer;
+  const GenerationWrite& layout;
   std::string_view sections; // one letter each
 };
 // Deliberately not the order of the read in generation 5: O goes before N.
 constexpr std::array<WriteOrder, 8> WriteOrders{{
-    {0, gFWriteSectionG0, "CAGTBHMUD"},
-    {1, gFWriteSectionG1, "CAGTBHMUD"},
-    {2, gFWriteSectionG2, "CAGTBHMUDE"},
-    {3, gFWriteSectionG3, "CAGTBHMUDE"},
-    {4, gFWriteSectionG4, "CAGTBHMUDEJKXLY"},
-    {5, gFWriteSectionPlain, "CAGTBHMUDEONJKXLY"},
-    {20, gFWriteSectionG20, "CAGTBEONHMUDJKX"},
-    {21, gFWriteSectionPlain, "CAGTBEONHMUDJKX"},
+    {0, WriteLayoutG0, "CAGTBHMUD"},
+    {1, WriteLayoutG1, "CAGTBHMUD"},
+    {2, WriteLayoutG2, "CAGTBHMUDE"},
+    {3, WriteLayoutG3, "CAGTBHMUDE"},
+    {4, WriteLayoutG4, "CAGTBHMUDEJKXLY"},
+    {5, WriteLayoutPlain, "CAGTBHMUDEONJKXLY"},
+    {20, WriteLayoutG20, "CAGTBEONHMUDJKX"},
+    {21, WriteLayoutPlain, "CAGTBEONHMUDJKX"},
 }};
 
 TagWrite RuleOf(const SectionWrite& layout, std::string_view tag, const TagWrite& otherwise) {
@@ -171,79 +170,125 @@ const SectionWrite& LayoutOf(const GenerationWrite& generation, std::string_view
 
 // The one writer. A run-time failure, also that of a section which the store does not hold, is a failed
 // write.
-bool WriteSection(const GenerationWrite& generation, std::string_view sectionCode) {
+TransferResult WriteSection(const GenerationWrite& generation, std::string_view sectionCode) {
+  TransferResult result{.section = std::string(sectionCode)};
+  const auto requestFailed = [&](bool writing) {
+    result.end = TransferEnd::RequestFailed;
+    result.request = RequestUnderWay(writing);
+    return result;
+  };
   try {
     const StoreIndex section = gFFindSection(sectionCode);
     const std::int16_t offset = RegisterOffset(Trim(sectionCode), generation.generation);
     if (!gFReadBlock(section, offset)) {
-      return false;
+      return requestFailed(false);
     }
     LaySectionOver(ParamStore[section], LayoutOf(generation, sectionCode));
-    return gFWriteBlock(section, offset);
-  } catch (const RunTimeFailure&) {
-    return false;
+    return gFWriteBlock(section, offset) ? TransferResult{} : requestFailed(true);
+  } catch (const RunTimeFailure& failure) {
+    result.end = TransferEnd::SectionUnfit;
+    result.detail = failure.what();
+    return result;
   }
 }
 
 } // namespace
 
 bool gFWriteSectionG0(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutG0, sectionCode);
+  return WriteSection(WriteLayoutG0, sectionCode).IsDone();
 }
 bool gFWriteSectionG1(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutG1, sectionCode);
+  return WriteSection(WriteLayoutG1, sectionCode).IsDone();
 }
 bool gFWriteSectionG2(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutG2, sectionCode);
+  return WriteSection(WriteLayoutG2, sectionCode).IsDone();
 }
 bool gFWriteSectionG3(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutG3, sectionCode);
+  return WriteSection(WriteLayoutG3, sectionCode).IsDone();
 }
 bool gFWriteSectionG4(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutG4, sectionCode);
+  return WriteSection(WriteLayoutG4, sectionCode).IsDone();
 }
 bool gFWriteSectionPlain(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutPlain, sectionCode);
+  return WriteSection(WriteLayoutPlain, sectionCode).IsDone();
 }
 bool gFWriteSectionG20(std::string_view sectionCode) {
-  return WriteSection(WriteLayoutG20, sectionCode);
+  return WriteSection(WriteLayoutG20, sectionCode).IsDone();
 }
 
-bool gFWriteAll() {
-  if (!gFCheckRecorder()) {
-    return false;
+TransferResult WriteAll() {
+  TransferResult all = CheckRecorder();
+  if (!all.IsDone()) {
+    return all;
   }
   CommLink.BlockBuf.fill(0);
   const auto order = std::find_if(WriteOrders.begin(), WriteOrders.end(), [](const WriteOrder& candidate) {
     return candidate.generation == RecorderGeneration;
   });
-  const std::string_view sections = order == WriteOrders.end() ? std::string_view{} : order->sections;
-  for (std::size_t i = 0; i < sections.size(); ++i) {
-    if (!order->writer(sections.substr(i, 1))) {
-      return false;
-    }
+  if (order == WriteOrders.end()) {
+    return {.end = TransferEnd::NothingToTransfer};
   }
-  // Deliberately also for a generation that has no sections.
-  ShowMessage(LoadText(62701));
-  return true;
+  const std::string_view sections = order->sections;
+  for (std::size_t i = 0; i < sections.size(); ++i) {
+    TransferResult section = WriteSection(order->layout, sections.substr(i, 1));
+    if (!section.IsDone()) {
+      section.sections = std::move(all.sections);
+      return section;
+    }
+    all.sections += sections[i];
+  }
+  return all;
+}
+
+namespace {
+
+void TellWriteAll(const TransferResult& result) {
+  TellCheck(result);
+  if (result.IsDone()) {
+    // Deliberately also for a generation that has no sections.
+    ShowMessage(LoadText(62701));
+  }
+}
+
+} // namespace
+
+bool gFWriteAll() {
+  const TransferResult result = WriteAll();
+  TellWriteAll(result);
+  return result.IsDone();
+}
+
+TransferResult WriteSetUp(const FlowCallbacks& window, const TransferTalk& talk) {
+  if (!OpenLink()) {
+    return {.end = TransferEnd::LinkNotOpened};
+  }
+  FlowFrame frame(window);
+  TransferResult result = CheckState();
+  if (result.IsDone()) {
+    result = WriteAll();
+  }
+  Tell(talk.whileOpen, result);
+  frame.CloseLink();
+  frame.StopLamp();
+  Tell(talk.whenClosed, result);
+  frame.EnableControls();
+  return result;
 }
 
 void WriteToRecorder(const FlowCallbacks& window) {
-  if (!AskOkCancel(LoadText(20106)) || !gFLinkOpen()) {
+  if (!AskOkCancel(LoadText(20106))) {
     return;
   }
-  FlowFrame frame(window);
-  const std::int16_t status = gFRecorderBusy();
-  if (status == RecorderFree) {
-    // Deliberately no message of its own for a failure: the link has spoken.
-    static_cast<void>(gFWriteAll());
+  const auto tellBusy = [](const TransferResult& result) {
+    if (result.end == TransferEnd::RecorderBusy) {
+      ShowMessage(LoadText(20107));
+    }
+  };
+  // Deliberately no message of its own for any other failure: the link has spoken.
+  if (WriteSetUp(window, {.whileOpen = TellWriteAll, .whenClosed = tellBusy}).end ==
+      TransferEnd::LinkNotOpened) {
+    TellLinkNotOpened();
   }
-  frame.CloseLink();
-  frame.StopLamp();
-  if (status == RecorderBusy) {
-    ShowMessage(LoadText(20107));
-  }
-  frame.EnableControls();
 }
 
 } // namespace loader

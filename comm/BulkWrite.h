@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "comm/FlowCallbacks.h"
+#include "comm/TransferResult.h"
 
 namespace loader {
 
@@ -16,8 +17,16 @@ namespace loader {
 // write that failed has no message of its own and is not rolled back.
 void WriteToRecorder(const FlowCallbacks& window);
 
-// Checks the recorder, writes the sections of its generation in their order and tells the end by text 62701.
-// False at the first failure, without that message.
+// The same without question and message: opens the link, looks whether the recorder is busy, writes, closes.
+// What became of it is told to `talk` on the way, and returned.
+[[nodiscard]] TransferResult WriteSetUp(const FlowCallbacks& window, const TransferTalk& talk);
+
+// Over a link that is open: checks the recorder and writes the sections of its generation in their order up
+// to the first failure. A generation without an order ends in NothingToTransfer.
+[[nodiscard]] TransferResult WriteAll();
+
+// WriteAll with the messages of the check, and with text 62701 at its end. False at the first failure,
+// without that text.
 [[nodiscard]] bool gFWriteAll();
 
 // One section by the layout of a generation. False when a request failed or the section cannot be written at

@@ -86,6 +86,10 @@ bool gFWriteBlock(StoreIndex sectionIndex, std::int16_t registerOffset) {
   return TransferBlock(Transfer::Write, sectionIndex, registerOffset);
 }
 
+FailedRequest RequestUnderWay(bool writing) {
+  return {writing, CommLink.RegAddress, CommLink.RegCount, CommLink.ResultCode};
+}
+
 bool gFParseItem(std::string_view sectionCode, std::int32_t byteStart, StoreIndex sectionIndex,
                  int itemIndex) {
   if (sectionIndex >= ParamStore.size() || itemIndex < 0 ||

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "comm/TransferResult.h"
 #include "core/modMain.h"
 
 namespace loader {
@@ -18,6 +19,9 @@ namespace loader {
 // section that the store does not hold, or that does not fit BlockBuf (5000 registers), is a RunTimeFailure.
 [[nodiscard]] bool gFReadBlock(StoreIndex sectionIndex, std::int16_t registerOffset);
 [[nodiscard]] bool gFWriteBlock(StoreIndex sectionIndex, std::int16_t registerOffset);
+
+// The request that such a transfer has failed at.
+[[nodiscard]] FailedRequest RequestUnderWay(bool writing);
 
 // Every record of one item from BlockBuf into the store, as value and as read value. False when the store has
 // no such item.

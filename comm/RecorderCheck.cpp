@@ -63,58 +63,93 @@ std::u16string TrimmedInPlace(std::string_view tag) {
   return text;
 }
 
-bool ReadItem(std::string_view sectionCode) {
-  const StoreIndex section = gFFindSection(sectionCode);
-  return gFReadBlock(section, 0) && gFParseItem(sectionCode, 0, section, 0);
+// One section of one item. A store whose section cannot be laid over a recorder at all is told like a
+// recorder that does not answer.
+TransferResult ReadItem(std::string_view sectionCode, TransferEnd notRead) {
+  TransferResult result{.section = std::string(sectionCode)};
+  try {
+    const StoreIndex section = gFFindSection(sectionCode);
+    if (!gFReadBlock(section, 0)) {
+      result.end = notRead;
+      result.request = RequestUnderWay(false);
+      return result;
+    }
+    if (!gFParseItem(sectionCode, 0, section, 0)) {
+      throw RunTimeFailure("section " + std::string(sectionCode) + " has no item");
+    }
+    return {};
+  } catch (const RunTimeFailure& failure) {
+    result.end = notRead;
+    result.detail = failure.what();
+    return result;
+  }
 }
 
-// A store whose section P cannot be laid over a recorder at all is told like a recorder that does not answer.
-bool ReadIdentity() {
-  try {
-    return ReadItem("P");
-  } catch (const RunTimeFailure&) {
-    return false;
-  }
+TransferResult EndedInIdentity(TransferEnd end) {
+  return {.end = end, .section = "P"};
 }
 
 } // namespace
 
-bool gFCheckRecorder() {
-  if (!ReadIdentity()) {
-    ShowMessage(LoadText(11012));
-    return false;
+TransferResult CheckRecorder() {
+  TransferResult read = ReadItem("P", TransferEnd::IdentityNotRead);
+  if (!read.IsDone()) {
+    return read;
   }
   const std::string model = Narrow(TrimmedInPlace("PILC").substr(0, ModelWidth));
   if (model != ModelCode && ModeCheckOff == 0) {
-    ShowMessage(LoadText(11015));
-    return false;
+    return EndedInIdentity(TransferEnd::OtherModel);
   }
   const std::u16string tag = TrimmedInPlace("PVER").substr(0, VersionTagWidth);
   if (ShapeOf(model) == nullptr) {
-    return true; // another model has no version test and keeps the generation that was left from earlier
+    return {}; // another model has no version test and keeps the generation that was left from earlier
   }
   const std::optional<std::int16_t> generation = GenerationOfTag(model, tag);
   if (!generation) {
-    ShowMessage(LoadText(11012));
-    return false;
+    return EndedInIdentity(TransferEnd::NoVersion);
   }
   RecorderGeneration = *generation;
-  return true;
+  return {};
+}
+
+void TellCheck(const TransferResult& result) {
+  if (result.end == TransferEnd::OtherModel) {
+    ShowMessage(LoadText(11015));
+  } else if (result.end == TransferEnd::IdentityNotRead || result.end == TransferEnd::NoVersion) {
+    ShowMessage(LoadText(11012));
+  }
+}
+
+bool gFCheckRecorder() {
+  const TransferResult result = CheckRecorder();
+  TellCheck(result);
+  return result.IsDone();
+}
+
+TransferResult CheckState() {
+  const auto ended = [](TransferEnd end, const char* why) {
+    return TransferResult{.end = end, .section = "S", .detail = why};
+  };
+  TransferResult read = ReadItem("S", TransferEnd::StateNotRead);
+  if (!read.IsDone()) {
+    return read;
+  }
+  const ParamNumRecord* state = FindNumRecord("S", 0, "SYS1");
+  if (state == nullptr) {
+    return ended(TransferEnd::StateNotRead, "section S has no state word");
+  }
+  const auto bits = static_cast<std::uint16_t>(state->Value);
+  const bool busy = (bits >> RecordingBit & 1U) != 0 || (bits >> ComputingBit & 1U) != 0;
+  return busy ? ended(TransferEnd::RecorderBusy, "") : TransferResult{};
 }
 
 std::int16_t gFRecorderBusy() {
-  try {
-    if (!ReadItem("S")) {
-      return RecorderNotRead;
-    }
-    const ParamNumRecord* state = FindNumRecord("S", 0, "SYS1");
-    if (state == nullptr) {
-      return RecorderNotRead;
-    }
-    const auto bits = static_cast<std::uint16_t>(state->Value);
-    const bool busy = (bits >> RecordingBit & 1U) != 0 || (bits >> ComputingBit & 1U) != 0;
-    return busy ? RecorderBusy : RecorderFree;
-  } catch (const RunTimeFailure&) {
+  switch (CheckState().end) {
+  case TransferEnd::Done:
+    return RecorderFree;
+  case TransferEnd::RecorderBusy:
+    return RecorderBusy;
+  default:
     return RecorderNotRead;
   }
 }

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string_view>
 
+#include "comm/TransferResult.h"
+
 namespace loader {
 
 // The register layout of the recorder that was checked last: 0 to 5 KOV, 20 and 21 RUG. Starts at 0 and
@@ -23,8 +25,16 @@ constexpr std::int16_t RecorderNotRead = 2;
 // reports; a model without version tags passes and leaves the generation as it stands.
 [[nodiscard]] bool gFCheckRecorder();
 
+// The same without the messages: Done, IdentityNotRead, OtherModel or NoVersion.
+[[nodiscard]] TransferResult CheckRecorder();
+// The message of a check that failed; none for any other end.
+void TellCheck(const TransferResult& result);
+
 // The recorder's state word, section S. Never throws a RunTimeFailure: it counts as not read.
 [[nodiscard]] std::int16_t gFRecorderBusy();
+
+// The same for a flow: Done for a recorder that is free, RecorderBusy or StateNotRead.
+[[nodiscard]] TransferResult CheckState();
 
 // The generation of a version tag ("V27A"), by the tables of the model that reports it. Empty for a tag of
 // another shape.

@@ -58,18 +58,25 @@ std::uint8_t ConfiguredLinkKind() {
 
 } // namespace
 
-bool gFLinkOpen() {
+bool OpenLink() {
   CommLink.LinkKind = ConfiguredLinkKind();
-  bool opened = false;
   try {
     // The station number is looked at first: nothing is opened that nobody would close.
     CommLink.StationNo = ToByte(Settings.StationSetting);
-    opened = OpenTransport();
+    return OpenTransport();
   } catch (const RunTimeFailure&) {
-    opened = false;
+    return false;
   }
+}
+
+void TellLinkNotOpened() {
+  ShowMessage(CommLink.LinkKind == LinkEthernet ? LoadText(11000) : LoadText(11004));
+}
+
+bool gFLinkOpen() {
+  const bool opened = OpenLink();
   if (!opened) {
-    ShowMessage(CommLink.LinkKind == LinkEthernet ? LoadText(11000) : LoadText(11004));
+    TellLinkNotOpened();
   }
   return opened;
 }

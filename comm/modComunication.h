@@ -66,6 +66,9 @@ extern Timer WaitTimer;
 // which has been told in a message: 11000 for Ethernet, 11004 for the others. A station number outside 0 to
 // 255 counts as a failed opening. USB is opened by each exchange, so that its opening never fails here.
 [[nodiscard]] bool gFLinkOpen();
+// The same in two: the opening, which shows nothing, and the message of one that failed.
+[[nodiscard]] bool OpenLink();
+void TellLinkNotOpened();
 // Never fails: a device that is gone needs no closing.
 void gFLinkClose();
 

@@ -32,6 +32,7 @@ struct ModelNumbers {
 };
 constexpr ModelNumbers KovNumbers{"KOV", "V00L", 18, 12, 19, 20, 10, 10, 12, 30, 29, 30, 4, 9};
 constexpr ModelNumbers RugNumbers{"RUG", "V00W", 36, 36, 37, 60, 16, 16, 36, 72, 37, 72, 8, 9};
+constexpr std::array Models{KovNumbers, RugNumbers};
 
 void TakeProfile(const ModelNumbers& numbers) {
   ModelCode = numbers.code;
@@ -318,16 +319,46 @@ void ApplyItemDefaults() {
   }
 }
 
+void LoadModelBlock() {
+  const std::u16string text = FromCodePage(ReadRegularFile(ThePlatform().programFolder / "InitSet.Ini"));
+  std::int32_t modeCheckOff = ModeCheckOff;
+  ParamStoreTable store = BuildStore(ReadInitBlock(text, Widen(VersionTag)), modeCheckOff);
+  ParamStore = std::move(store);
+  ModeCheckOff = modeCheckOff;
+  ApplyItemDefaults();
+}
+
+bool TakeProfileOf(std::string_view model) {
+  const auto named = std::ranges::find(Models, model, &ModelNumbers::code);
+  if (named == Models.end()) {
+    return false;
+  }
+  TakeProfile(*named);
+  return true;
+}
+
+void LoadModel(std::string_view model) {
+  const ModelProfile profile = Profile;
+  const std::string code = ModelCode;
+  const std::string tag = VersionTag;
+  try {
+    if (!TakeProfileOf(model)) {
+      throw RunTimeFailure("no such model: " + std::string(model));
+    }
+    LoadModelBlock();
+  } catch (const RunTimeFailure&) {
+    Profile = profile;
+    ModelCode = code;
+    VersionTag = tag;
+    throw;
+  }
+}
+
 bool gFLoadInitSetteiData() {
   // The whole load is one unit: any run-time failure inside it is a failed load.
   try {
     SelectModel();
-    const std::u16string text = FromCodePage(ReadRegularFile(ThePlatform().programFolder / "InitSet.Ini"));
-    std::int32_t modeCheckOff = ModeCheckOff;
-    ParamStoreTable store = BuildStore(ReadInitBlock(text, Widen(VersionTag)), modeCheckOff);
-    ParamStore = std::move(store);
-    ModeCheckOff = modeCheckOff;
-    ApplyItemDefaults();
+    LoadModelBlock();
     return true;
   } catch (const RunTimeFailure&) {
     return false;

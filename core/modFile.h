@@ -15,14 +15,26 @@ namespace loader {
 // The models as LOADER.INI's TYPE counts them: 0 KOV, anything else RUG.
 void TakeKovProfile();
 void TakeRugProfile();
+// The model of that name, "KOV" or "RUG". False, with nothing changed, for any other.
+[[nodiscard]] bool TakeProfileOf(std::string_view model);
 
 // Takes the model from LOADER.INI, creating the file or its TYPE where they are missing. A TYPE that is no
 // signed 16-bit number is a RunTimeFailure.
 void SelectModel();
 
-// Selects the model and rebuilds ParamStore from <program folder>/InitSet.Ini, with every value at its
-// default. False when the file cannot be opened or is not well formed; the store is then as it was before the
-// call.
+// Rebuilds ParamStore from the block of the model in force in <program folder>/InitSet.Ini, with every value
+// at its default. A file that cannot be opened or is not well formed is a RunTimeFailure that says why; the
+// store is then as it was before the call.
+void LoadModelBlock();
+
+// The model of that name with its block, for a program without LOADER.INI: that file is neither read nor
+// made. A RunTimeFailure, for an unknown name or a bad file, leaves model and store as they were. It is asked
+// behind TakeStartValues.
+void LoadModel(std::string_view model);
+
+// The window's load: selects the model by LOADER.INI and rebuilds ParamStore from <program
+// folder>/InitSet.Ini, with every value at its default. False when the file cannot be opened or is not well
+// formed; the store is then as it was before the call.
 [[nodiscard]] bool gFLoadInitSetteiData();
 
 // The same for a caller that ends the program on failure: text 11005, then the end. False after a failure.

@@ -171,7 +171,7 @@ void SetNumber(ParamNumRecord& record, std::int16_t value, ValueSlot slot) {
   }
 }
 
-bool Main(const std::function<void()>& showMainWindow) {
+void TakeStartValues() {
   // Some start values are those of one model, some of the other: the model selection then overwrites four of
   // them and leaves the other three, which are the same for both.
   Profile = ModelProfile{};
@@ -183,6 +183,10 @@ bool Main(const std::function<void()>& showMainWindow) {
   Profile.TotalizerCount = 72;
   Profile.OperationResultCount = 3;
   gFInitCatalogues();
+}
+
+bool Main(const std::function<void()>& showMainWindow) {
+  TakeStartValues();
   if (!gFLoadInitSetteiData()) {
     ShowMessage(LoadText(11005));
     return false;

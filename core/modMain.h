@@ -26,6 +26,7 @@ struct ParamNumRecord {
   std::int16_t DefaultValue = 0;
   std::int16_t MinValue = 0;
   std::int16_t MaxValue = 0;
+  bool operator==(const ParamNumRecord&) const = default;
 };
 
 // A text parameter. The three texts are always 64 characters, blank padded: assign them with SetText.
@@ -36,11 +37,13 @@ struct ParamTextRecord {
   std::u16string ReadValue;
   std::u16string DefaultValue;
   std::int16_t ByteLength = 0; // bytes of code page 932 that the text takes in the recorder
+  bool operator==(const ParamTextRecord&) const = default;
 };
 
 struct ParamItem {
   std::vector<ParamNumRecord> NumRecords;
   std::vector<ParamTextRecord> TextRecords;
+  bool operator==(const ParamItem&) const = default;
 };
 
 struct ParamSection {
@@ -49,6 +52,7 @@ struct ParamSection {
   std::int16_t ItemWords = 0;   // registers of one item
   std::int16_t ItemCount = 0;
   std::vector<ParamItem> Items; // ItemCount entries of the same tags in the same order
+  bool operator==(const ParamSection&) const = default;
 };
 
 using ParamStoreTable = std::vector<ParamSection>;
@@ -94,6 +98,9 @@ bool SetNumValue(std::string_view sectionCode, int itemNumber, std::string_view 
 [[nodiscard]] std::u16string FixedText(std::u16string_view text);
 void SetText(ParamTextRecord& record, std::u16string_view text, ValueSlot slot);
 void SetNumber(ParamNumRecord& record, std::int16_t value, ValueSlot slot);
+
+// Start counts and catalogues: what a program needs, with a window or without, before it loads a model.
+void TakeStartValues();
 
 // The entry routine: start counts, catalogues, the store; then `showMainWindow`. When the initial settings
 // cannot be loaded it shows text 11005, never calls `showMainWindow` and returns false: the program ends.

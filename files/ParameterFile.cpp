@@ -6,6 +6,8 @@
 #include <fstream>
 #include <limits>
 #include <new>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -49,6 +51,14 @@ void WriteItem(std::ostream& out, const ParamSection& section, int number) {
   }
 }
 
+void WriteStore(std::ostream& out) {
+  for (const ParamSection& section : ParamStore) {
+    for (int item = 0; item < static_cast<int>(section.Items.size()); ++item) {
+      WriteItem(out, section, item);
+    }
+  }
+}
+
 // --- The reader
 
 std::string_view WithoutTrailingBlanks(std::string_view text) {
@@ -62,29 +72,56 @@ struct KeyAndValue {
 };
 
 // Split as bytes: neither the comma nor the blank can be half of a full-width character.
-KeyAndValue SplitLine(std::string_view line) {
+std::optional<KeyAndValue> SplitLine(std::string_view line) {
   const std::size_t comma = line.find(',');
   if (comma == std::string_view::npos) {
-    throw RunTimeFailure("a line of a parameter file has no comma");
+    return std::nullopt;
   }
-  return {WithoutTrailingBlanks(line.substr(0, comma)), WithoutTrailingBlanks(line.substr(comma + 1))};
+  return KeyAndValue{WithoutTrailingBlanks(line.substr(0, comma)),
+                     WithoutTrailingBlanks(line.substr(comma + 1))};
 }
+
+// What a line that cannot be laid breaks off with.
+struct BadLine : RunTimeFailure {
+  explicit BadLine(LineDefect defect) : RunTimeFailure("a bad line of a parameter file"), reason(defect) {}
+  LineDefect reason;
+};
 
 struct ParameterLine {
   std::string_view section;
   std::int16_t item = 0;
   std::string_view tag; // trimmed
   std::u16string value;
+  bool emptied = false; // by EmptyIfComma
 };
 
-ParameterLine ParseLine(const KeyAndValue& line) {
+// Why a text that is no number of 16 bits is none.
+LineDefect NumberDefect(std::u16string_view text) {
+  std::u16string_view digits = Trim(text);
+  if (!digits.empty() && (digits.front() == u'+' || digits.front() == u'-')) {
+    digits.remove_prefix(1);
+  }
+  return !digits.empty() && std::ranges::all_of(digits, IsDigit) ? LineDefect::Beyond16Bits
+                                                                 : LineDefect::NotANumber;
+}
+
+std::int16_t NumberOf(std::u16string_view text) {
+  const std::optional<std::int16_t> number = ParseInt16(text);
+  if (!number) {
+    throw BadLine(NumberDefect(text));
+  }
+  return *number;
+}
+
+// Everything but the item number: it may be none.
+ParameterLine CutLine(const KeyAndValue& line, std::string_view& item) {
   constexpr std::size_t ItemColumn = 1; // from 0
   constexpr std::size_t TagColumn = 3;
   const auto columns = [&](std::size_t first, std::size_t count) {
     return line.key.substr(std::min(first, line.key.size()), count);
   };
-  return {columns(0, ItemColumn), RequireInt16(Widen(columns(ItemColumn, TagColumn - ItemColumn))),
-          Trim(columns(TagColumn, TagWidth)), FromCodePage(line.value)};
+  item = columns(ItemColumn, TagColumn - ItemColumn);
+  return {columns(0, ItemColumn), 0, Trim(columns(TagColumn, TagWidth)), FromCodePage(line.value)};
 }
 
 // Older files keep a time of day as hours and minutes, each in a line of its own; the hours come first.
@@ -96,7 +133,7 @@ struct HourMemory {
 std::int16_t Checked16(std::int32_t number) {
   if (number < std::numeric_limits<std::int16_t>::min() ||
       number > std::numeric_limits<std::int16_t>::max()) {
-    throw RunTimeFailure("a time of a parameter file is out of range");
+    throw BadLine(LineDefect::TimeBeyond16Bits);
   }
   return static_cast<std::int16_t>(number);
 }
@@ -104,13 +141,14 @@ std::int16_t Checked16(std::int32_t number) {
 std::u16string Minutes(std::int16_t hours, std::u16string_view minutes) {
   constexpr std::int32_t MinutesPerHour = 60;
   const std::int16_t ofHours = Checked16(hours * MinutesPerHour);
-  return DecimalText(Checked16(ofHours + RequireInt16(minutes)));
+  return DecimalText(Checked16(ofHours + NumberOf(minutes)));
 }
 
 // A comma empties the text, deliberately, although the writer writes it as it is.
 void EmptyIfComma(ParameterLine& line, HourMemory&) {
   if (line.value.find(u',') != std::u16string::npos) {
     line.value.clear();
+    line.emptied = true;
   }
 }
 
@@ -129,10 +167,10 @@ void RenumberKind(ParameterLine& line, HourMemory&) {
 }
 
 void RememberStart(ParameterLine& line, HourMemory& hours) {
-  hours.start = RequireInt16(line.value);
+  hours.start = NumberOf(line.value);
 }
 void RememberStop(ParameterLine& line, HourMemory& hours) {
-  hours.stop = RequireInt16(line.value);
+  hours.stop = NumberOf(line.value);
 }
 void StartInMinutes(ParameterLine& line, HourMemory& hours) {
   line.value = Minutes(hours.start, line.value);
@@ -148,8 +186,8 @@ void TotalKindToCycle(ParameterLine& line, HourMemory&) {
   constexpr std::u16string_view NoReport = u"15";
   constexpr std::u16string_view Daily = u"0";
   // A store without report cycles has nothing to set.
-  static_cast<void>(gFParamValue(line.section, line.item, "STYP",
-                                 RequireInt16(line.value) == 0 ? NoReport : Daily, SlotValue));
+  static_cast<void>(
+      gFParamValue(line.section, line.item, "STYP", NumberOf(line.value) == 0 ? NoReport : Daily, SlotValue));
   line.value = u"1";
 }
 
@@ -196,23 +234,128 @@ void ApplyRule(ParameterLine& line, HourMemory& hours) {
   }
 }
 
-// False at the first parameter that the store does not have.
-bool LayLines(std::string_view bytes) {
-  HourMemory hours;
-  while (!bytes.empty()) {
-    const KeyAndValue parts = SplitLine(TakeLine(bytes));
-    // The head is skipped wherever it stands and whatever version it names: there is no version gate.
-    if (parts.key == HeadKey) {
-      continue;
+// Why the store does not have the parameter of a line.
+LineDefect MissingParameter(const ParameterLine& line) {
+  const StoreIndex section = gFFindSection(line.section);
+  if (section == NotFound) {
+    return LineDefect::UnknownSection;
+  }
+  const bool item = line.item >= 0 && static_cast<std::size_t>(line.item) < ParamStore[section].Items.size();
+  return item ? LineDefect::UnknownTag : LineDefect::UnknownItem;
+}
+
+// Takes the line over into the store. What it is, so far as it is known, stays in `line` also when it is bad.
+void LayLine(const KeyAndValue& parts, ParameterLine& line, HourMemory& hours) {
+  std::string_view item;
+  line = CutLine(parts, item);
+  const std::optional<std::int16_t> number = ParseInt16(Widen(item));
+  if (!number) {
+    throw BadLine(LineDefect::ItemIsNoNumber);
+  }
+  line.item = *number;
+  ApplyRule(line, hours);
+  bool laid = false;
+  try {
+    laid = gFParamValue(line.section, line.item, line.tag, line.value, SlotValue);
+  } catch (const RunTimeFailure&) { // the one failure of the setter: a number that is none
+    throw BadLine(NumberDefect(line.value));
+  }
+  if (!laid) {
+    throw BadLine(MissingParameter(line));
+  }
+}
+
+// What the text of a line has lost on its way into the store, though it was laid.
+std::optional<LineDefect> LossOf(const ParameterLine& line) {
+  if (line.emptied) {
+    return LineDefect::TextWithComma;
+  }
+  const bool cut =
+      line.value.size() > TextWidth && FindTextRecord(line.section, line.item, line.tag) != nullptr;
+  return cut ? std::optional(LineDefect::TextBeyond64Characters) : std::nullopt;
+}
+
+FileDefect DefectOf(LineDefect reason, std::size_t number, const KeyAndValue& parts,
+                    const ParameterLine& line) {
+  return {reason,
+          number,
+          std::string(parts.key),
+          FromCodePage(parts.value),
+          std::string(line.section),
+          line.item,
+          std::string(line.tag)};
+}
+
+// One pass over the lines of a file, which ends at its first bad line unless somebody wants to hear of all.
+class FileReader {
+public:
+  explicit FileReader(const DefectSink& sink) : sink_(sink) {}
+
+  bool Read(std::string_view bytes) {
+    // Every line is split before the first one is laid: a file that is no parameter file changes nothing.
+    if (!EveryLineSplits(bytes)) {
+      if (!sink_) {
+        return false;
+      }
+      Break();
     }
-    ParameterLine line = ParseLine(parts);
-    ApplyRule(line, hours);
-    if (!gFParamValue(line.section, line.item, line.tag, line.value, SlotValue)) {
-      return false;
+    HourMemory hours;
+    for (std::size_t number = 1; !bytes.empty() && (!broken_ || sink_); ++number) {
+      ReadLine(number, TakeLine(bytes), hours);
+    }
+    // Behind its first bad line a file is looked at, no more.
+    if (broken_ && sink_) {
+      ParamStore = std::move(storeAtBreak_);
+    }
+    return !broken_;
+  }
+
+private:
+  static bool EveryLineSplits(std::string_view bytes) {
+    while (!bytes.empty()) {
+      if (!SplitLine(TakeLine(bytes))) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  void Break() {
+    if (!broken_ && sink_) {
+      storeAtBreak_ = ParamStore;
+    }
+    broken_ = true;
+  }
+
+  void ReadLine(std::size_t number, std::string_view text, HourMemory& hours) {
+    const std::optional<KeyAndValue> parts = SplitLine(text);
+    if (!parts) {
+      sink_(DefectOf(LineDefect::NoComma, number, {WithoutTrailingBlanks(text), {}}, {}));
+      return;
+    }
+    // The head is skipped wherever it stands and whatever version it names: there is no version gate.
+    if (parts->key == HeadKey) {
+      return;
+    }
+    ParameterLine line;
+    try {
+      LayLine(*parts, line, hours);
+      const std::optional<LineDefect> loss = sink_ ? LossOf(line) : std::nullopt;
+      if (loss) {
+        sink_(DefectOf(*loss, number, *parts, line));
+      }
+    } catch (const BadLine& bad) {
+      Break();
+      if (sink_) {
+        sink_(DefectOf(bad.reason, number, *parts, line));
+      }
     }
   }
-  return true;
-}
+
+  const DefectSink& sink_;
+  bool broken_ = false;
+  ParamStoreTable storeAtBreak_;
+};
 
 // --- The flows
 
@@ -247,24 +390,26 @@ bool gFSaveParamFile(const std::filesystem::path& path) {
   if (!out) {
     return false;
   }
-  for (const ParamSection& section : ParamStore) {
-    for (int item = 0; item < static_cast<int>(section.Items.size()); ++item) {
-      WriteItem(out, section, item);
-    }
-  }
+  WriteStore(out);
   return true;
 }
 
-bool LoadParamBytes(std::string_view bytes) {
-  try {
-    // Every line is split before the first one is laid: a file that is no parameter file changes nothing.
-    for (std::string_view rest = bytes; !rest.empty();) {
-      SplitLine(TakeLine(rest));
-    }
-    return LayLines(bytes);
-  } catch (const RunTimeFailure&) {
-    return false;
+std::string ParamFileBytes() {
+  std::ostringstream out;
+  out << HeadLine;
+  WriteStore(out);
+  return std::move(out).str();
+}
+
+Replacement SaveParamFileProved(const std::filesystem::path& path) {
+  if (path.empty()) {
+    return Replacement::NoFile;
   }
+  return ReplaceFileProved(path, ParamFileBytes(), Neighbours::OfOthers);
+}
+
+bool LoadParamBytes(std::string_view bytes, const DefectSink& sink) {
+  return FileReader(sink).Read(bytes);
 }
 
 bool gFLoadParamFile(const std::filesystem::path& path) {

@@ -9,9 +9,13 @@
 // rules that let files of older versions load.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <string_view>
+
+#include "platform/WholeFile.h"
 
 namespace loader {
 
@@ -20,6 +24,14 @@ namespace loader {
 // disk that fills leaves a shortened file.
 [[nodiscard]] bool gFSaveParamFile(const std::filesystem::path& path);
 
+// The bytes that a save writes.
+[[nodiscard]] std::string ParamFileBytes();
+
+// A save for programs that have to know: the file is written beside `path`, read back, compared and only then
+// put in its place, so that what stood there stays whole until the new file is. Tells why it failed; nothing
+// is changed then.
+[[nodiscard]] Replacement SaveParamFileProved(const std::filesystem::path& path);
+
 // Lays the file's values over the store, which must have just been rebuilt: what the file does not name keeps
 // its default. False when the file cannot be read (a pipe, a device or a folder is no file), at a line
 // without a comma (an empty one included), a bad number or a parameter that the store does not have; what was
@@ -27,8 +39,44 @@ namespace loader {
 // that holds the head only.
 [[nodiscard]] bool gFLoadParamFile(const std::filesystem::path& path);
 
-// The same for the bytes of a file.
-[[nodiscard]] bool LoadParamBytes(std::string_view bytes);
+// What is wrong with a line of a parameter file.
+enum class LineDefect {
+  NoComma, // the file is no parameter file, and nothing of it is laid
+  ItemIsNoNumber,
+  UnknownSection,
+  UnknownItem,
+  UnknownTag,
+  NotANumber,
+  Beyond16Bits,
+  TimeBeyond16Bits, // hours and minutes of an older file, in minutes
+  // The line is laid and the file opens, but the text is not what the file says:
+  TextWithComma,          // it is emptied
+  TextBeyond64Characters, // it is cut
+};
+// Whether a file with such a line does not open.
+[[nodiscard]] constexpr bool PreventsOpening(LineDefect reason) {
+  return reason < LineDefect::TextWithComma;
+}
+
+// A line with a defect, and what it would have set. A line without a comma has a key alone.
+struct FileDefect {
+  LineDefect reason = LineDefect::NoComma;
+  std::size_t line = 0; // from 1
+  std::string key;      // bytes of the file, as they stand there, without trailing blanks
+  std::u16string value; // the same for what stands behind the comma
+  // The parameter that is meant, by today's names: an older file may call it otherwise.
+  std::string section;
+  std::int16_t item = 0;
+  std::string tag;
+  bool operator==(const FileDefect&) const = default;
+};
+// Hears of every defect, by ascending line number. Empty for the window, which says only that a file does not
+// open.
+using DefectSink = std::function<void(const FileDefect&)>;
+
+// The same for the bytes of a file. A sink hears of the bad lines behind the first one too; result and store
+// are the same with it and without: nothing behind the first bad line stays in the store.
+[[nodiscard]] bool LoadParamBytes(std::string_view bytes, const DefectSink& sink = {});
 
 // Open, from the file dialog to the screen: rebuilds the store and lays the chosen file over it. A file that
 // does not load shows text 11003 and leaves every parameter at its default. `refresh` shows the store on the

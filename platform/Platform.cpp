@@ -1,11 +1,30 @@
 #include "platform/Platform.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace loader {
 
 namespace {
 Platform* platformInForce = nullptr;
+
+template <typename Part> Part& Either(Part* given, Part& own) {
+  return given == nullptr ? own : *given;
+}
+} // namespace
+
+Platform WithParts(const Platform& platform, PlatformParts parts) {
+  return {.boxes = Either(parts.boxes, platform.boxes),
+          .fileDialogs = Either(parts.fileDialogs, platform.fileDialogs),
+          .screens = Either(parts.screens, platform.screens),
+          .timers = Either(parts.timers, platform.timers),
+          .eventLoop = Either(parts.eventLoop, platform.eventLoop),
+          .clock = Either(parts.clock, platform.clock),
+          .MSComm1 = Either(parts.MSComm1, platform.MSComm1),
+          .winSock = Either(parts.winSock, platform.winSock),
+          .USBOCX1 = Either(parts.USBOCX1, platform.USBOCX1),
+          .programFolder =
+              parts.programFolder.empty() ? platform.programFolder : std::move(parts.programFolder)};
 }
 
 Platform& ThePlatform() {
@@ -15,8 +34,8 @@ Platform& ThePlatform() {
   return *platformInForce;
 }
 
-void SetPlatform(Platform* platform) {
-  platformInForce = platform;
+Platform* SetPlatform(Platform* platform) {
+  return std::exchange(platformInForce, platform);
 }
 
 void ShowMessage(std::u16string_view text, BoxIcon icon) {

@@ -115,9 +115,25 @@ struct Platform {
   std::filesystem::path programFolder;
 };
 
+// Parts that stand in for those of another platform; what is null or empty stays that one's.
+struct PlatformParts {
+  MessageBoxes* boxes = nullptr;
+  FileDialogs* fileDialogs = nullptr;
+  Screens* screens = nullptr;
+  Timers* timers = nullptr;
+  EventLoop* eventLoop = nullptr;
+  Clock* clock = nullptr;
+  SerialControl* MSComm1 = nullptr;
+  SocketControl* winSock = nullptr;
+  UsbControl* USBOCX1 = nullptr;
+  std::filesystem::path programFolder = {};
+};
+[[nodiscard]] Platform WithParts(const Platform& platform, PlatformParts parts);
+
 // The record in force. Calling it before SetPlatform is a defect of the program (std::logic_error).
 [[nodiscard]] Platform& ThePlatform();
-void SetPlatform(Platform* platform);
+// The record that was in force before; null for none.
+Platform* SetPlatform(Platform* platform);
 
 // A box with an OK button.
 void ShowMessage(std::u16string_view text, BoxIcon icon = BoxIcon::None);

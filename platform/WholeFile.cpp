@@ -30,16 +30,20 @@ std::optional<std::filesystem::path> FileBehindLinks(std::filesystem::path file)
 // A new file in the place of a pipe or a device would take it away; opening a pipe that nobody reads would
 // not return. A file that was made read-only stays as it is: a new one in its place would go past that. The
 // bits are asked too, since they do not bind the superuser.
-bool MayBeReplaced(const std::filesystem::path& file) {
+Replacement Obstacle(const std::filesystem::path& file) {
   using std::filesystem::perms;
   std::error_code error;
   const std::filesystem::file_status status = std::filesystem::status(file, error);
   if (status.type() == std::filesystem::file_type::not_found) {
-    return true;
+    return Replacement::Done;
+  }
+  if (status.type() != std::filesystem::file_type::regular) {
+    return Replacement::NoFile;
   }
   constexpr perms Writers = perms::owner_write | perms::group_write | perms::others_write;
-  return status.type() == std::filesystem::file_type::regular &&
-         (status.permissions() & Writers) != perms::none && std::ofstream(file, std::ios::app).is_open();
+  const bool writable =
+      (status.permissions() & Writers) != perms::none && std::ofstream(file, std::ios::app).is_open();
+  return writable ? Replacement::Done : Replacement::ReadOnly;
 }
 
 // The name under which the new file is written; nothing where every name is taken.
@@ -77,29 +81,60 @@ bool WriteBytes(const std::filesystem::path& file, std::string_view bytes) {
   return true;
 }
 
-} // namespace
+enum class Proof { None, ReadBack };
 
-bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes, Neighbours neighbours) {
+Replacement Replace(const std::filesystem::path& file, std::string_view bytes, Neighbours neighbours,
+                    Proof proof) {
   const std::optional<std::filesystem::path> target = FileBehindLinks(file);
-  if (!target || !MayBeReplaced(*target)) {
-    return false;
+  if (!target) {
+    return Replacement::NoFile;
+  }
+  if (const Replacement obstacle = Obstacle(*target); obstacle != Replacement::Done) {
+    return obstacle;
   }
   const std::optional<std::filesystem::path> beside = NameBeside(*target, neighbours);
-  if (!beside || !WriteBytes(*beside, bytes)) {
-    return false;
+  if (!beside) {
+    return Replacement::NoNameBeside;
+  }
+  if (!WriteBytes(*beside, bytes)) {
+    return Replacement::NotWritten;
   }
   std::error_code error;
+  const auto giveUp = [&](Replacement reason) {
+    std::error_code ignored;
+    std::filesystem::remove(*beside, ignored);
+    return reason;
+  };
+  if (proof == Proof::ReadBack && !FileHolds(*beside, bytes)) {
+    return giveUp(Replacement::NotReadBack);
+  }
   const std::filesystem::file_status before = std::filesystem::status(*target, error);
   if (std::filesystem::exists(before)) {
     std::filesystem::permissions(*beside, before.permissions(), error);
   }
   std::filesystem::rename(*beside, *target, error);
-  if (error) {
-    std::error_code ignored;
-    std::filesystem::remove(*beside, ignored);
+  return error ? giveUp(Replacement::NotPutInPlace) : Replacement::Done;
+}
+
+} // namespace
+
+bool FileHolds(const std::filesystem::path& file, std::string_view bytes) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in.is_open()) {
     return false;
   }
-  return true;
+  std::string held(bytes.size() + 1, '\0'); // one more than there may be
+  in.read(held.data(), static_cast<std::streamsize>(held.size()));
+  return !in.bad() && std::string_view(held).substr(0, static_cast<std::size_t>(in.gcount())) == bytes;
+}
+
+bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes, Neighbours neighbours) {
+  return Replace(file, bytes, neighbours, Proof::None) == Replacement::Done;
+}
+
+Replacement ReplaceFileProved(const std::filesystem::path& file, std::string_view bytes,
+                              Neighbours neighbours) {
+  return Replace(file, bytes, neighbours, Proof::ReadBack);
 }
 
 } // namespace loader

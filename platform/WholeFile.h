@@ -12,11 +12,30 @@ enum class Neighbours {
   OfOthers,      // nothing that stands there is touched
 };
 
+// What became of a replacement. Everything but Done leaves the file as it was.
+enum class Replacement {
+  Done,
+  NoFile,   // a folder, a pipe, a device, links in a circle
+  ReadOnly, // the file was made read-only, or may not be written
+  NoNameBeside,
+  NotWritten,    // to the last byte: no such folder, no right to it, a full disk
+  NotReadBack,   // what was written cannot be read, or is not what was to be written
+  NotPutInPlace, // the new file was whole, but could not take the other's place
+};
+
 // Puts a file of these bytes in the place of `file`, or makes it: written under a name of its own beside it
 // first, so that a full disk cannot leave half a file. Permissions stay; a symbolic link stays one, and the
 // file behind it is replaced. False leaves everything as it was: for a folder, a pipe or a device, for a file
 // that was made read-only, and where the bytes cannot be written to the last one.
 [[nodiscard]] bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes,
                                Neighbours neighbours);
+
+// Whether the file is there, can be read and holds these bytes and no others.
+[[nodiscard]] bool FileHolds(const std::filesystem::path& file, std::string_view bytes);
+
+// The same as ReplaceFile, with the new file read and compared before it takes the other's place; tells why
+// it failed.
+[[nodiscard]] Replacement ReplaceFileProved(const std::filesystem::path& file, std::string_view bytes,
+                                            Neighbours neighbours);
 
 } // namespace loader

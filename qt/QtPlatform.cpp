@@ -1,22 +1,24 @@
 #include "qt/QtPlatform.h"
 
-#include <QCoreApplication>
+#include "qt/Application.h"
 
 namespace loader {
 
 namespace {
 
-std::filesystem::path FolderOf(const std::filesystem::path& wanted) {
-  if (!wanted.empty()) {
-    return wanted;
-  }
-  return QCoreApplication::applicationDirPath().toStdU16String();
+// 0 with an application that does not count them: then every event ends a wait.
+std::uint64_t EventsGiven() {
+  const auto* application = dynamic_cast<const Application*>(QCoreApplication::instance());
+  return application == nullptr ? 0 : application->EventsGiven();
 }
 
 } // namespace
 
 QtPlatform::QtPlatform(QtPlatformOptions options)
-    : programFolder_(FolderOf(options.programFolder)), screens(userInterface, std::move(options.makeForm)),
+    : programFolder_(ProgramFolderOr(options.programFolder)),
+      screens(userInterface, std::move(options.makeForm)),
+      timers([this](const Handler& handler) { userInterface.Run(handler); }),
+      eventLoop({.show = [this] { userInterface.Refresh(); }, .eventsGiven = EventsGiven}),
       serial(programFolder_), socket(std::move(options.portMap)),
       usb(programFolder_), platform{.boxes = boxes,
                                     .fileDialogs = fileDialogs,

@@ -4,14 +4,11 @@
 #include <filesystem>
 #include <optional>
 
+#include "devices/DevicePlatform.h"
 #include "qt/Forms.h"
 #include "qt/QtBoxes.h"
-#include "qt/QtEventLoop.h"
 #include "qt/QtFileDialogs.h"
 #include "qt/QtScreens.h"
-#include "qt/QtSerial.h"
-#include "qt/QtSocket.h"
-#include "qt/QtUsb.h"
 #include "qt/UserInterface.h"
 
 namespace loader {
@@ -40,9 +37,9 @@ public:
   QtBoxes boxes{userInterface};
   QtFileDialogs fileDialogs{userInterface};
   QtScreens screens;
-  QtTimers timers{userInterface};
-  QtEventLoop eventLoop{userInterface};
-  QtClock clock;
+  QtTimers timers;
+  QtEventLoop eventLoop;
+  SystemClock clock;
   QtSerial serial;
   QtSocket socket;
   QtUsb usb;

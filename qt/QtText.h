@@ -1,19 +1,11 @@
-// Texts at the edge to Qt: both sides hold UTF-16, so nothing is ever lost on the way.
+// Texts of the logic in widgets.
 #pragma once
 
 #include <QString>
-#include <string>
-#include <string_view>
+
+#include "devices/QtText.h"
 
 namespace loader {
-
-[[nodiscard]] inline QString ToQt(std::u16string_view text) {
-  return QStringView(text.data(), static_cast<qsizetype>(text.size())).toString();
-}
-
-[[nodiscard]] inline std::u16string FromQt(const QString& text) {
-  return text.toStdU16String();
-}
 
 // A tool tip that shows a text letter by letter, on one line; Qt would guess by the text whether it is rich
 // text.

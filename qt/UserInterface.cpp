@@ -6,12 +6,9 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
-#include <exception>
 #include <utility>
 
-#include "core/OwnTexts.h"
-#include "core/Text.h"
-#include "platform/Platform.h"
+#include "devices/RunHandler.h"
 #include "qt/Application.h"
 #include "qt/Binder.h"
 #include "qt/LoneModifier.h"
@@ -89,10 +86,6 @@ const QWidget* KeyWindow(const QWidget& receiver) {
   return window;
 }
 
-void TellFailure(std::u16string_view what) {
-  ShowMessage(what, BoxIcon::Exclamation);
-}
-
 } // namespace
 
 UserInterface::UserInterface() {
@@ -155,16 +148,7 @@ void UserInterface::Act(Control& control, const std::function<void()>& take, con
 }
 
 void UserInterface::Run(const Handler& handler) {
-  if (handler) {
-    const Handler running = handler;
-    try {
-      running();
-    } catch (const std::exception& failure) {
-      TellFailure(FromUtf8(failure.what()));
-    } catch (...) {
-      TellFailure(OwnText(OwnTextId::UnknownFailure));
-    }
-  }
+  RunHandler(handler);
   Refresh();
 }
 

@@ -251,7 +251,7 @@ private:
     Flow([&] { ReadFromRecorder(window_); });
     RequireReadValues();
     const bool opened = refreshes_ > refreshes;
-    return opened && platform_.boxes.CountOf(11013) == 0;
+    return opened && platform_.BoxesOf(11013) == 0;
   }
 
   // Without the state word, which the write reads for itself.
@@ -272,7 +272,7 @@ private:
     const std::vector<std::int16_t> before = Numbers();
     Flow([&] { WriteToRecorder(window_); });
     Require(recorder_.input == inputBefore, "an input register is never written");
-    const bool told = platform_.boxes.CountOf(62701) == 1;
+    const bool told = platform_.BoxesOf(62701) == 1;
     Require(!told || platform_.boxes.Count() == 2, "the end of a write is told after nothing else");
     // Only today's layouts hold every number at its own place.
     const bool plain = RecorderGeneration == 5 || RecorderGeneration == 21;

@@ -74,15 +74,6 @@ void FuzzTime::Advance(int milliseconds) {
   millisecondsNow = end;
 }
 
-BoxAnswer FuzzBoxes::Show(std::u16string_view text, BoxButtons, BoxIcon, std::u16string_view) {
-  shown.emplace_back(text);
-  return answer;
-}
-
-int FuzzBoxes::CountOf(int textId) const {
-  return static_cast<int>(std::count(shown.begin(), shown.end(), LoadText(TextId::At(textId))));
-}
-
 long FuzzFileDialogs::Answer(CommonDialog& dialog) const {
   if (chosen.empty()) {
     return FileDialogCancelled;
@@ -209,20 +200,26 @@ std::int32_t FuzzUsb::Write(std::int32_t&, std::span<const std::int32_t> words, 
 }
 
 FuzzPlatform::FuzzPlatform()
-    : platform_{boxes, fileDialogs, screens, time, time, time, serial, socket, usb, {}} {
-  SetPlatform(&platform_);
+    : bare_({.fileDialogs = &fileDialogs,
+             .timers = &time,
+             .eventLoop = &time,
+             .clock = &time,
+             .MSComm1 = &serial,
+             .winSock = &socket,
+             .USBOCX1 = &usb}) {
+  boxes.answer = BoxAnswer::Ok;
 }
 
-FuzzPlatform::~FuzzPlatform() {
-  SetPlatform(nullptr);
+int FuzzPlatform::BoxesOf(int textId) const {
+  return static_cast<int>(std::count(boxes.shown.begin(), boxes.shown.end(), LoadText(TextId::At(textId))));
 }
 
 const std::filesystem::path& FuzzPlatform::MakeFolder() {
   if (!folder_) {
     folder_.emplace("loader-fuzz-");
-    platform_.programFolder = folder_->Path();
+    bare_.platform.programFolder = folder_->Path();
   }
-  return platform_.programFolder;
+  return bare_.platform.programFolder;
 }
 
 } // namespace loader::fuzz

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "platform/BarePlatform.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -45,18 +45,6 @@ private:
   std::map<Timer*, std::int64_t> timers_;
 };
 
-// Answers every box with OK, unless the target says otherwise.
-class FuzzBoxes final : public MessageBoxes {
-public:
-  BoxAnswer Show(std::u16string_view text, BoxButtons buttons, BoxIcon icon,
-                 std::u16string_view title) override;
-  [[nodiscard]] int Count() const { return static_cast<int>(shown.size()); }
-  [[nodiscard]] int CountOf(int textId) const;
-
-  std::vector<std::u16string> shown;
-  BoxAnswer answer = BoxAnswer::Ok;
-};
-
 // Every file dialog is answered with one path, or cancelled where there is none.
 class FuzzFileDialogs final : public FileDialogs {
 public:
@@ -66,22 +54,6 @@ public:
 
 private:
   long Answer(CommonDialog& dialog) const;
-};
-
-class FuzzScreens final : public Screens {
-public:
-  void Show(Screen&) override {}
-  void ShowModal(Screen& screen) override {
-    if (onModal) {
-      onModal(screen);
-    }
-  }
-  void Close(Screen& screen) override { closed = &screen; }
-  void EndProgram() override { programEnded = true; }
-  double TextWidth(std::u16string_view text) override { return 100.0 * static_cast<double>(text.size()); }
-  bool programEnded = false;
-  std::function<void(Screen&)> onModal; // the user before a modal screen; without one it closes at once
-  const Screen* closed = nullptr;       // the last one
 };
 
 // The far end of a link. `onSend` sees each frame and lets bytes arrive.
@@ -148,24 +120,28 @@ public:
 class FuzzPlatform {
 public:
   FuzzPlatform();
-  ~FuzzPlatform();
+  ~FuzzPlatform() = default;
   FuzzPlatform(const FuzzPlatform&) = delete;
   FuzzPlatform& operator=(const FuzzPlatform&) = delete;
 
   // Gives the program a folder of its own, empty but for what the target writes.
   const std::filesystem::path& MakeFolder();
+  // How many boxes have shown a text of the text table.
+  [[nodiscard]] int BoxesOf(int textId) const;
 
   FuzzTime time;
-  FuzzBoxes boxes;
   FuzzFileDialogs fileDialogs;
-  FuzzScreens screens;
   FuzzSerial serial{time};
   FuzzSocket socket{time};
   FuzzUsb usb{time};
 
 private:
   std::optional<test::TemporaryFolder> folder_;
-  Platform platform_;
+  BarePlatform bare_;
+
+public:
+  BareBoxes& boxes = bare_.boxes; // every box is answered with OK, unless the target says otherwise
+  NoScreens& screens = bare_.screens;
 };
 
 } // namespace loader::fuzz

@@ -103,13 +103,13 @@ bool Load(unsigned way, FuzzPlatform& platform) {
   if ((way & AtTheStart) != 0) {
     bool windowShown = false;
     const bool started = Main([&] { windowShown = true; });
-    Require(started == windowShown && platform.boxes.CountOf(11005) == (started ? 0 : 1),
+    Require(started == windowShown && platform.BoxesOf(11005) == (started ? 0 : 1),
             "a program that cannot start says so and shows no window");
     return started;
   }
   if ((way & OrEnd) != 0) {
     const bool rebuilt = RebuildStoreOrEnd();
-    Require(platform.screens.programEnded == !rebuilt && platform.boxes.CountOf(11005) == (rebuilt ? 0 : 1),
+    Require(platform.screens.programEnded == !rebuilt && platform.BoxesOf(11005) == (rebuilt ? 0 : 1),
             "a rebuild that fails says so and ends the program");
     return rebuilt;
   }

@@ -84,7 +84,7 @@ void CheckMenu(std::string_view model, std::string_view bytes, FuzzPlatform& pla
   int refreshed = 0;
   OpenParameterFile([&] { ++refreshed; });
   Require(refreshed == 1, "what was opened is shown");
-  const bool failed = platform.boxes.CountOf(11003) == 1;
+  const bool failed = platform.BoxesOf(11003) == 1;
   Require(platform.boxes.Count() == (failed ? 1 : 0), "a file that does not load is told once");
   Require(!failed || EveryValueIsItsDefault(), "a file that does not load leaves the defaults");
   RequireSoundStore(ParamStore);
@@ -92,7 +92,7 @@ void CheckMenu(std::string_view model, std::string_view bytes, FuzzPlatform& pla
   Require(platform.boxes.Count() == (failed ? 1 : 0) && !ReadWholeFile(file).empty(), "a file is saved");
   platform.fileDialogs.chosen = folder; // no file
   SaveParameterFile();
-  Require(platform.boxes.CountOf(11002) == 1, "a file that is not saved is told");
+  Require(platform.BoxesOf(11002) == 1, "a file that is not saved is told");
   OpenParameterFile([&] { ++refreshed; });
   Require(refreshed == 2 && EveryValueIsItsDefault(), "what is no file does not load");
   platform.fileDialogs.chosen.clear(); // cancelled

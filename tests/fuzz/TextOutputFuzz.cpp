@@ -80,7 +80,7 @@ void CheckFiles(std::string_view bytes, const std::optional<std::string>& printe
   platform.boxes.shown.clear();
   WriteTextOutput();
   Require(ReadWholeFile(sheet) == printed.value_or("older"), "a sheet is printed whole or not at all");
-  Require(platform.boxes.CountOf(11002) == (printed ? 0 : 1), "a sheet that is not printed is told");
+  Require(platform.BoxesOf(11002) == (printed ? 0 : 1), "a sheet that is not printed is told");
   Require(!std::filesystem::exists(folder / "sheet.txt.new"), "no other file is left");
 }
 

@@ -32,7 +32,8 @@ const std::vector<std::vector<std::string>> Floors{
     {"dialogs"},                     // the browsing frame and the side dialogs
     {"channelscreens"},              // the screens of channels and formulas
     {"mainwindow"},                  // the window over all of it
-    {"qt"},                          // platform/ in Qt
+    {"devices"}, // sockets, serial ports, timers and the event loop in Qt, without widgets
+    {"qt"},      // what of platform/ a window is, in Qt widgets
     {"app", "tools", "bench", "tests"},
 };
 // Beside the house: a recorder to talk to. It uses these and is used by what is above Qt.
@@ -60,9 +61,9 @@ bool MayUse(const std::string& folder, const std::string& used) {
   return FloorOf(used) < FloorOf(folder);
 }
 
-// Those that have no Qt: everything below it.
+// Those that have no Qt: everything below the devices.
 bool IsLogic(const std::string& folder) {
-  return folder == Simulator || (FloorOf(folder) >= 0 && FloorOf(folder) < FloorOf("qt"));
+  return folder == Simulator || (FloorOf(folder) >= 0 && FloorOf(folder) < FloorOf("devices"));
 }
 
 struct Source {

@@ -10,10 +10,14 @@
 #include <vector>
 
 #include "core/TextTable.h"
-#include "qt/QtPlatform.h"
 #include "tests/comm/CommFixture.h"
 #include "tests/comm/ExpectedMemory.h"
 #include "tests/simulator/RunningSimulator.h"
+#ifdef LINKS_WITHOUT_WINDOW
+#include "devices/DevicePlatform.h"
+#else
+#include "qt/QtPlatform.h"
+#endif
 
 namespace loader::test {
 
@@ -31,6 +35,13 @@ private:
   Timers& real_;
   std::map<Timer*, std::unique_ptr<Timer>> stand_ins_;
 };
+
+// All of it is tried on both: the platform of a program without a window and that of the window.
+#ifdef LINKS_WITHOUT_WINDOW
+using LinkPlatform = DevicePlatform;
+#else
+using LinkPlatform = QtPlatform;
+#endif
 
 // A fresh program folder, the devices in Qt, expected boxes.
 class RealLink : public testing::Test {
@@ -60,22 +71,13 @@ private:
 
 protected:
   int tcpPort = 0;
-  QtPlatform qt{{.programFolder = Folder(), .makeForm = MakeForm, .portMap = [this](int asked) {
-                   EXPECT_EQ(asked, 502);
-                   return tcpPort;
-                 }}};
+  LinkPlatform qt{{.programFolder = Folder(), .portMap = [this](int asked) {
+                     EXPECT_EQ(asked, 502);
+                     return tcpPort;
+                   }}};
   ScriptedBoxes boxes;
   ShortenedTimers timers{qt.timers};
-  Platform platform{.boxes = boxes,
-                    .fileDialogs = qt.fileDialogs,
-                    .screens = qt.screens,
-                    .timers = timers,
-                    .eventLoop = qt.eventLoop,
-                    .clock = qt.clock,
-                    .MSComm1 = qt.serial,
-                    .winSock = qt.socket,
-                    .USBOCX1 = qt.usb,
-                    .programFolder = Folder()};
+  Platform platform = WithParts(qt.platform, {.boxes = &boxes, .timers = &timers});
   FlowLog log;
   FlowCallbacks window = log.Callbacks();
   std::unique_ptr<simulator::RunningSimulator> recorder;

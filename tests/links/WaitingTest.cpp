@@ -2,7 +2,7 @@
 #include <QElapsedTimer>
 
 #include "tests/links/RealLink.h"
-#include "tests/qt/DeviceSupport.h"
+#include "tests/support/ProcessorTime.h"
 
 namespace loader::test {
 namespace {

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <pty.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QTemporaryDir>
@@ -14,18 +13,9 @@
 
 #include "platform/Platform.h"
 #include "qt/QtPlatform.h"
+#include "tests/support/ProcessorTime.h"
 
 namespace loader::test {
-
-// Processor time of this process, in milliseconds.
-[[nodiscard]] inline double ProcessorMs() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  const auto ms = [](const timeval& time) {
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
-  };
-  return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
 
 // A pseudo-terminal whose slave is the device and whose master is the far end of the line.
 class PseudoTerminal {

@@ -4,9 +4,9 @@
 #include <numeric>
 #include <thread>
 
+#include "devices/DeviceNames.h"
+#include "devices/SerialDevice.h"
 #include "platform/RunTimeFailure.h"
-#include "qt/DeviceNames.h"
-#include "qt/SerialDevice.h"
 #include "tests/qt/DeviceSupport.h"
 
 namespace loader::test {

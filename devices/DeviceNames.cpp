@@ -1,4 +1,4 @@
-#include "qt/DeviceNames.h"
+#include "devices/DeviceNames.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,12 +1,12 @@
-#include "qt/QtUsb.h"
+#include "devices/QtUsb.h"
 
 #include <QElapsedTimer>
 #include <algorithm>
 #include <limits>
 
+#include "devices/DeviceNames.h"
+#include "devices/SerialDevice.h"
 #include "platform/RunTimeFailure.h"
-#include "qt/DeviceNames.h"
-#include "qt/SerialDevice.h"
 
 namespace loader {
 

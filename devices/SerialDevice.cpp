@@ -1,4 +1,4 @@
-#include "qt/SerialDevice.h"
+#include "devices/SerialDevice.h"
 
 #include <charconv>
 #include <vector>

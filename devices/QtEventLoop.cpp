@@ -1,25 +1,12 @@
-#include "qt/QtEventLoop.h"
+#include "devices/QtEventLoop.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <algorithm>
-
-#include "qt/Application.h"
-#include "qt/UserInterface.h"
+#include <utility>
 
 namespace loader {
 
-namespace {
-
-// 0 with an application that does not count them: then every event ends a wait.
-std::uint64_t EventsGiven() {
-  const auto* application = dynamic_cast<const Application*>(QCoreApplication::instance());
-  return application == nullptr ? 0 : application->EventsGiven();
-}
-
-} // namespace
-
-QtEventLoop::QtEventLoop(UserInterface& userInterface) : userInterface_(userInterface) {
+QtEventLoop::QtEventLoop(ShownWhileWaiting shown) : shown_(std::move(shown)) {
   later_.setSingleShot(true);
   QObject::connect(&later_, &QTimer::timeout, &later_, [this] {
     Show();
@@ -27,17 +14,27 @@ QtEventLoop::QtEventLoop(UserInterface& userInterface) : userInterface_(userInte
   });
 }
 
+std::uint64_t QtEventLoop::EventsGiven() const {
+  return shown_.eventsGiven ? shown_.eventsGiven() : 0;
+}
+
 void QtEventLoop::Show() {
   later_.stop();
-  userInterface_.Refresh();
+  shown_.show();
   sinceShown_.start();
 }
 
-void QtEventLoop::DoEvents() {
+void QtEventLoop::ShowInTime() {
   if (!sinceShown_.isValid() || sinceShown_.hasExpired(ShowEvery)) {
     Show();
   } else if (!later_.isActive()) {
     later_.start(ShowEvery);
+  }
+}
+
+void QtEventLoop::DoEvents() {
+  if (shown_.show) {
+    ShowInTime();
   }
   bool nothingElse = false;
   do {
@@ -58,8 +55,7 @@ QtTimers::Slot& QtTimers::NewSlot() {
   slots_.push_back(std::make_unique<Slot>());
   Slot& slot = *slots_.back();
   slot.ticks.setTimerType(Qt::PreciseTimer);
-  QObject::connect(&slot.ticks, &QTimer::timeout, &slot.ticks,
-                   [this, &slot] { userInterface_.Run(slot.timer->onTimer); });
+  QObject::connect(&slot.ticks, &QTimer::timeout, &slot.ticks, [this, &slot] { run_(slot.timer->onTimer); });
   return slot;
 }
 
@@ -78,17 +74,6 @@ void QtTimers::Changed(Timer& timer) {
     slot->timer = &timer;
   }
   slot->ticks.start(timer.Interval);
-}
-
-float QtClock::SecondsSinceMidnight() {
-  constexpr float MillisecondsPerSecond = 1000;
-  return static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / MillisecondsPerSecond;
-}
-
-DateAndTime QtClock::Now() {
-  const QDateTime now = QDateTime::currentDateTime();
-  return {now.date().year(), now.date().month(),  now.date().day(),
-          now.time().hour(), now.time().minute(), now.time().second()};
 }
 
 } // namespace loader

@@ -1,12 +1,12 @@
-#include "qt/QtSocket.h"
+#include "devices/QtSocket.h"
 
 #include <QNetworkProxy>
 #ifdef Q_OS_UNIX
 #include <sys/socket.h>
 #endif
 
+#include "devices/QtText.h"
 #include "platform/RunTimeFailure.h"
-#include "qt/QtText.h"
 
 namespace loader {
 

@@ -1,10 +1,10 @@
-#include "qt/QtSerial.h"
+#include "devices/QtSerial.h"
 
 #include <algorithm>
 
+#include "devices/DeviceNames.h"
+#include "devices/SerialDevice.h"
 #include "platform/RunTimeFailure.h"
-#include "qt/DeviceNames.h"
-#include "qt/SerialDevice.h"
 
 namespace loader {
 

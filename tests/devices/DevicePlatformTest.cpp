@@ -1,0 +1,143 @@
+#include "devices/DevicePlatform.h"
+
+#include <gtest/gtest.h>
+#include <link.h>
+
+#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "comm/modComunication.h"
+#include "core/OwnTexts.h"
+#include "platform/RunTimeFailure.h"
+#include "tests/support/ProcessorTime.h"
+
+namespace loader::test {
+namespace {
+
+int AddQtLibrary(dl_phdr_info* info, std::size_t, void* libraries) {
+  const std::string path = info->dlpi_name;
+  const std::size_t name = path.find("libQt6");
+  if (name != std::string::npos) {
+    static_cast<std::vector<std::string>*>(libraries)->push_back(
+        path.substr(name, path.find('.', name) - name));
+  }
+  return 0;
+}
+
+TEST(Devices, AProgramOnThemLoadsNoOtherQtThanTheirs) {
+  const DevicePlatform platform;
+  std::vector<std::string> libraries;
+  dl_iterate_phdr(AddQtLibrary, &libraries);
+  std::sort(libraries.begin(), libraries.end());
+  EXPECT_EQ(libraries, (std::vector<std::string>{"libQt6Core", "libQt6Network", "libQt6SerialPort"}));
+}
+
+struct WithoutWindow : testing::Test {
+  // Runs the event loop until the timer has run.
+  int RoundsUntil(const bool& ran) {
+    int rounds = 0;
+    for (; !ran; ++rounds) {
+      DoEvents();
+    }
+    return rounds;
+  }
+  DevicePlatform platform;
+};
+
+TEST_F(WithoutWindow, TheProgramFolderIsThatOfTheExecutable) {
+  EXPECT_EQ(ThePlatform().programFolder, std::filesystem::canonical("/proc/self/exe").parent_path());
+}
+
+TEST_F(WithoutWindow, AWaitTakesNoProcessor) {
+  bool fired = false;
+  Timer timer;
+  timer.onTimer = [&] { fired = true; };
+  QElapsedTimer elapsed;
+  elapsed.start();
+  const double before = ProcessorMs();
+  StartTimer(timer, 300);
+  EXPECT_LE(RoundsUntil(fired), 2);
+  EXPECT_GE(elapsed.elapsed(), 299);
+  EXPECT_LT(ProcessorMs() - before, 30);
+  StopTimer(timer);
+}
+
+TEST_F(WithoutWindow, AHandlerThatFailsIsToldAndEndsNothing) {
+  Timer timer;
+  std::vector<std::u16string> lines;
+  platform.bare.boxes.sink = [&](const std::u16string& line) { lines.push_back(line); };
+  bool ran = false;
+  timer.onTimer = [&] {
+    ran = true;
+    if (lines.empty()) {
+      throw std::runtime_error("first");
+    }
+    throw 2; // nothing that has a text
+  };
+  StartTimer(timer, 1);
+  RoundsUntil(ran);
+  ran = false;
+  RoundsUntil(ran);
+  StopTimer(timer);
+  EXPECT_EQ(lines,
+            (std::vector<std::u16string>{u"first", std::u16string(OwnText(OwnTextId::UnknownFailure))}));
+}
+
+TEST_F(WithoutWindow, ALoopThatShowsNothingReturnsForEveryEvent) {
+  int fired = 0;
+  Timer timer;
+  timer.onTimer = [&] { ++fired; };
+  StartTimer(timer, 1);
+  int rounds = 0;
+  while (fired < 20) {
+    const int before = fired;
+    DoEvents();
+    EXPECT_LE(fired, before + 1);
+    ++rounds;
+  }
+  StopTimer(timer);
+  EXPECT_LE(rounds, 40);
+}
+
+TEST_F(WithoutWindow, TheSocketConnectsFromTheEventLoop) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  SocketControl& socket = ThePlatform().winSock;
+  socket.RemoteHost = u"127.0.0.1";
+  socket.RemotePort = server.serverPort();
+  bool connected = false;
+  socket.onConnect = [&] { connected = true; };
+  socket.Connect();
+  EXPECT_FALSE(connected);
+  Timer limit;
+  bool over = false;
+  limit.onTimer = [&] { over = true; };
+  StartTimer(limit, 5000);
+  while (!connected && !over) {
+    DoEvents();
+  }
+  StopTimer(limit);
+  EXPECT_TRUE(connected);
+  EXPECT_EQ(socket.State(), 7);
+  socket.Close();
+  socket.onConnect = nullptr;
+}
+
+// The port that isn't there is the device's own failure: the bare one would say so of every port.
+TEST_F(WithoutWindow, ThePortsAreTheSystems) {
+  ThePlatform().MSComm1.CommPort = 16;
+  try {
+    ThePlatform().MSComm1.SetPortOpen(true);
+    FAIL() << "there is a port 16";
+  } catch (const RunTimeFailure& failure) {
+    EXPECT_NE(std::string(failure.what()).find("/dev/ttyS15"), std::string::npos) << failure.what();
+  }
+}
+
+} // namespace
+} // namespace loader::test
