@@ -29,11 +29,11 @@ const std::vector<std::vector<std::string>> Floors{
     {"meaning"},                     // what each parameter means
     {"fields"},                      // the fields of any screen
     {"comm", "files", "conversion"}, // the recorder, the files, the change of model
-    {"dialogs"},                     // the browsing frame and the side dialogs
+    {"dialogs", "companion"},        // the browsing frame and the side dialogs; reports on set-ups
     {"channelscreens"},              // the screens of channels and formulas
     {"mainwindow"},                  // the window over all of it
-    {"devices"}, // sockets, serial ports, timers and the event loop in Qt, without widgets
-    {"qt"},      // what of platform/ a window is, in Qt widgets
+    {"devices"},         // sockets, serial ports, timers and the event loop in Qt, without widgets
+    {"qt", "paramtool"}, // what of platform/ a window is, in Qt widgets; the companion program
     {"app", "tools", "bench", "tests"},
 };
 // Beside the house: a recorder to talk to. It uses these and is used by what is above Qt.

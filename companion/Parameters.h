@@ -1,0 +1,73 @@
+// One parameter of the set-up in force, as reports name it and say its value.
+#pragma once
+
+#include <compare>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "companion/Phrases.h"
+#include "core/modMain.h"
+#include "meaning/Meaning.h"
+
+namespace loader {
+
+// Section and tag are trimmed; the item counts from 0.
+struct ParameterRef {
+  std::string section;
+  int item = 0;
+  std::string tag;
+  auto operator<=>(const ParameterRef&) const = default;
+};
+
+// A record of the store: one of the two is set.
+struct StoredParameter {
+  ParamNumRecord* number = nullptr;
+  ParamTextRecord* text = nullptr;
+};
+[[nodiscard]] StoredParameter FindParameter(const ParameterRef& ref); // neither is set where it is absent
+
+// All parameters of the set-up in force, in the order of the parameter file: of an item the texts stand
+// first.
+void ForEachParameter(const std::function<void(const ParameterRef&, const StoredParameter&)>& use);
+[[nodiscard]] std::vector<ParameterRef> AllParameters();
+
+// As the parameter file writes it: "C02MMAX".
+[[nodiscard]] std::string KeyOf(const ParameterRef& ref);
+// The parameter of such a key, be it in the store or not; blanks behind it are passed over. Empty for a text
+// that is no key.
+[[nodiscard]] std::optional<ParameterRef> RefOfKey(std::string_view key);
+
+// A number, or a text without the blanks at its end.
+using StoredValue = std::variant<std::int16_t, std::u16string>;
+// Empty where the set-up in force does not have it.
+[[nodiscard]] std::optional<StoredValue> ValueOf(const ParameterRef& ref);
+// As the parameter file writes it.
+[[nodiscard]] std::u16string RawText(const StoredValue& value);
+
+// How a report speaks.
+struct Speech {
+  Language language = Language::Japanese;
+  bool secrets = false; // show passwords
+};
+
+// Stands for every secret, an empty one too: a report does not tell whether there is a password.
+inline constexpr std::u16string_view HiddenSecret = u"\u2022\u2022\u2022\u2022";
+[[nodiscard]] bool IsSecret(const ParameterRef& ref);
+
+// "CH 3 Alarm 1 set value"; a parameter that has no name of its own is called by its tag.
+[[nodiscard]] std::u16string NameOf(const ParameterRef& ref, Language language);
+// The value as an engineer reads it, by the set-up in force: "800.0", "K熱電対", "8:05". A value that has no
+// such text (outside its list or its limits) is its number. A secret is hidden unless asked for.
+[[nodiscard]] std::u16string ReadableValue(const ParameterRef& ref, const Speech& speech);
+
+// The pages of the window, in their order, then what stands on none of them.
+enum class Page { Channels, Operations, General, Display, Network, Mail, Unshown, Recorder };
+inline constexpr int Pages = 8;
+[[nodiscard]] Page PageOf(const ParameterRef& ref);
+[[nodiscard]] std::u16string_view PageName(Page page, Language language);
+
+} // namespace loader

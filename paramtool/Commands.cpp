@@ -1,0 +1,71 @@
+// The table of commands.
+#include <array>
+
+#include "core/Text.h"
+#include "paramtool/Command.h"
+#include "paramtool/Json.h"
+
+namespace loader::paramtool {
+
+namespace {
+
+constexpr std::array<OptionRow, 4> EveryCommand{{
+    {"lang", Phrase::OptionLang, "ja|en"},
+    {"json", Phrase::OptionJson},
+    {"secrets", Phrase::OptionSecrets},
+    {"model", Phrase::OptionModel, "KOV|RUG"},
+}};
+
+constexpr std::array<Command, 1> Table{{
+    {.name = "show",
+     .usage = "SETUP [WHERE...]",
+     .fewest = 1,
+     .most = -1,
+     .summary = Phrase::ShowSummary,
+     .help = Phrase::ShowHelp,
+     .examples = "paramtool show plant.KOV CH3\n"
+                 "paramtool show plant.KOV \"group 2\" mail --lang en\n"
+                 "paramtool show default:RUG C02MMAX --json",
+     .options = {},
+     .run = RunShow},
+}};
+
+} // namespace
+
+std::span<const Command> Commands() {
+  return Table;
+}
+
+const Command* FindCommand(const QString& name) {
+  for (const Command& command : Table) {
+    if (name == QLatin1String(command.name)) {
+      return &command;
+    }
+  }
+  return nullptr;
+}
+
+std::span<const OptionRow> CommonOptions() {
+  return EveryCommand;
+}
+
+QJsonObject Call::Report() const {
+  return {{QStringLiteral("form"), ReportForm}, {QStringLiteral("command"), QLatin1String(command)}};
+}
+
+std::filesystem::path Call::OutputFile() const {
+  if (!Has("output")) {
+    throw WrongUsage{Say(Phrase::OptionMissing, language(), {{u"OPTION", u"output"}})};
+  }
+  return PathOf(Value("output"));
+}
+
+std::vector<Selection> Call::Selections(const char* option) const {
+  std::vector<Selection> selections;
+  for (const QString& text : options.values(QString::fromLatin1(option))) {
+    selections.emplace_back(text.toStdU16String());
+  }
+  return selections;
+}
+
+} // namespace loader::paramtool

@@ -1,0 +1,40 @@
+#include "paramtool/Json.h"
+
+#include "core/Text.h"
+
+namespace loader::paramtool {
+
+namespace {
+
+// A page's name in reports, whatever their language.
+constexpr std::array<const char*, Pages> PageKeys{"channels", "operations", "general", "display",
+                                                  "network",  "mail",       "unshown", "recorder"};
+
+} // namespace
+
+QString Q(std::u16string_view text) {
+  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString Q(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QJsonObject JsonOf(const ParameterRef& ref, Language language) {
+  return {{QStringLiteral("key"), Q(KeyOf(ref))},
+          {QStringLiteral("section"), Q(ref.section)},
+          {QStringLiteral("item"), ref.item},
+          {QStringLiteral("tag"), Q(ref.tag)},
+          {QStringLiteral("name"), Q(NameOf(ref, language))},
+          {QStringLiteral("page"), QLatin1String(PageKeys.at(static_cast<std::size_t>(PageOf(ref))))}};
+}
+
+QJsonValue JsonValueOf(const ParameterRef& ref, const StoredValue& value, const Speech& speech) {
+  if (!speech.secrets && IsSecret(ref)) {
+    return QJsonValue::Null;
+  }
+  const auto* text = std::get_if<std::u16string>(&value);
+  return text != nullptr ? QJsonValue(Q(*text)) : QJsonValue(std::get<std::int16_t>(value));
+}
+
+} // namespace loader::paramtool

@@ -1,0 +1,95 @@
+#include "tests/paramtool/ToolTest.h"
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <utility>
+
+#include "core/UserUnits.h"
+#include "core/modMain.h"
+#include "files/ParameterFile.h"
+#include "simulator/Plant.h"
+#include "tests/support/ScriptedPlatform.h"
+
+namespace loader::test {
+
+Ended Tool(std::vector<std::string> arguments, const ProcessOptions& options) {
+  return RunProcess(ToolProgram(), std::move(arguments), options);
+}
+
+std::filesystem::path ToolProgram() {
+  return PARAMTOOL;
+}
+
+const std::string& PlantFile(std::string_view model) {
+  static std::map<std::string, std::string, std::less<>> made;
+  const auto found = made.find(model);
+  if (found != made.end()) {
+    return found->second;
+  }
+  ScriptedPlatform platform;
+  StartWithModel(platform, model);
+  ParamStore =
+      simulator::PlantSetup(ParamStore, model == "KOV" ? simulator::Model::Kov : simulator::Model::Rug);
+  UpdateUserUnitNames();
+  return made.emplace(std::string(model), ParamFileBytes()).first->second;
+}
+
+const std::vector<std::string>& VersionTags() {
+  static const std::vector<std::string> tags{"V05A", "V13A", "V17A", "V26A", "V39A", "V40A", "V09W", "V12W"};
+  return tags;
+}
+
+std::string ModelOfTag(std::string_view versionTag) {
+  return versionTag.ends_with('W') ? "RUG" : "KOV";
+}
+
+void ExpectGolden(const std::string& name, const std::string& text) {
+  const std::filesystem::path golden =
+      std::filesystem::path(LOADER_SOURCE_DIR) / "tests/paramtool/golden" / name;
+  const bool same = std::filesystem::exists(golden) && ContentOf(golden) == text;
+  const std::filesystem::path printed = std::filesystem::path(PRINTED_FOLDER) / name;
+  if (!same) {
+    std::filesystem::create_directories(printed.parent_path());
+    std::ofstream(printed, std::ios::binary) << text;
+  }
+  // Not as two texts: the lines are told by a look at both files.
+  EXPECT_TRUE(same) << printed << " is not " << golden;
+}
+
+std::string ToolTest::Write(std::string_view name, std::string_view bytes) const {
+  std::ofstream(folder_ / name, std::ios::binary) << bytes;
+  return File(name);
+}
+
+std::vector<std::string> ToolTest::Files() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+std::string ToolTest::WithoutFolder(std::string text) const {
+  const std::string folder = folder_.Path().string();
+  for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder, at)) {
+    text.replace(at, folder.size(), "FOLDER");
+  }
+  return text;
+}
+
+std::unique_ptr<simulator::RunningSimulator> ToolTest::StartRecorder(const std::string& versionTag,
+                                                                     std::vector<std::string> more) const {
+  std::vector<std::string> arguments{
+      "--model", ModelOfTag(versionTag), "--firmware", versionTag,  "--tcp", "0",
+      "--rtu",   File("line"),           "--dump",     File("dump")};
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  return std::make_unique<simulator::RunningSimulator>(std::move(arguments), 2);
+}
+
+std::string ToolTest::TcpOf(const simulator::RunningSimulator& recorder) {
+  return "tcp:127.0.0.1:" + std::to_string(recorder.Port());
+}
+
+} // namespace loader::test
