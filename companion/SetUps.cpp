@@ -148,11 +148,14 @@ ItemSet ItemsNamedBy(std::string_view bytes) {
   return items;
 }
 
+// Those with parameters: a file does not name the others.
 ItemSet ItemsOf(const ParamStoreTable& store) {
   ItemSet items;
   for (const ParamSection& section : store) {
-    for (int item = 0; item < static_cast<int>(section.Items.size()); ++item) {
-      items.insert(KeyOf({std::string(Trim(section.Code)), item, {}}));
+    for (std::size_t i = 0; i < section.Items.size(); ++i) {
+      if (!section.Items[i].NumRecords.empty() || !section.Items[i].TextRecords.empty()) {
+        items.insert(KeyOf({std::string(Trim(section.Code)), static_cast<int>(i), {}}));
+      }
     }
   }
   return items;
