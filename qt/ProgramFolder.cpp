@@ -10,6 +10,7 @@
 
 #include "core/OwnTexts.h"
 #include "core/Text.h"
+#include "platform/DataFolder.h"
 #include "qt/QtText.h"
 
 namespace fs = std::filesystem;
@@ -18,13 +19,7 @@ namespace loader {
 
 namespace {
 
-constexpr std::string_view FolderName = "parameter-loader";
-constexpr std::array<std::string_view, 3> DataFiles{"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"};
-
-bool HoldsData(const fs::path& folder) {
-  std::error_code error;
-  return fs::exists(folder / DataFiles.front(), error);
-}
+constexpr std::array<std::string_view, 3> DataFiles{InitialSettingsName, "TextKOV.Ini", "TextRUG.Ini"};
 
 bool CanBeWritten(const fs::path& folder) {
   return QFileInfo(ToQt(folder.u16string())).isWritable();
@@ -79,16 +74,15 @@ std::u16string Problem(const fs::path& folder, const std::string& reason) {
 } // namespace
 
 ProgramFolder ChooseProgramFolder(const fs::path& executableFolder, const fs::path& userData) {
-  const bool portable = HoldsData(executableFolder);
-  if (portable && CanBeWritten(executableFolder)) {
-    return {executableFolder, {}};
-  }
-  const fs::path installed =
-      portable ? executableFolder : (executableFolder / ".." / "share" / FolderName).lexically_normal();
-  if (!HoldsData(installed)) {
+  const fs::path installed = DataFolder(executableFolder);
+  std::error_code error;
+  if (!fs::exists(installed / InitialSettingsName, error)) {
     return {executableFolder, {}}; // nothing is installed: the program says that it has no initial settings
   }
-  const fs::path own = userData / FolderName;
+  if (installed == executableFolder && CanBeWritten(executableFolder)) {
+    return {executableFolder, {}};
+  }
+  const fs::path own = userData / InstalledFolderName;
   try {
     BringData(installed, own);
   } catch (const fs::filesystem_error& failure) {
