@@ -6,9 +6,9 @@
 #include <set>
 #include <string>
 
-namespace loader::tour {
-
 #include "platform/DataFolder.h"
+
+namespace loader::tour {
 
 namespace fs = std::filesystem;
 
