@@ -29,6 +29,14 @@ foreach(guide IN LISTS LOADER_GUIDES)
 endforeach()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT system)
 
+# Made from paramtool's table of commands: tools/manual.
+install(FILES ${PROJECT_SOURCE_DIR}/share/man/man1/paramtool.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT system)
+install(FILES ${PROJECT_SOURCE_DIR}/share/man/ja/man1/paramtool.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/ja/man1 COMPONENT system)
+install(FILES ${PROJECT_SOURCE_DIR}/share/bash-completion/completions/paramtool
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT system)
+
 install(FILES ${PROJECT_SOURCE_DIR}/share/applications/parameter-loader.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT system)
 install(FILES ${PROJECT_SOURCE_DIR}/share/mime/parameter-loader.xml
