@@ -36,9 +36,8 @@ constexpr std::array<Scheme, 4> Schemes{{
 // Reads the parts of an address from its end.
 class AddressReader {
 public:
-  AddressReader(std::u16string_view text, Language language) : language_(language) {
+  AddressReader(std::u16string_view text, Language language) : rest_(text), language_(language) {
     address_.text = text;
-    rest_ = text;
   }
 
   SetUpAddress Read() {
