@@ -40,6 +40,12 @@ bool Compared(const Entry* a, const Entry* b) {
   return named && !ignored;
 }
 
+// 0.0 and 0.00, at two positions, are the same.
+bool IsZero(std::u16string_view text) {
+  return text.find_first_not_of(u"0.-") == std::u16string_view::npos &&
+         text.find(u'0') != std::u16string_view::npos;
+}
+
 // One of the two set-ups while parameters of both are looked at in turn.
 class Side {
 public:
@@ -104,8 +110,16 @@ private:
     if (a->value != b->value) {
       return Verdict::Different;
     }
-    const bool reads = MayReadDifferently(*a) && a_.TextOfValue(a->ref) != b_.TextOfValue(b->ref);
-    return reads ? std::optional(Verdict::ReadsDifferent) : std::nullopt;
+    return ReadsDifferently(*a) ? std::optional(Verdict::ReadsDifferent) : std::nullopt;
+  }
+
+  bool ReadsDifferently(const Entry& entry) {
+    if (!MayReadDifferently(entry)) {
+      return false;
+    }
+    const std::u16string inA = a_.TextOfValue(entry.ref);
+    const std::u16string inB = b_.TextOfValue(entry.ref);
+    return inA != inB && !(IsZero(inA) && IsZero(inB));
   }
 
   void Tell(const Entry* a, const Entry* b, Verdict verdict) {
@@ -142,6 +156,25 @@ void Spoil(const StoredParameter& stored) {
 bool SameValue(const StoredParameter& one, const StoredParameter& other) {
   return one.text != nullptr ? other.text != nullptr && one.text->Value == other.text->Value
                              : other.number != nullptr && one.number->Value == other.number->Value;
+}
+
+// Of each parameter of the set-up, in order, whether a file sets it: what it sets is after one more reading
+// as it was, whatever was there before.
+std::vector<bool> NamedBy(WholeSetUp& opened, std::string_view bytes) {
+  WholeSetUp spoiled = opened;
+  std::vector<StoredParameter> asOpened;
+  WithSetUp(opened, [&] {
+    ForEachParameter([&](const ParameterRef&, const StoredParameter& stored) { asOpened.push_back(stored); });
+  });
+  const SetUpInForce inForce(spoiled);
+  ForEachParameter([](const ParameterRef&, const StoredParameter& stored) { Spoil(stored); });
+  static_cast<void>(LoadParamBytes(bytes));
+  std::vector<bool> named;
+  auto before = asOpened.begin();
+  ForEachParameter([&](const ParameterRef&, const StoredParameter& stored) {
+    named.push_back(SameValue(stored, *before++));
+  });
+  return named;
 }
 
 } // namespace
@@ -203,21 +236,17 @@ std::u16string ShownName(const ComparedParameter& parameter) {
 }
 
 std::size_t CountUnnamed(WholeSetUp& opened, std::string_view bytes) {
-  // What the file names is as it was after one more reading, whatever was there before.
-  WholeSetUp spoiled = opened;
-  std::vector<StoredParameter> now;
-  std::size_t unnamed = 0;
-  {
-    const SetUpInForce inForce(opened);
-    ForEachParameter([&](const ParameterRef&, const StoredParameter& stored) { now.push_back(stored); });
+  const std::string own = WithSetUp(opened, [] { return ParamFileBytes(); });
+  if (bytes == own) { // a look at the bytes in place of two readings
+    return 0;
   }
-  const SetUpInForce inForce(spoiled);
-  ForEachParameter([](const ParameterRef&, const StoredParameter& stored) { Spoil(stored); });
-  static_cast<void>(LoadParamBytes(bytes));
-  auto as = now.begin();
-  ForEachParameter([&](const ParameterRef&, const StoredParameter& stored) {
-    unnamed += SameValue(stored, *as++) ? 0U : 1U;
-  });
+  const std::vector<bool> named = NamedBy(opened, bytes);
+  // The times of an older file are read into other parameters: no file sets these two, its own neither.
+  const std::vector<bool> nameable = NamedBy(opened, own);
+  std::size_t unnamed = 0;
+  for (std::size_t i = 0; i < named.size(); ++i) {
+    unnamed += nameable[i] && !named[i] ? 1U : 0U;
+  }
   return unnamed;
 }
 

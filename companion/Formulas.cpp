@@ -114,4 +114,14 @@ std::vector<ParameterRef> WordsBeside(const FormulaRef& formula) {
   return beside;
 }
 
+std::u16string FormulasBeside(std::u16string_view before, std::u16string_view after, Language language) {
+  if (before == after) {
+    return {};
+  }
+  const auto told = [&](std::u16string_view formula) {
+    return formula.empty() ? PhraseText(Phrase::HtmlAbsent, language) : formula;
+  };
+  return Say(Phrase::FormulasBeside, language, {{u"A", told(before)}, {u"B", told(after)}});
+}
+
 } // namespace loader

@@ -31,4 +31,8 @@ struct FormulaRef {
 // whole formula: no two formulas have both the same.
 [[nodiscard]] std::vector<ParameterRef> WordsBeside(const FormulaRef& formula);
 
+// Behind a word that has changed: "  [C01+C02 → C01+C03]". Empty where both formulas read the same.
+[[nodiscard]] std::u16string FormulasBeside(std::u16string_view before, std::u16string_view after,
+                                            Language language);
+
 } // namespace loader

@@ -144,8 +144,7 @@ private:
   }
 
   void WriteGroup(const HtmlGroup& group, std::size_t index) {
-    Line("<section id=\"group-" + std::to_string(index + 1) + "\" class=\"" +
-         std::string(NameOfTone(group.tone)) + "\">");
+    Line("<section id=\"group-" + std::to_string(index + 1) + "\">");
     Line(Element("h2", {},
                  Escaped(group.title) + " " + Element("span", "size", std::to_string(group.Rows()))));
     Line("<table>");
@@ -180,10 +179,12 @@ private:
   }
 
   void WriteRow(const HtmlRow& row) {
-    Line("<tr class=\"" + std::string(NameOfTone(row.tone)) + "\"><th scope=\"row\">" + Escaped(row.name) +
-         Optional("span", "note", row.note) + " " + Element("code", {}, Escaped(row.key)) + "</th>" +
-         Cell(row.a, "a", report_.headingA) + Cell(row.b, "b", report_.headingB) + "<td class=\"verdict\">" +
-         Escaped(row.verdict) + "</td></tr>");
+    const std::string name =
+        Escaped(row.name) + " " + Element("code", {}, Escaped(row.key)) + Optional("span", "note", row.note);
+    Line("<tr class=\"" + std::string(NameOfTone(row.tone)) + "\"><th scope=\"row\">" + name + "</th>" +
+         Cell(row.a, "a", report_.headingA) + Cell(row.b, "b", report_.headingB) +
+         Element("td", "verdict", Escaped(row.verdict) + Optional("span", "note", row.verdictNote)) +
+         "</tr>");
   }
 
   const HtmlReport& report_;

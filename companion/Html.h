@@ -48,7 +48,8 @@ struct HtmlRow {
   std::u16string name;
   std::u16string note; // below the name
   std::u16string key;
-  std::u16string verdict; // in words
+  std::u16string verdict;     // in words
+  std::u16string verdictNote; // below it
   Tone tone = Tone::Plain;
   HtmlValue a, b;
 };
@@ -60,7 +61,6 @@ struct HtmlSubgroup {
 
 struct HtmlGroup {
   std::u16string title;
-  Tone tone = Tone::Plain;
   std::vector<HtmlSubgroup> subgroups;
 
   [[nodiscard]] std::size_t Rows() const;

@@ -81,12 +81,12 @@ code {
 }
 .text { white-space: pre-wrap; font-variant-numeric: tabular-nums; }
 td .note, th .note { display: block; font-weight: 400; overflow-wrap: anywhere; }
-.changed td.a, .only-a td.a, .lost td.a { background: var(--a-soft); }
-.changed td.b, .only-b td.b, .good td.b { background: var(--b-soft); }
-.changed td.a .text, .only-a td.a .text, .lost td.a .text { color: var(--a); font-weight: 600; }
-.changed td.b .text, .only-b td.b .text, .good td.b .text { color: var(--b); font-weight: 600; }
-.reads td.a, .reads td.b { background: var(--reads-soft); }
-.reads td .text { color: var(--reads); font-weight: 600; }
+tr.changed td.a, tr.only-a td.a, tr.lost td.a { background: var(--a-soft); }
+tr.changed td.b, tr.only-b td.b, tr.good td.b { background: var(--b-soft); }
+tr.changed td.a .text, tr.only-a td.a .text, tr.lost td.a .text { color: var(--a); font-weight: 600; }
+tr.changed td.b .text, tr.only-b td.b .text, tr.good td.b .text { color: var(--b); font-weight: 600; }
+tr.reads td.a, tr.reads td.b { background: var(--reads-soft); }
+tr.reads td .text { color: var(--reads); font-weight: 600; }
 td.absent, td.absent .text { background: none; color: var(--faint); font-weight: 400; font-style: italic; }
 td.verdict { font-size: .85rem; }
 footer { margin-top: 2rem; }
@@ -114,12 +114,12 @@ footer { margin-top: 2rem; }
   section { margin-top: 6mm; }
   h2, thead th { position: static; }
   h2 { break-after: avoid; height: auto; padding: 1mm 0; }
-  table { border-radius: 0; display: table; }
+  table { border-collapse: collapse; border-radius: 0; }
   thead { display: table-header-group; }
   thead th { border-bottom: 1.5pt solid #000; }
   tr { break-inside: avoid; }
   tr.subgroup { break-after: avoid; }
-  .changed td.b .text, .only-b td.b .text { text-decoration: underline; }
+  tr.changed td.b .text, tr.only-b td.b .text, tr.reads td.b .text { text-decoration: underline; }
 }
 )css";
 

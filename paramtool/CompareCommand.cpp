@@ -80,10 +80,7 @@ std::u16string LineOf(const ComparedParameter& parameter, Language language) {
   const std::u16string number = NumberOf(parameter);
   std::u16string line = Say(hidden ? Phrase::CompareHiddenLine : RowOf(parameter.verdict).line, language,
                             {{u"NAME", name}, {u"KEY", key}, {u"A", a}, {u"B", b}, {u"NUMBER", number}});
-  if (parameter.a.formula != parameter.b.formula) {
-    line +=
-        Say(Phrase::CompareFormulas, language, {{u"A", parameter.a.formula}, {u"B", parameter.b.formula}});
-  }
+  line += FormulasBeside(parameter.a.formula, parameter.b.formula, language);
   return line;
 }
 
@@ -194,7 +191,7 @@ HtmlRow HtmlRowOf(const ComparedParameter& parameter, Language language) {
   row.tone = RowOf(parameter.verdict).tone;
   row.verdict = PhraseText(RowOf(parameter.verdict).name, language);
   if (parameter.verdict == Verdict::ReadsDifferent) {
-    row.note = Say(Phrase::HtmlSameNumber, language, {{u"NUMBER", NumberOf(parameter)}});
+    row.verdictNote = Say(Phrase::HtmlSameNumber, language, {{u"NUMBER", NumberOf(parameter)}});
   }
   row.a = HtmlSide(parameter, parameter.a, language);
   row.b = HtmlSide(parameter, parameter.b, language);
@@ -230,7 +227,7 @@ HtmlReport HtmlOfAll(const Given& a, const Given& b, const Comparison& compariso
   for (const ComparedParameter& parameter : comparison.found) {
     if (parameter.page != page) {
       page = parameter.page;
-      report.groups.push_back({std::u16string(PageName(*page, language)), Tone::Plain, {{}}});
+      report.groups.push_back({std::u16string(PageName(*page, language)), {{}}});
     }
     report.groups.back().subgroups.back().rows.push_back(HtmlRowOf(parameter, language));
   }

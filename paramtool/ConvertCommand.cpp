@@ -101,9 +101,7 @@ std::u16string LineOf(const ConversionLine& line, Language language) {
                              {u"NEWNAME", line.newName},
                              {u"NEWKEY", newKey},
                              {u"NEW", after}});
-  if (line.oldFormula != line.newFormula) {
-    text += Say(Phrase::CompareFormulas, language, {{u"A", line.oldFormula}, {u"B", line.newFormula}});
-  }
+  text += FormulasBeside(line.oldFormula, line.newFormula, language);
   return text;
 }
 
@@ -213,7 +211,7 @@ HtmlRow HtmlRowOf(const ConversionLine& line, const OutcomeRow& outcome, Languag
 }
 
 HtmlGroup HtmlGroupOf(const Conversion& conversion, const OutcomeRow& outcome, Language language) {
-  HtmlGroup group{std::u16string(PhraseText(outcome.heading, language)), outcome.tone, {}};
+  HtmlGroup group{std::u16string(PhraseText(outcome.heading, language)), {}};
   std::optional<Page> page;
   for (const ConversionLine& line : conversion.lines) {
     if (line.parameter.outcome != outcome.outcome) {
