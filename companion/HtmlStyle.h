@@ -109,7 +109,7 @@ footer { margin-top: 2rem; }
     --a-soft: #fff; --b-soft: #fff; --changed-soft: #fff; --reads-soft: #fff;
   }
   @page { margin: 14mm 12mm; }
-  body { max-width: none; padding: 0; font-size: 9.5pt; }
+  body { max-width: none; padding: 0 1px; font-size: 9.5pt; }
   nav { display: none; }
   section { margin-top: 6mm; }
   h2, thead th { position: static; }
