@@ -110,7 +110,7 @@ bool RunAll(const std::string& folderOfPrograms, bool shortForm) {
     SetNumValue("A", item, "A1VL", static_cast<std::int16_t>(100 + item));
   }
   const std::string b = Write(folder / "b.RUG");
-  // A file that leaves parameters at their defaults is read more often: once for each that it does not set.
+  // What a file does not set is found by two readings more.
   std::ofstream(folder / "c.RUG", std::ios::binary)
       << ParamFileBytes().substr(0, ParamFileBytes().find("S00SYS1"));
 
