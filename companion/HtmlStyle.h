@@ -20,7 +20,7 @@ inline constexpr std::string_view HtmlStyle = R"css(
   }
 }
 * { box-sizing: border-box; }
-html { scroll-padding-top: 5.5rem; }
+html { scroll-padding-top: .5rem; }
 body {
   margin: 0 auto; padding: 1.5rem clamp(.75rem, 3vw, 2.5rem) 3rem; max-width: 84rem;
   background: var(--paper); color: var(--ink); font-size: 15px; line-height: 1.5;
