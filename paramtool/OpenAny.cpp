@@ -13,6 +13,11 @@ OpenedSetUp OpenFile(const Call& call, const SetUpAddress& address) {
     Output::Message(Say(Phrase::ModelByName, call.language(),
                         {{u"SETUP", address.text}, {u"MODEL", Widen(opened.finding.model)}}));
   }
+  if (!opened.defects.empty()) { // it opens with them
+    const auto count = DecimalText(static_cast<std::int64_t>(opened.defects.size()));
+    Output::Message(
+        Say(Phrase::SetUpLosesText, call.language(), {{u"SETUP", address.text}, {u"COUNT", count}}));
+  }
   return opened;
 }
 

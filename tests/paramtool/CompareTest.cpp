@@ -98,6 +98,16 @@ TEST_F(CompareCommand, APatternThatNamesNothingInEitherIsRefused) {
   }
 }
 
+TEST_F(CompareCommand, TextsThatAFileLosesAreSaid) {
+  const std::string file = Write("comma.KOV", WithValues(PlantFile("KOV"), {{"C04TAG", "one, two"}}));
+  const Ended ended = Compared({Plant("KOV"), file, "--lang", "en"});
+  EXPECT_EQ(ended.errors,
+            "paramtool: " + file +
+                ": lines whose text is not read as it stands: 1 (paramtool check tells them)\n");
+  EXPECT_NE(ended.output.find("CH 5 Tag (C04TAG): \"焼結炉 炉心\" -> \"\"\n"), std::string::npos)
+      << ended.output;
+}
+
 TEST_F(CompareCommand, NoReportTakesThePlaceOfASetUp) {
   for (const std::string& file : {Plant("KOV"), Changed("KOV")}) {
     const std::string before = ContentOf(file);
