@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 #include "core/UserUnits.h"
 #include "simulator/Plant.h"
@@ -116,6 +117,23 @@ TEST_F(Conversions, HideSecrets) {
   EXPECT_EQ(ShownNew(The(conversion, "K00PASS")), HiddenSecret);
   const Conversion open = Converted(old, "RUG", {Language::English, true});
   EXPECT_EQ(ShownNew(The(open, "K00PASS")), u"\"sesame\"");
+}
+
+// What was at its default is not told: it is at the new model's. Those are the same but for these.
+TEST_F(Conversions, PassOverDefaultsThatDifferOnlyInTagsAndColoursOfOperationChannels) {
+  WholeSetUp kov = InitialSetUp("KOV", Language::English);
+  WholeSetUp rug = InitialSetUp("RUG", Language::English);
+  const int moved = rug.profile.ChannelCount - kov.profile.ChannelCount;
+  std::set<std::string> differing;
+  for (const ParameterRef& ref : WithSetUp(kov, AllParameters)) {
+    const bool operation = (ref.section == "C" || ref.section == "A") && ref.item >= kov.profile.ChannelCount;
+    const ParameterRef inRug{ref.section, operation ? ref.item + moved : ref.item, ref.tag};
+    if (WithSetUp(kov, [&] { return ValueOf(ref); }) != WithSetUp(rug, [&] { return ValueOf(inRug); })) {
+      EXPECT_TRUE(operation) << KeyOf(ref);
+      differing.insert(ref.section + ref.tag);
+    }
+  }
+  EXPECT_EQ(differing, (std::set<std::string>{"CTAG", "CSTAG", "CCOLR"}));
 }
 
 TEST_F(Conversions, OfInitialSettingsTellNothing) {
