@@ -1,18 +1,35 @@
 #include "paramtool/OpenAny.h"
 
-#include <utility>
+#include <filesystem>
+#include <system_error>
 
 #include "core/Text.h"
 
 namespace loader::paramtool {
 
-WholeSetUp OpenAny(const Call& call, std::u16string_view text) {
-  OpenedSetUp opened = OpenSetUp(ParseAddress(text, call.language()), call.model, call.language());
+OpenedSetUp OpenFile(const Call& call, const SetUpAddress& address) {
+  OpenedSetUp opened = OpenSetUp(address, call.model, call.language());
   if (opened.finding.basis == ModelBasis::FileName) {
     Output::Message(Say(Phrase::ModelByName, call.language(),
-                        {{u"SETUP", text}, {u"MODEL", Widen(opened.finding.model)}}));
+                        {{u"SETUP", address.text}, {u"MODEL", Widen(opened.finding.model)}}));
   }
-  return std::move(opened.setUp);
+  if (!opened.defects.empty()) { // it opens with them
+    const auto count = DecimalText(static_cast<std::int64_t>(opened.defects.size()));
+    Output::Message(
+        Say(Phrase::SetUpLosesText, call.language(), {{u"SETUP", address.text}, {u"COUNT", count}}));
+  }
+  return opened;
+}
+
+WholeSetUp OpenAny(const Call& call, std::u16string_view text) {
+  return OpenFile(call, ParseAddress(text, call.language())).setUp;
+}
+
+void RequireOtherFile(const std::filesystem::path& file, const SetUpAddress& address, Language language) {
+  std::error_code none; // two files are the same only when both are there
+  if (address.place == Place::File && std::filesystem::equivalent(file, PathOf(address.where), none)) {
+    throw Undone{Say(Phrase::OutputIsInput, language, {{u"FILE", file.u16string()}})};
+  }
 }
 
 void RequireEachNames(const std::vector<Selection>& selections, Language language) {
