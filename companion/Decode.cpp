@@ -22,6 +22,8 @@ constexpr int HoldingTable = 40001;
 constexpr std::size_t TcpHeader = 6; // in front of the station number
 constexpr std::size_t CheckBytes = 2;
 constexpr std::size_t LongestRtu = 255;
+constexpr std::size_t ModelWidth = 3; // "KOV-1000" is a KOV
+constexpr std::size_t VersionTagWidth = 4;
 
 int WordAt(Bytes bytes, std::size_t at) {
   return bytes[at] * 256 + bytes[at + 1];
@@ -34,6 +36,7 @@ bool HasCheckValue(Bytes frame) {
     return false;
   }
   TakeReply(frame);
+  CommLink.RecvLen = static_cast<std::uint8_t>(frame.size());
   const std::int32_t check = gFCrc16(0);
   return frame[frame.size() - 2] == (check & 0xFF) && frame.back() == (check >> 8 & 0xFF);
 }
@@ -282,7 +285,9 @@ private:
     DecodedValue decoded{field, std::nullopt, {}};
     if (const auto registers = image_.Of(field)) {
       decoded.value = ValueOfRegisters(field, *registers);
-      decoded.text = TextOfItself(field.ref, *decoded.value, speech_);
+      if (field.sense != RegisterSense::TotalKind) { // a switch, where today's list has kinds
+        decoded.text = TextOfItself(field.ref, *decoded.value, speech_);
+      }
       NoteIdentity(field.ref, *decoded.value);
     }
     return decoded;
@@ -291,9 +296,9 @@ private:
   void NoteIdentity(const ParameterRef& ref, const StoredValue& value) {
     if (const auto* text = std::get_if<std::u16string>(&value); text != nullptr && ref.section == "P") {
       if (ref.tag == "PILC") {
-        trace_.identity.model = *text;
+        trace_.identity.model = Trim(*text).substr(0, ModelWidth);
       } else if (ref.tag == "PVER") {
-        trace_.identity.version = *text;
+        trace_.identity.version = Trim(*text).substr(0, VersionTagWidth);
       }
     }
   }

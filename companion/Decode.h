@@ -49,8 +49,8 @@ struct DecodedFrame {
 
 // What the trace itself says of the recorder: the texts of section P that were read.
 struct TraceIdentity {
-  std::u16string model;   // PILC
-  std::u16string version; // PVER
+  std::u16string model;   // PILC: "KOV"
+  std::u16string version; // PVER: "V14A"
 };
 
 struct DecodedTrace {

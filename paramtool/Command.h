@@ -112,6 +112,7 @@ struct Command {
 [[nodiscard]] Exit RunShow(Call& call);
 [[nodiscard]] Exit RunSet(Call& call);
 [[nodiscard]] Exit RunMerge(Call& call);
+[[nodiscard]] Exit RunDecode(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is
 // in force.

@@ -21,7 +21,9 @@ constexpr std::array<OptionRow, 3> MergeOptions{{{"only", Phrase::OptionOnly, "P
                                                  {"ignore", Phrase::OptionIgnore, "PATTERN"},
                                                  {"o,output", Phrase::OptionOutput, "FILE"}}};
 
-constexpr std::array<Command, 3> Table{{
+constexpr std::array<OptionRow, 1> DecodeOptions{{{"firmware", Phrase::OptionFirmware, "TAG"}}};
+
+constexpr std::array<Command, 4> Table{{
     {.name = "show",
      .usage = "SETUP [WHERE...]",
      .fewest = 1,
@@ -55,6 +57,18 @@ constexpr std::array<Command, 3> Table{{
                  "paramtool set default:RUG J00IPA1=192 J00IPA2=168 E00TSBA=8:05 -o new.RUG --json",
      .options = SetOptions,
      .run = RunSet},
+    {.name = "decode",
+     .usage = "FILE",
+     .fewest = 1,
+     .most = 1,
+     .summary = Phrase::DecodeSummary,
+     .help = Phrase::DecodeHelp,
+     .examples = "recorder-sim --tcp 1502 --trace-frames 2>trace.txt\n"
+                 "paramtool decode trace.txt\n"
+                 "paramtool decode trace.txt --firmware V14A --lang en\n"
+                 "echo \"01 03 0F A6 00 01 67 3D\" | paramtool decode - --model KOV --json",
+     .options = DecodeOptions,
+     .run = RunDecode},
 }};
 
 } // namespace

@@ -306,8 +306,8 @@ TEST(Program, ShowsFramesOnTheErrorOutput) {
 
   const Ended ended = simulator.Stop(SIGTERM);
 
-  EXPECT_THAT(ended.errors, HasSubstr(": > 00 01 00 00 00 06 FF 03 00 09 00 01\n"));
-  EXPECT_THAT(ended.errors, HasSubstr(": < 00 01 00 00 00 05 FF 03 02 00 00\n"));
+  EXPECT_THAT(ended.errors, HasSubstr(": > 00 01 00 00 00 06 01 03 00 09 00 01\n"));
+  EXPECT_THAT(ended.errors, HasSubstr(": < 00 01 00 00 00 05 01 03 02 00 00\n"));
   EXPECT_EQ(ended.errors.find("read 1"), std::string::npos) << "words are another option";
 }
 
