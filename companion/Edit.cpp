@@ -198,6 +198,9 @@ private:
     if (auto reason = PairObjection(edit.ref, language)) {
       return reason;
     }
+    if (auto reason = NamelessObjection(edit.ref, language); reason && IsTyped(edit)) {
+      return reason;
+    }
     const MeaningRow* row = FindMeaning(edit.ref.section, edit.ref.tag);
     // What no screen shows is what it is, in the set-up that it is taken from as in this one.
     const bool kept = !IsTyped(edit) && row != nullptr && row->meaning.use == Use::Unshown;

@@ -75,6 +75,12 @@ Reason ObjectionToKind(int item, int kind, Language language) {
               {u"KIND", leader == nullptr || leader->empty() ? DecimalText(previous) : *leader}});
 }
 
+// It measures nothing: its unit and its ranges stand for nothing either.
+bool IsSkipped(const ParameterRef& ref) {
+  const bool ofChannel = ref.section == "C" || ref.section == "A";
+  return ofChannel && !IsOperation(ref.item) && NumValue("C", ref.item, "TYPE") == KindSkip;
+}
+
 Reason ObjectionToChoice(const MeaningRow& row, const ParameterRef& ref, const ParamNumRecord& record,
                          Language language) {
   if (IsDecidedAway(row, ref.item) || IsSpecial(row, ref.item, record.Value)) {
@@ -83,23 +89,24 @@ Reason ObjectionToChoice(const MeaningRow& row, const ParameterRef& ref, const P
   if (ref.section == "C" && ref.tag == "TYPE") {
     return ObjectionToKind(ref.item, record.Value, language);
   }
-  if (ref.section == "C" && ref.tag == "UNIT" && !IsOperation(ref.item) &&
+  if (ref.section == "C" && ref.tag == "UNIT" && !IsSkipped(ref) && !IsOperation(ref.item) &&
       !OffersUnit(NumValue("C", ref.item, "TYPE"), record.Value)) {
     return Say1(Phrase::EditNoTemperatureUnit, language);
   }
-  const std::vector<Choice> choices = ChoicesFor(ref);
-  const bool offered = std::ranges::find(choices, record.Value, &Choice::value) != choices.end();
-  if (offered || (IsTypedToo(row) && Within(RecordLimits(record), record.Value))) {
-    return std::nullopt;
-  }
-  return Say1(Phrase::EditNoSuchChoice, language);
+  const ChoiceList* list = ChoicesOf(row, View::Screen, ref.item).list;
+  const ChoiceList* other = row.meaning.otherChoices;
+  const bool offered = (list != nullptr && RowOfValue(*list, record.Value)) ||
+                       (other != nullptr && RowOfValue(*other, record.Value)) ||
+                       (IsTypedToo(row) && Within(RecordLimits(record), record.Value));
+  return offered ? std::nullopt : Say1(Phrase::EditNoSuchChoice, language);
 }
 
 Reason ObjectionToNumber(const MeaningRow& row, const ParameterRef& ref, const ParamNumRecord& record,
                          const ChannelRow* channel, Language language) {
   const NumberInForce typed = InForce(FormIn(row, View::Screen).number, record, ref.item, channel);
   const NumberInForce shown = InForce(FormIn(row, View::Table).number, record, ref.item, channel);
-  if (Within(typed.limits, record.Value) || Within(shown.limits, record.Value)) {
+  const bool skipped = IsSkipped(ref) && Within(RecordLimits(record), record.Value);
+  if (skipped || Within(typed.limits, record.Value) || Within(shown.limits, record.Value)) {
     return std::nullopt;
   }
   return LimitsText(typed, language);
@@ -130,10 +137,10 @@ Reason ObjectionToTime(const ParamNumRecord& record, Language language) {
   return record.Value >= 0 && record.Value < MinutesOfDay ? std::nullopt : Say1(Phrase::EditNoTime, language);
 }
 
-// One AVG or SUM in a formula; it is told at the words that name the functions.
+// One AVG or SUM in a formula; it is told at the word of its first function.
 Reason ObjectionToFormula(const ParameterRef& ref, Language language) {
-  if (!ref.tag.starts_with("OP") || ref.tag.size() != TagWidth || ref.tag[2] < '1' ||
-      ref.tag[2] > '0' + FormulaCount) {
+  if (!ref.tag.starts_with("OP") || !ref.tag.ends_with('1') || ref.tag.size() != TagWidth ||
+      ref.tag[2] < '1' || ref.tag[2] > '0' + FormulaCount) {
     return std::nullopt;
   }
   const int formula = ref.tag[2] - '0';
@@ -209,6 +216,23 @@ std::optional<std::u16string> Objection(const ParameterRef& ref, ChannelRows& ro
   default:
     return std::nullopt;
   }
+}
+
+std::optional<std::u16string> NamelessObjection(const ParameterRef& ref, Language language) {
+  const MeaningRow* row = FindMeaning(ref.section, ref.tag);
+  const StoredParameter stored = FindParameter(ref);
+  if (row == nullptr || stored.number == nullptr || row->meaning.use == Use::Unshown ||
+      !IsList(FormIn(*row, View::Screen).sense) || IsTypedToo(*row) ||
+      IsSpecial(*row, ref.item, stored.number->Value)) {
+    return std::nullopt;
+  }
+  if (IsDecidedAway(*row, ref.item)) { // what its list leaves without an entry is stored as 0
+    return stored.number->Value == 0 ? std::nullopt : Say1(Phrase::EditMeaningless, language);
+  }
+  const std::vector<Choice> choices = ChoicesFor(ref);
+  return std::ranges::find(choices, stored.number->Value, &Choice::value) != choices.end()
+             ? std::nullopt
+             : Say1(Phrase::EditNoSuchChoice, language);
 }
 
 std::optional<std::u16string> WhyNotAdjustable(const ParameterRef& ref, Language language) {

@@ -28,10 +28,14 @@ private:
 [[nodiscard]] std::optional<std::u16string> WhyNeverSet(const ParameterRef& ref, Language language);
 
 // What its field would say of the value that stands there; empty for a good one. A number is good within the
-// limits that the screen takes and within those that the table shows. A parameter that no screen shows has
-// the limits of its record alone.
+// limits that the screen takes and within those that the table shows. A parameter that no screen shows, and a
+// number of a channel that is skipped, has the limits of its record alone.
 [[nodiscard]] std::optional<std::u16string> Objection(const ParameterRef& ref, ChannelRows& rows,
                                                       Language language);
+
+// A typed value has an entry with a name: neither a reserved unit nor a unit of the user that has none can be
+// chosen, though a set-up may hold them.
+[[nodiscard]] std::optional<std::u16string> NamelessObjection(const ParameterRef& ref, Language language);
 
 // The field is disabled in the state of its channel (IsAdjustable); empty where it is not.
 [[nodiscard]] std::optional<std::u16string> WhyNotAdjustable(const ParameterRef& ref, Language language);
