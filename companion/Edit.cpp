@@ -14,7 +14,7 @@
 #include "companion/SetUps.h"
 #include "core/Text.h"
 #include "core/UserUnits.h"
-#include "core/WholeSetUp.h"
+#include "files/ParameterFile.h"
 
 namespace loader {
 
@@ -79,6 +79,7 @@ public:
       Lay(static_cast<ReadingStage>(stage));
     }
     JudgeEdited();
+    RefuseWhatAFileLoses();
     JudgeOthers();
     if (!report_.refusals.empty()) {
       ParamStore = before_.setUp.store;
@@ -224,6 +225,18 @@ private:
     }
   }
 
+  // An opened file gives old words to the parameters of today: what it does not give back cannot be written
+  // there.
+  void RefuseWhatAFileLoses() {
+    WholeSetUp opened = SavedAndOpened(speech_.language);
+    for (const Edit& edit : edits_) {
+      const std::optional<StoredValue> wanted = ValueOf(edit.ref);
+      if (IsChanged(edit.ref) && WithSetUp(opened, [&] { return ValueOf(edit.ref); }) != wanted) {
+        Refuse(edit.ref, std::u16string(PhraseText(Phrase::EditNotKept, speech_.language)));
+      }
+    }
+  }
+
   // The kind of a next channel is told at its leader. What was bad before is none of this.
   void JudgeOthers() {
     ChannelRows rows;
@@ -233,9 +246,14 @@ private:
       }
       if (const auto reason = Objection(ref, rows, speech_.language)) {
         Refuse(ref, Say(Phrase::EditSpoils, speech_.language,
-                        {{u"VALUE", ReadableValue(ref, speech_)}, {u"REASON", *reason}}));
+                        {{u"VALUE", TextBefore(ref)}, {u"REASON", *reason}}));
       }
     }
+  }
+
+  [[nodiscard]] std::u16string TextBefore(const ParameterRef& ref) const {
+    const auto text = before_.texts.find(ref);
+    return text == before_.texts.end() ? ReadableValue(ref, speech_) : text->second;
   }
 
   void TellChanges() {
@@ -296,6 +314,13 @@ std::vector<Edit> EditsOf(std::u16string_view argument, Language language) {
     throw Undone{Say(Phrase::SelectsNothing, language, {{u"PATTERN", key}})};
   }
   return edits;
+}
+
+WholeSetUp SavedAndOpened(Language language) {
+  const std::string bytes = ParamFileBytes();
+  WholeSetUp opened = InitialSetUp(ModelCode, language);
+  static_cast<void>(WithSetUp(opened, [&] { return LoadParamBytes(bytes); }));
+  return opened;
 }
 
 EditReport ApplyEdits(const std::vector<Edit>& edits, const Speech& speech, const Judge& judge) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "companion/Parameters.h"
+#include "core/WholeSetUp.h"
 
 namespace loader {
 
@@ -42,6 +43,10 @@ struct EditReport {
   std::vector<Change> reads;         // the same number, which reads otherwise now: its point has moved
   std::vector<Refusal> refusals;     // where there is one, nothing has been changed
 };
+
+// The set-up in force as it is once it has been saved and opened again: some words of older files are none of
+// today's.
+[[nodiscard]] WholeSetUp SavedAndOpened(Language language);
 
 // A further objection to an edited parameter, once all edits are laid.
 using Judge = std::function<std::optional<std::u16string>(const ParameterRef&)>;

@@ -36,6 +36,16 @@ bool SameState(const ChannelState& one, const ChannelState& other) {
   return one.kind == other.kind && one.scalingOn == other.scalingOn && one.logOn == other.logOn;
 }
 
+std::optional<std::u16string> WhyLeft(const ParameterRef& ref, WholeSetUp& opened, Language language) {
+  if (auto reason = WhyNeverSet(ref, language)) {
+    return reason;
+  }
+  const std::optional<StoredValue> value = ValueOf(ref);
+  return WithSetUp(opened, [&] { return ValueOf(ref); }) == value
+             ? std::nullopt
+             : std::optional(std::u16string(PhraseText(Phrase::EditNotKept, language)));
+}
+
 std::optional<std::u16string> ReadsOtherwise(const ParameterRef& ref, const Taken& there,
                                              const Speech& speech) {
   const std::u16string here = ReadableValue(ref, {Language::Japanese, true});
@@ -61,12 +71,13 @@ MergeReport MergeFrom(WholeSetUp& other, const std::vector<Selection>& only,
   std::vector<Edit> edits;
   {
     const SetUpInForce inForce(other);
+    WholeSetUp opened = SavedAndOpened(speech.language);
     for (const ParameterRef& ref : AllParameters()) {
       if (!AnyNames(only, ref) || AnyNames(ignore, ref)) {
         continue;
       }
-      if (WhyNeverSet(ref, speech.language)) {
-        report.left.push_back(ref);
+      if (auto reason = WhyLeft(ref, opened, speech.language)) {
+        report.left.push_back({ref, std::move(*reason)});
         continue;
       }
       edits.push_back({ref, taken.emplace(ref, TakenOf(ref)).first->second.value});

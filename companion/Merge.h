@@ -11,7 +11,9 @@ namespace loader {
 
 struct MergeReport {
   EditReport edits;
-  std::vector<ParameterRef> left; // chosen, but each recorder's own: clock, commands, identity
+  // Chosen, and never taken: each recorder's own (clock, commands, identity), and what a parameter file
+  // loses.
+  std::vector<Refusal> left;
 };
 
 // Takes over what `only` names and `ignore` does not, all of it or nothing. Both set-ups are of one model.

@@ -31,7 +31,7 @@ void TellRefusals(const Call& call, const std::vector<Refusal>& refusals) {
                       {{u"COUNT", DecimalText(static_cast<std::int64_t>(refusals.size()))}}));
 }
 
-void TellLines(Call& call, const EditReport& report, const std::vector<ParameterRef>& left) {
+void TellLines(Call& call, const EditReport& report, const std::vector<Refusal>& left) {
   for (const Change& change : report.changes) {
     TellChange(call, Phrase::EditDone, change);
   }
@@ -44,8 +44,8 @@ void TellLines(Call& call, const EditReport& report, const std::vector<Parameter
       call.out.Line(Line(call, Phrase::EditAlready, ref, {{u"VALUE", ReadableValue(ref, call.speech)}}));
     }
   }
-  for (const ParameterRef& ref : left) {
-    call.out.Line(Line(call, Phrase::MergeLeft, ref, {}));
+  for (const Refusal& refusal : left) {
+    call.out.Line(Line(call, Phrase::MergeLeft, refusal.ref, {{u"REASON", refusal.reason}}));
   }
   call.out.Line(Say(Phrase::EditCounts, call.language(),
                     {{u"CHANGED", DecimalText(static_cast<std::int64_t>(report.changes.size()))},
@@ -83,7 +83,7 @@ QJsonArray JsonOf(const Call& call, const std::vector<Refusal>& refusals) {
   return array;
 }
 
-void TellJson(Call& call, const EditReport& report, const std::vector<ParameterRef>& left,
+void TellJson(Call& call, const EditReport& report, const std::vector<Refusal>& left,
               const std::filesystem::path& file) {
   QJsonObject json = call.Report();
   json.insert(QStringLiteral("model"), Q(ModelCode));
@@ -99,7 +99,7 @@ void TellJson(Call& call, const EditReport& report, const std::vector<ParameterR
 
 } // namespace
 
-Exit FinishEdits(Call& call, const EditReport& report, const std::vector<ParameterRef>& left,
+Exit FinishEdits(Call& call, const EditReport& report, const std::vector<Refusal>& left,
                  const std::filesystem::path& file) {
   const bool good = report.refusals.empty();
   if (good) {

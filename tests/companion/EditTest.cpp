@@ -216,9 +216,9 @@ TEST_F(Edits, TellWhatReadsOtherwiseThrough) {
 
 TEST_F(Edits, AreRefusedWhereTheyWouldSpoilAnother) {
   const std::string refusals = Refusals({u"C02TYPE=T熱電対"});
-  EXPECT_NE(
-      refusals.find("C02SMAX: its present value 5000 would be no good any more (not within -230.0 to 430.0)"),
-      std::string::npos)
+  EXPECT_NE(refusals.find(
+                "C02SMAX: its present value 500.0 would be no good any more (not within -230.0 to 430.0)"),
+            std::string::npos)
       << refusals;
   EXPECT_EQ(Value("C02TYPE"), 1);
   EXPECT_EQ(Refusals({u"C02TYPE=T熱電対", u"C02SMAX=400.0", u"C02RMAX=400.0"}), "");
@@ -274,6 +274,11 @@ TEST_F(Edits, OfWhatNoScreenSetsAreRefused) {
   EXPECT_EQ(Refusals({u"C02DSPM=2"}), "C02DSPM: not within 0 to 1");
   LoadModel("RUG");
   EXPECT_EQ(Refusals({u"C02TAIS=1"}), "C02TAIS: no screen of this model has it");
+}
+
+TEST_F(Edits, OfWhatAFileLosesAreRefused) {
+  EXPECT_EQ(Refusals({u"E00TTSM=5"}), "E00TTSM: a parameter file loses it when it is opened");
+  EXPECT_EQ(Refusals({u"E00TSTR=8:05"}), "");
 }
 
 // --- All or nothing
