@@ -100,7 +100,7 @@ Phrase DefectPhrase(FrameDefect defect) {
 
 std::u16string RegistersText(int address, int count) {
   const std::u16string first = DecimalText(address);
-  return count == 1 ? first : first + u"-" + DecimalText(address + count - 1);
+  return count <= 1 ? first : first + u"-" + DecimalText(address + count - 1);
 }
 
 std::u16string WhatText(const Call& call, const DecodedFrame& frame) {

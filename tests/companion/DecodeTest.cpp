@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -224,6 +224,26 @@ TEST_F(Decodes, PutATextTogetherThatTwoRepliesBring) {
 TEST_F(Decodes, CountRegistersWithoutAParameter) {
   const DecodedTrace trace = Frames({Rtu({1, 3, 0x03, 0xE7, 0, 2}), Rtu({1, 3, 4, 0, 0, 0, 0})}); // 41000
   EXPECT_EQ(trace.frames[1].nameless + static_cast<int>(trace.frames[1].values.size()), 2);
+}
+
+TEST_F(Decodes, AnyBytes) {
+  const std::vector<Bytes> good{Rtu(readType),
+                                Rtu(typeIs1),
+                                Tcp(7, readType),
+                                Tcp(7, typeIs1),
+                                Tcp(8, {1, 16, 0x0F, 0xA8, 0, 2, 4, 0, 4, 0, 3}),
+                                Tcp(8, {1, 0x90, 2})};
+  std::mt19937 random(7);
+  for (int round = 0; round < 3000; ++round) {
+    std::vector<Bytes> frames;
+    for (int i = 0; i < 6; ++i) {
+      Bytes frame = good[random() % good.size()];
+      frame[random() % frame.size()] = static_cast<std::uint8_t>(random());
+      frame.resize(2 + random() % frame.size());
+      frames.push_back(random() % 3 == 0 ? Rtu(frame) : random() % 2 == 0 ? Tcp(7, frame) : frame);
+    }
+    EXPECT_EQ(Frames(frames).frames.size(), frames.size());
+  }
 }
 
 // --- Every generation

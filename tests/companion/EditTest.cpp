@@ -91,6 +91,7 @@ TEST_F(Edits, TakeAnEntryOfAListByItsText) {
   EXPECT_EQ(Value("J00ETHE"), 1);
   EXPECT_EQ(Refusals({u"J00ETHE=ＯＦＦ", u"C03TYPE=Ｋ 熱電対"}), "") << "whatever the width";
   EXPECT_EQ(Value("J00ETHE"), 0);
+  EXPECT_EQ(Refusals({u"C03SEKI=ｶｳﾝﾀ"}), "");
   EXPECT_EQ(Refusals({u"E00TDAY=5"}), "");
   EXPECT_EQ(Value("E00TDAY"), 4) << "the text goes before the stored number";
   EXPECT_EQ(Refusals({u"E00TDAY=#5"}), "");
