@@ -48,20 +48,6 @@ void TakeDefaults(ParamItem& item) {
   std::for_each(item.NumRecords.begin(), item.NumRecords.end(), [](auto& record) { TakeDefault(record); });
 }
 
-TagRead RuleOf(const SectionRead& layout, std::string_view tag, ReadRule otherwise) {
-  const auto rule = std::find_if(layout.tags.begin(), layout.tags.end(),
-                                 [&](const TagRead& entry) { return entry.tag == Trim(tag); });
-  return rule == layout.tags.end() ? TagRead{tag, otherwise} : *rule;
-}
-
-// An older recorder's number of an input kind as today's.
-std::int16_t InputKindToday(std::int16_t value, std::size_t kinds) {
-  const int index = value - FirstOldInputKind;
-  return index >= 0 && static_cast<std::size_t>(index) < kinds
-             ? InputKindOfOld[static_cast<std::size_t>(index)]
-             : value;
-}
-
 // One item under one layout, from BlockBuf into the store.
 struct ItemReader {
   std::string_view section;
@@ -83,7 +69,7 @@ struct ItemReader {
   }
 
   void ReadText(ParamTextRecord& record) const {
-    if (RuleOf(layout, record.Tag, layout.texts).rule == ReadRule::Default) {
+    if (ReadOfTag(layout, Trim(record.Tag), layout.texts).rule == ReadRule::Default) {
       TakeDefault(record);
     } else {
       StoreRead(section, index, record.Tag, gFBlockGetText(start + 2 * record.WordOffset, record.ByteLength));
@@ -91,7 +77,7 @@ struct ItemReader {
   }
 
   void ReadNumber(ParamNumRecord& record) const {
-    const TagRead entry = RuleOf(layout, record.Tag, layout.numbers);
+    const TagRead entry = ReadOfTag(layout, Trim(record.Tag), layout.numbers);
     const auto own = [&] { return gFBlockGetWord(start + 2 * record.WordOffset); };
     const auto fixed = [&] { return gFBlockGetWord(start + entry.byte); };
     switch (entry.rule) {
@@ -144,13 +130,6 @@ void StoreSection(std::string_view sectionCode, ParamSection& section, const Sec
   }
 }
 
-const SectionRead& LayoutOf(const GenerationRead& generation, std::string_view sectionCode) {
-  const auto found =
-      std::find_if(generation.sections.begin(), generation.sections.end(),
-                   [&](const SectionRead& layout) { return layout.section == Trim(sectionCode); });
-  return found == generation.sections.end() ? generation.others : *found;
-}
-
 // The one reader. A run-time failure, also that of a section which the store does not hold, is a failed read.
 TransferResult ReadSection(const GenerationRead& generation, std::string_view sectionCode) {
   TransferResult result{.section = std::string(sectionCode)};
@@ -161,7 +140,7 @@ TransferResult ReadSection(const GenerationRead& generation, std::string_view se
       result.request = RequestUnderWay(false);
       return result;
     }
-    StoreSection(sectionCode, ParamStore[section], LayoutOf(generation, sectionCode));
+    StoreSection(sectionCode, ParamStore[section], ReadOfSection(generation, Trim(sectionCode)));
     return {};
   } catch (const RunTimeFailure& failure) {
     result.end = TransferEnd::SectionUnfit;

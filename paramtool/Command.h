@@ -113,6 +113,9 @@ struct Command {
 [[nodiscard]] Exit RunCompare(Call& call);
 [[nodiscard]] Exit RunConvert(Call& call);
 [[nodiscard]] Exit RunPrint(Call& call);
+[[nodiscard]] Exit RunSet(Call& call);
+[[nodiscard]] Exit RunMerge(Call& call);
+[[nodiscard]] Exit RunDecode(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is
 // in force.

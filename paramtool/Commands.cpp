@@ -29,8 +29,14 @@ constexpr std::array<OptionRow, 3> ConvertOptions{{
 constexpr std::array<OptionRow, 1> PrintOptions{{
     {"o,output", Phrase::OptionOutput, "FILE"},
 }};
+constexpr std::array<OptionRow, 1> SetOptions{{{"o,output", Phrase::OptionOutput, "FILE"}}};
+constexpr std::array<OptionRow, 3> MergeOptions{{{"only", Phrase::OptionOnly, "PATTERN"},
+                                                 {"ignore", Phrase::OptionIgnore, "PATTERN"},
+                                                 {"o,output", Phrase::OptionOutput, "FILE"}}};
 
-constexpr std::array<Command, 4> Table{{
+constexpr std::array<OptionRow, 1> DecodeOptions{{{"firmware", Phrase::OptionFirmware, "TAG"}}};
+
+constexpr auto Table = std::to_array<Command>({
     {.name = "show",
      .usage = "SETUP [WHERE...]",
      .fewest = 1,
@@ -72,7 +78,41 @@ constexpr std::array<Command, 4> Table{{
      .examples = "paramtool print plant.KOV -o plant.txt",
      .options = PrintOptions,
      .run = RunPrint},
-}};
+    {.name = "merge",
+     .usage = "A B --only PATTERN... -o FILE",
+     .fewest = 2,
+     .most = 2,
+     .summary = Phrase::MergeSummary,
+     .help = Phrase::MergeHelp,
+     .examples = "paramtool merge line1.KOV line2.KOV --only alarms -o line1.KOV\n"
+                 "paramtool merge new.RUG old.RUG --only network --only mail -o new.RUG\n"
+                 "paramtool merge a.KOV b.KOV --only CH3-6 --ignore \"C*TAG\" -o c.KOV --lang en",
+     .options = MergeOptions,
+     .run = RunMerge},
+    {.name = "set",
+     .usage = "SETUP KEY=VALUE... -o FILE",
+     .fewest = 2,
+     .most = -1,
+     .summary = Phrase::SetSummary,
+     .help = Phrase::SetHelp,
+     .examples = "paramtool set plant.KOV A02A1VL=850.0 A02A1TY=H -o plant.KOV\n"
+                 "paramtool set plant.KOV \"C*COLR=3\" -o red.KOV --lang en\n"
+                 "paramtool set default:RUG J00IPA1=192 J00IPA2=168 E00TSBA=8:05 -o new.RUG --json",
+     .options = SetOptions,
+     .run = RunSet},
+    {.name = "decode",
+     .usage = "FILE",
+     .fewest = 1,
+     .most = 1,
+     .summary = Phrase::DecodeSummary,
+     .help = Phrase::DecodeHelp,
+     .examples = "recorder-sim --tcp 1502 --trace-frames 2>trace.txt\n"
+                 "paramtool decode trace.txt\n"
+                 "paramtool decode trace.txt --firmware V14A --lang en\n"
+                 "echo \"01 03 0F A6 00 01 67 3D\" | paramtool decode - --model KOV --json",
+     .options = DecodeOptions,
+     .run = RunDecode},
+});
 
 } // namespace
 
