@@ -174,13 +174,10 @@ std::string ModelFieldOf(std::string_view bytes) {
   return {};
 }
 
-std::string ModelOfName(const std::filesystem::path& file) {
-  std::string ending = file.extension().string();
-  std::ranges::transform(ending, ending.begin(),
-                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  const auto model =
-      std::ranges::find_if(Models, [&](std::string_view name) { return ending == "." + std::string(name); });
-  return model == Models.end() ? std::string() : std::string(*model);
+void RefuseRecorder(const SetUpAddress& address, Language language) {
+  if (IsRecorder(address.place)) {
+    throw Undone{Say(Phrase::RecorderNotHere, language, {{u"SETUP", address.text}})};
+  }
 }
 
 std::string ReadFileOf(const SetUpAddress& address, Language language) {
@@ -292,10 +289,26 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   return model.empty() ? ModelFinding{ModelBasis::Both, {}} : ModelFinding{ModelBasis::FileName, model};
 }
 
-OpenedSetUp OpenStrictly(const SetUpAddress& address, const std::string& model, Language language) {
-  if (IsRecorder(address.place)) {
-    throw Undone{Say(Phrase::RecorderNotHere, language, {{u"SETUP", address.text}})};
+std::string ModelOfName(const std::filesystem::path& file) {
+  std::string ending = file.extension().string();
+  std::ranges::transform(ending, ending.begin(),
+                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  const auto model =
+      std::ranges::find_if(Models, [&](std::string_view name) { return ending == "." + std::string(name); });
+  return model == Models.end() ? std::string() : std::string(*model);
+}
+
+std::string FileBytesOf(const SetUpAddress& address, Language language) {
+  RefuseRecorder(address, language);
+  if (address.place == Place::Default) {
+    WholeSetUp initial = InitialSetUp(Narrow(address.where), language);
+    return WithSetUp(initial, [] { return ParamFileBytes(); });
   }
+  return ReadFileOf(address, language);
+}
+
+OpenedSetUp OpenStrictly(const SetUpAddress& address, const std::string& model, Language language) {
+  RefuseRecorder(address, language);
   OpenedSetUp opened;
   opened.address = address;
   if (address.place == Place::Default) {

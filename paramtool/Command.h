@@ -109,6 +109,7 @@ struct Command {
 [[nodiscard]] std::u16string CommandHelp(const Command& command, Language language);
 
 // Each stands in the file of its name, with its options.
+[[nodiscard]] Exit RunCheck(Call& call);
 [[nodiscard]] Exit RunShow(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is

@@ -16,7 +16,18 @@ constexpr std::array<OptionRow, 4> EveryCommand{{
     {"model", Phrase::OptionModel, "KOV|RUG"},
 }};
 
-constexpr std::array<Command, 1> Table{{
+constexpr std::array<Command, 2> Table{{
+    {.name = "check",
+     .usage = "FILE...",
+     .fewest = 1,
+     .most = -1,
+     .summary = Phrase::CheckSummary,
+     .help = Phrase::CheckHelp,
+     .examples = "paramtool check plant.KOV\n"
+                 "paramtool check *.RUG --json\n"
+                 "paramtool check old.txt --model KOV --lang en",
+     .options = {},
+     .run = RunCheck},
     {.name = "show",
      .usage = "SETUP [WHERE...]",
      .fewest = 1,
