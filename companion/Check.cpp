@@ -48,6 +48,10 @@ bool NamesNoParameter(LineDefect defect) {
 }
 
 void TellReaderDefect(Findings& findings, const FileDefect& defect) {
+  if (findings.Full()) {
+    findings.CountUntold();
+    return;
+  }
   const Severity severity = PreventsOpening(defect.reason) ? Severity::PreventsOpening : Severity::Lost;
   const std::u16string message(DefectText(defect.reason, findings.language()));
   if (NamesNoParameter(defect.reason)) {
@@ -106,7 +110,10 @@ std::size_t LinesThatPreventOpening(std::string_view model, std::string_view byt
 }
 
 std::string LikelierModel(std::string_view bytes, Language language) {
-  std::string likelier;
+  std::string likelier = ModelByItems(bytes, language);
+  if (!likelier.empty()) {
+    return likelier;
+  }
   std::size_t fewest = 0;
   for (const std::string_view model : Models) {
     const std::size_t lines = LinesThatPreventOpening(model, bytes, language);
@@ -119,47 +126,27 @@ std::string LikelierModel(std::string_view bytes, Language language) {
 }
 
 // A damaged line of the smaller model may be a good one of the larger: then the file opens as the wrong one.
-void CheckModel(Findings& findings, const LaidLines& lines) {
+void CheckModel(Findings& findings, const LaidLines& lines, std::string_view bytes) {
   const CheckedFile& checked = findings.result();
-  const ParamTextRecord* field = FindTextRecord("P", 0, "PILC");
-  const std::u16string own(field == nullptr ? u"" : TrimRight(field->Value));
-  const std::string named = ModelOfName(PathOf(checked.file));
   if (checked.finding.basis == ModelBasis::Asked) {
     return;
   }
   const std::u16string model = Widen(checked.model);
-  if (!own.empty() && own != model && std::ranges::find(Models, Narrow(own)) != Models.end()) {
-    const ParameterRef ref{"P", 0, "PILC"};
-    findings.TellParameter(ref, lines.Of(ref, own), CheckReason::OtherModel, Severity::Doubtful,
+  const ParamTextRecord* field = FindTextRecord("P", 0, "PILC");
+  const std::u16string own(field == nullptr ? u"" : TrimRight(field->Value));
+  if (own != model && std::ranges::find(Models, Narrow(own)) != Models.end()) {
+    findings.TellParameter({"P", 0, "PILC"}, lines.Of({"P", 0, "PILC"}, own), CheckReason::OtherModel,
+                           Severity::Doubtful,
                            findings.Words(Phrase::CheckOtherModelField, {{u"MODEL", model}}));
   }
-  if (!named.empty() && named != checked.model) {
-    findings.TellLine(
-        0, {}, CheckReason::OtherModel, Severity::Doubtful,
-        findings.Words(Phrase::CheckOtherModelName, {{u"NAMED", Widen(named)}, {u"MODEL", model}}));
-  }
-}
-
-// --- What a save and another open would not keep
-
-void CheckSaveAndOpen(Findings& findings, const LaidLines& lines, const WholeSetUp& initial) {
-  const std::string saved = ParamFileBytes();
-  WholeSetUp again = initial;
-  if (!WithSetUp(again, [&] { return LoadParamBytes(saved); })) {
-    findings.TellLine(0, {}, CheckReason::NotKept, Severity::Lost, findings.Words(Phrase::CheckSavedNotOpen));
-    return;
-  }
-  if (again.store == ParamStore) {
-    return;
-  }
-  ForEachParameter([&](const ParameterRef& ref, const StoredParameter&) {
-    const std::optional<StoredValue> before = ValueOf(ref);
-    const std::optional<StoredValue> after = WithSetUp(again, [&] { return ValueOf(ref); });
-    if (before != after) {
-      findings.TellParameter(ref, lines.Of(ref, RawText(*before)), CheckReason::NotKept, Severity::Lost,
-                             findings.Words(Phrase::CheckNotKept));
+  const auto tell = [&](Phrase phrase, std::string_view other) {
+    if (!other.empty() && other != checked.model) {
+      findings.TellLine(0, {}, CheckReason::OtherModel, Severity::Doubtful,
+                        findings.Words(phrase, {{u"OTHER", Widen(other)}, {u"MODEL", model}}));
     }
-  });
+  };
+  tell(Phrase::CheckOtherModelName, ModelOfName(PathOf(checked.file)));
+  tell(Phrase::CheckOtherModelItems, ModelByItems(bytes, findings.language()));
 }
 
 // --- The order of the steps
@@ -189,10 +176,12 @@ void CheckInForce(Findings& findings, std::string_view bytes, const WholeSetUp& 
     }
   }
   UpdateUserUnitNames();
-  CheckModel(findings, lines);
+  CheckModel(findings, lines, bytes);
   check::CheckValues(findings, lines, initial.store);
   check::CheckFormulas(findings, lines, initial.store);
-  CheckSaveAndOpen(findings, lines, initial);
+  if (checked.opens) {
+    check::CheckSaveAndOpen(findings, lines, initial);
+  }
 }
 
 } // namespace
@@ -315,11 +304,41 @@ void Findings::TellParameter(const ParameterRef& ref, const SetBy& at, CheckReas
        .value = Hides(ref, at.value) ? std::nullopt : std::optional(ShownValue(at.value))});
 }
 
+void CheckSaveAndOpen(Findings& findings, const LaidLines& lines, const WholeSetUp& initial) {
+  const std::string saved = ParamFileBytes();
+  WholeSetUp again = initial;
+  std::vector<FileDefect> prevent;
+  const auto hear = [&](const FileDefect& defect) {
+    if (PreventsOpening(defect.reason)) {
+      prevent.push_back(defect);
+    }
+  };
+  if (!WithSetUp(again, [&] { return LoadParamBytes(saved, hear); })) {
+    const FileDefect& first = prevent.front();
+    const std::u16string message = findings.Words(
+        Phrase::CheckSavedNotOpen,
+        {{u"KEY", ShownKey(first.key)}, {u"REASON", DefectText(first.reason, findings.language())}});
+    findings.TellLine(0, {}, CheckReason::NotKept, Severity::Lost, message);
+    return;
+  }
+  if (again.store == ParamStore) {
+    return;
+  }
+  ForEachParameter([&](const ParameterRef& ref, const StoredParameter&) {
+    const std::optional<StoredValue> before = ValueOf(ref);
+    const std::optional<StoredValue> after = WithSetUp(again, [&] { return ValueOf(ref); });
+    if (before != after) {
+      findings.TellParameter(ref, lines.Of(ref, RawText(*before)), CheckReason::NotKept, Severity::Lost,
+                             findings.Words(Phrase::CheckNotKept));
+    }
+  });
+}
+
 void Findings::Add(CheckDefect defect) {
-  if (result_.defects.size() < most_) {
-    result_.defects.push_back(std::move(defect));
+  if (Full()) {
+    CountUntold();
   } else {
-    ++result_.untold;
+    result_.defects.push_back(std::move(defect));
   }
 }
 

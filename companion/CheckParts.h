@@ -34,6 +34,9 @@ public:
   [[nodiscard]] CheckedFile& result() { return result_; }
   [[nodiscard]] Language language() const { return speech_.language; }
   void TellAtMost(std::size_t most) { most_ = most; }
+  // Whether no more is told; what is told all the same is counted. Asked where there may be millions.
+  [[nodiscard]] bool Full() const { return result_.defects.size() >= most_; }
+  void CountUntold() { ++result_.untold; }
 
   // Of the file as a whole, or of a line of which no parameter is known.
   void TellLine(std::size_t line, std::u16string key, CheckReason reason, Severity severity,
@@ -106,5 +109,10 @@ private:
 // What stands in the store in force other than in the initial settings `initial`.
 void CheckValues(Findings& findings, const LaidLines& lines, const ParamStoreTable& initial);
 void CheckFormulas(Findings& findings, const LaidLines& lines, const ParamStoreTable& initial);
+
+// --- The set-up as a whole (Check.cpp)
+
+// What the store in force would not keep through a save and an open.
+void CheckSaveAndOpen(Findings& findings, const LaidLines& lines, const WholeSetUp& initial);
 
 } // namespace loader::check

@@ -152,7 +152,8 @@ private:
       return !IsMeasuringChannel(ref.item) || IsKind(value); // an operation channel has no kind
     }
     const ChoiceList* other = row.meaning.otherChoices;
-    return RowOfValue(list, value) || (other != nullptr && RowOfValue(*other, value));
+    return row.meaning.alsoTyped || RowOfValue(list, value) ||
+           (other != nullptr && RowOfValue(*other, value));
   }
 
   void CheckField(const ParameterRef& ref, const ParamNumRecord& record, const NumberRule& rule) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <set>
 #include <utility>
@@ -287,6 +288,20 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   }
   const std::string model = ModelOfName(file);
   return model.empty() ? ModelFinding{ModelBasis::Both, {}} : ModelFinding{ModelBasis::FileName, model};
+}
+
+std::string ModelByItems(std::string_view bytes, Language language) {
+  constexpr std::size_t OneIn = 10; // items may differ
+  const ItemSet named = ItemsNamedBy(bytes);
+  for (const std::string_view model : Models) {
+    const ItemSet items = ItemsOf(InitialSetUp(model, language).store);
+    std::vector<std::string> different;
+    std::ranges::set_symmetric_difference(named, items, std::back_inserter(different));
+    if (different.size() * OneIn <= items.size()) {
+      return std::string(model);
+    }
+  }
+  return {};
 }
 
 std::string ModelOfName(const std::filesystem::path& file) {
