@@ -277,6 +277,22 @@ bool HoldsKeyOfSecret(std::u16string_view value) {
   return false;
 }
 
+// Whether a line whose parameter is not known begins as a line does. One that does not may be the rest of
+// another one: of a password, behind a line end that got into it.
+bool LooksLikeKey(std::u16string_view key) {
+  constexpr std::size_t TagColumn = 3;
+  if (key == u"LOADER") {
+    return true;
+  }
+  const auto letter = [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); };
+  const auto ofTag = [](char16_t c) { return (c >= u'A' && c <= u'Z') || IsDigit(c) || c > u'~'; };
+  if (key.size() <= TagColumn || !letter(key[0])) {
+    return false;
+  }
+  const int digits = (IsDigit(key[1]) ? 1 : 0) + (IsDigit(key[2]) ? 1 : 0);
+  return digits == 2 || (digits == 1 && std::ranges::all_of(key.substr(TagColumn), ofTag));
+}
+
 } // namespace
 
 bool Findings::Hides(const ParameterRef& ref, std::u16string_view value) const {
@@ -286,7 +302,7 @@ bool Findings::Hides(const ParameterRef& ref, std::u16string_view value) const {
 void Findings::TellLine(std::size_t line, std::u16string key, CheckReason reason, Severity severity,
                         std::u16string message) {
   Add({.line = line,
-       .key = std::move(key),
+       .key = speech_.secrets || LooksLikeKey(key) ? std::move(key) : std::u16string(),
        .reason = reason,
        .severity = severity,
        .message = std::move(message)});

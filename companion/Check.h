@@ -68,8 +68,9 @@ enum class CheckReason {
 [[nodiscard]] std::string_view SeverityWord(Severity severity);
 
 struct CheckDefect {
-  std::size_t line = 0;    // from 1; 0: the file as a whole, or a parameter that no line sets
-  std::u16string key = {}; // as the file has it, cut behind the columns of a key
+  std::size_t line = 0; // from 1; 0: the file as a whole, or a parameter that no line sets
+  std::u16string key =
+      {}; // as the file has it, cut behind the columns of a key; empty for what looks like none
   CheckReason reason = CheckReason::NoComma;
   Severity severity = Severity::PreventsOpening;
   std::u16string message = {};

@@ -1,5 +1,7 @@
 // The formulas of the operation channels: words that stand for nothing, inputs that the model does not have,
 // and what the screen of a formula refuses.
+#include <utility>
+
 #include "companion/CheckParts.h"
 #include "core/Text.h"
 #include "core/modIni.h"
@@ -32,17 +34,23 @@ private:
   [[nodiscard]] ParameterRef RefOf(std::string_view stem, int term) const {
     return {std::string(Section), item_, std::string(stem) + std::to_string(formula_) + std::to_string(term)};
   }
+  // A word that is outside of its limits (which those of the functions and kinds of inputs are) is told as
+  // that.
+  void TellWord(const ParameterRef& ref, CheckReason reason, std::u16string message) {
+    const ParamNumRecord* record = FindNumRecord(ref.section, ref.item, ref.tag);
+    if (record != nullptr && record->Value >= record->MinValue && record->Value <= record->MaxValue) {
+      Tell(ref, reason, std::move(message));
+    }
+  }
   void Tell(const ParameterRef& ref, CheckReason reason, std::u16string message) {
     const std::u16string value = DecimalText(NumValue(ref.section, ref.item, ref.tag));
     findings_.TellParameter(ref, lines_.Of(ref, value), reason, Severity::Doubtful, std::move(message));
   }
 
   void CheckTerm(const FormulaTerm& term) {
-    const bool function = CatalogueEntry(FunctionList, term.Func) != nullptr;
-    if (!function || CatalogueEntry(OperatorList, term.Rule) == nullptr) {
-      Tell(RefOf("OP", term_), CheckReason::FormulaWord,
-           findings_.Words(function ? Phrase::CheckNoSuchRule : Phrase::CheckNoSuchFunction,
-                           {{u"NUMBER", DecimalText(function ? term.Rule : term.Func)}}));
+    if (CatalogueEntry(OperatorList, term.Rule) == nullptr) {
+      TellWord(RefOf("OP", term_), CheckReason::FormulaWord,
+               findings_.Words(Phrase::CheckNoSuchRule, {{u"NUMBER", DecimalText(term.Rule)}}));
     }
     if (term.TextLen == 0) {
       return;
@@ -61,8 +69,9 @@ private:
 
   void CheckInput(std::string_view stem, const TermInput& input) {
     if (RowOfInput(input) < 0) {
-      Tell(RefOf(stem, term_), CheckReason::NoSuchReference,
-           findings_.Words(Phrase::CheckNoSuchTermInput, {{u"INPUT", InputName(input.kind, input.number)}}));
+      TellWord(
+          RefOf(stem, term_), CheckReason::NoSuchReference,
+          findings_.Words(Phrase::CheckNoSuchTermInput, {{u"INPUT", InputName(input.kind, input.number)}}));
     }
   }
 

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t KeyColumns = 7; // letter, two digits, tag
 constexpr std::size_t TagColumn = 3;
+constexpr std::size_t MostLooked = 1000; // bytes of a value that is shown: it is cut anyway
 
 constexpr bool IsControl(char byte) {
   const auto code = static_cast<unsigned char>(byte);
@@ -119,10 +120,19 @@ public:
 private:
   void CheckControls(std::string_view line) {
     const auto control = std::ranges::find_if(line, IsControl);
-    if (control != line.end()) {
-      findings_.TellLine(number_, ShownKey(line.substr(0, line.find(','))), CheckReason::ControlCharacter,
-                         Severity::Doubtful,
-                         findings_.Words(Phrase::CheckControlCharacter, {{u"BYTE", HexOf(*control)}}));
+    if (control == line.end()) {
+      return;
+    }
+    const std::size_t comma = line.find(',');
+    const std::string_view key = line.substr(0, comma);
+    const std::u16string message =
+        findings_.Words(Phrase::CheckControlCharacter, {{u"BYTE", HexOf(*control)}});
+    const auto ref = RefOfKey(key);
+    if (comma != std::string_view::npos && ref && ValueOf(*ref)) {
+      const SetBy at{number_, ShownKey(key), FromCodePage(line.substr(comma + 1, MostLooked))};
+      findings_.TellParameter(*ref, at, CheckReason::ControlCharacter, Severity::Doubtful, message);
+    } else {
+      findings_.TellLine(number_, ShownKey(key), CheckReason::ControlCharacter, Severity::Doubtful, message);
     }
   }
 

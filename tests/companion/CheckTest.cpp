@@ -177,6 +177,9 @@ TEST_F(Checks, NeverTellASecret) {
            "K00PASS\tgeheim",               //
            "K00UNAM,nobody0K00PASS,geheim", // two lines in one
            "J00SDAD,K00PASS,geheim,K00PASS,geheim0123456789012345678901234567890123456789",
+           "K00PASS,\r\ngeheim",
+           "K00PASS,\r\ngeheim,x",
+           "K00PASS,g1\r\nx1geheim", //
            "H00PAS1,geheim",
        }) {
     const std::string bytes = "LOADER ,V210\r\n" + std::string(line) + "\r\n" + line + "\r\n";

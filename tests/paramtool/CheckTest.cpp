@@ -77,7 +77,7 @@ const std::vector<DefectCase>& Cases() {
       {"O02S211,", "O02S211,1283", NoSuchReference, Doubtful, "O02S211"},
       {"C12TYPE,", "C12TYPE,32", KindsCannotPair, Doubtful, "C12TYPE"},
       {"O00OP11,", "O00OP11,9", FormulaWord, Doubtful, "O00OP11"},
-      {"O01OP11,", "O01OP11,3585", FormulaWord, Doubtful, "O01OP11", false},
+      {"O01OP11,", "O01OP11,3585", OutsideLimits, Doubtful, "O01OP11"},
       {"O00OP12,", "O00OP12,0", NoRule, Doubtful, "O00OP12"},
       {"O07OP12,", "O07OP12,3073", TwoAverages, Doubtful, "O07OP12"},
       {"P00PILC,", "P00PILC,RUG", OtherModel, Doubtful, "P00PILC"},
