@@ -164,6 +164,9 @@ void CheckInForce(Findings& findings, std::string_view bytes, const WholeSetUp& 
     if (PreventsOpening(defect.reason)) {
       bad.Add(defect.line);
     }
+    if (!NamesNoParameter(defect.reason) && !bad.TooMany()) {
+      lines.TakeBad(defect);
+    }
   };
   checked.opens = LoadParamBytes(bytes, hear, [&](const LaidLine& line) { lines.Take(line); });
   lines.Finish();

@@ -244,6 +244,13 @@ void LaidLines::Take(const LaidLine& line) {
   places_[laid] = {line.line, std::string(line.key), std::string(line.bytes), older};
 }
 
+void LaidLines::TakeBad(const FileDefect& defect) {
+  named_.push_back(PackedKey(defect.section, defect.item, defect.tag));
+  if (const auto own = RefOfKey(defect.key)) { // an older one
+    named_.push_back(PackedKey(own->section, own->item, own->tag));
+  }
+}
+
 void LaidLines::CheckKey(const LaidLine& line, const SetBy& at) {
   if (!IsUsualKey(line.key)) {
     const ParameterRef ref{std::string(line.section), line.item, std::string(line.tag)};

@@ -77,6 +77,8 @@ class LaidLines {
 public:
   explicit LaidLines(Findings& findings) : findings_(findings) {}
   void Take(const LaidLine& line);
+  // A line that names a parameter and could not be laid.
+  void TakeBad(const FileDefect& defect);
   // Older keys and parameters that no line names, when all lines were taken.
   void Finish();
   // The line that sets a parameter, or line 0 with the parameter's own key.

@@ -126,6 +126,12 @@ TEST_F(Checks, CountWhatTheFileDoesNotName) {
   EXPECT_EQ(checked.missing.size(), all - 3) << "TTSM is named, and TSTR is set by it";
 }
 
+TEST_F(Checks, CountNoParameterWhoseLineIsBad) {
+  const std::size_t good = Checked("LOADER ,V210\r\nC00FILT,2\r\nE00TTSM,5\r\nE00TSTR,5\r\n").missing.size();
+  const std::size_t bad = Checked("LOADER ,V210\r\nC00FILT,x\r\nE00TTSH,600\r\nE00TTSM,5\r\n").missing.size();
+  EXPECT_EQ(bad, good - 1) << "TTSH is named";
+}
+
 TEST_F(Checks, SeeTheValuesBehindALineThatPreventsOpening) {
   const CheckedFile checked = Checked("LOADER ,V210\r\nC00TYPE\r\nC00FILT,99x\r\nC01FILT,100\r\n");
   EXPECT_FALSE(checked.opens);
