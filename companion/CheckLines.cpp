@@ -237,7 +237,7 @@ void LaidLines::Take(const LaidLine& line) {
   CheckValue(line, at, older);
   const std::uint64_t laid = PackedKey(line.section, line.item, line.tag);
   if (older) {
-    renamed_.push_back({line.line, laid, findings_.result().olderKeys.size()});
+    renamed_.push_back({laid, findings_.result().olderKeys.size()});
     findings_.result().olderKeys.push_back({line.line, at.key, today, false});
     named_.push_back(PackedKey(section, line.item, tag));
   }
@@ -293,8 +293,7 @@ void LaidLines::CheckValue(const LaidLine& line, const SetBy& at, bool older) {
 void LaidLines::Finish() {
   std::vector<OlderKey>& notes = findings_.result().olderKeys;
   for (const Renamed& renamed : renamed_) {
-    const Place& place = places_.at(renamed.laid);
-    notes[renamed.note].superseded = !place.older && place.line > renamed.line;
+    notes[renamed.note].superseded = !places_.at(renamed.laid).older; // the last line that sets it
   }
   std::ranges::sort(named_);
   ForEachParameter([&](const ParameterRef& ref, const StoredParameter&) {

@@ -98,7 +98,6 @@ private:
   Findings& findings_;
   std::unordered_map<std::uint64_t, Place> places_; // by the parameter that was laid
   struct Renamed {
-    std::size_t line;
     std::uint64_t laid;
     std::size_t note; // in olderKeys
   };

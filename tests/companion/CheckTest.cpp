@@ -66,7 +66,7 @@ TEST_F(Checks, OfABinaryFileAnEmptyOneAndOtherEncodingsSaySo) {
 
   const CheckedFile utf8 = Checked("LOADER ,V210\r\nC00TAG ,\xE7\x82\x89\xE6\xB8\xA9\r\n");
   EXPECT_TRUE(utf8.opens);
-  EXPECT_EQ(utf8.defects.front().reason, CheckReason::Utf8);
+  EXPECT_EQ(Reasons(utf8), R{CheckReason::Utf8});
   const CheckedFile marked = Checked("\xEF\xBB\xBFLOADER ,V210\r\nC00TYPE,2\r\n");
   EXPECT_FALSE(marked.opens);
   EXPECT_EQ(Reasons(marked), (R{CheckReason::Utf8, CheckReason::ItemIsNoNumber, CheckReason::NoHead}));

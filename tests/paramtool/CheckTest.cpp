@@ -153,7 +153,27 @@ TEST_F(CheckedPlants, WithOneDefectTellIt) {
   }
 }
 
-// Defects that only several lines make, or that are no one line's.
+TEST_F(CheckedPlants, WithWhatTheWindowTakesTellNothing) {
+  for (const DefectCase& change : std::vector<DefectCase>{
+           {"O02OP11,", "O02OP11,2048", NoRule, Doubtful, ""}, // the rule of a first term is never printed
+           {"C16RMAX,", "C16RMAX,6000", OutsideField, Doubtful, ""},  // a channel that measures nothing
+           {"C18RMAX,", "C18RMAX,32000", OutsideField, Doubtful, ""}, // an operation channel has no kind
+           {"K00UNAM,", "K00UNAM,a,b", CommaInText, Doubtful, ""},
+           {"H00SHOU,", "H00SHOU,45", OutsideList, Doubtful, ""},         // typed
+           {"H00BETU,", "H00BETU,8", OutsideList, Doubtful, ""},          // of the other generation's list
+           {"M08MTM2,", "M08MTM2,30", NoSuchReference, Doubtful, ""},     // without a meaning
+           {"G00GC01,", "G00GC01,-32768", NoSuchReference, Doubtful, ""}, // no channel, and none is meant
+           {"C03TYPE,", "C03TYPE,40", KindsCannotPair, Doubtful, ""},
+           {"C00TAG ,", "C00TAG ,\x81\x45\xA5", NoCharacter, Lost, ""}, // both middle dots
+       }) {
+    const CheckedFile checked = Checked(Changed(kov_, change), "KOV");
+    EXPECT_TRUE(checked.opens);
+    for (const CheckDefect& defect : checked.defects) {
+      ADD_FAILURE() << change.line << ": " << ToUtf8(defect.key + u": " + defect.message);
+    }
+  }
+}
+
 TEST_F(CheckedPlants, OfTheOtherModelAreHeldAgainstItsLists) {
   const auto only = [&](const DefectCase& change) {
     const CheckedFile checked = Checked(Changed(rug_, change), "RUG");
