@@ -108,6 +108,7 @@ struct Meaning {
   Sense sense;
   const ChoiceList* choices = nullptr;      // Choice, Colour
   const ChoiceList* otherChoices = nullptr; // a second list for the same number, of another generation
+  bool alsoTyped = false; // a screen has an edit field over it too: any number within the record's limits
   NumberRule number = {};
   TextKind text = {};
   // Choices that another parameter of the item decides: by its value; nullptr: it has no meaning there.

@@ -109,6 +109,7 @@ struct Command {
 [[nodiscard]] std::u16string CommandHelp(const Command& command, Language language);
 
 // Each stands in the file of its name, with its options.
+[[nodiscard]] Exit RunCheck(Call& call);
 [[nodiscard]] Exit RunShow(Call& call);
 [[nodiscard]] Exit RunCompare(Call& call);
 [[nodiscard]] Exit RunConvert(Call& call);
