@@ -16,7 +16,11 @@ constexpr std::array<OptionRow, 4> EveryCommand{{
     {"model", Phrase::OptionModel, "KOV|RUG"},
 }};
 
-constexpr std::array<Command, 1> Table{{
+constexpr std::array<OptionRow, 1> ReadOptions{{
+    {"o,output", Phrase::OptionOutput, "FILE"},
+}};
+
+constexpr std::array<Command, 2> Table{{
     {.name = "show",
      .usage = "SETUP [WHERE...]",
      .fewest = 1,
@@ -28,6 +32,17 @@ constexpr std::array<Command, 1> Table{{
                  "paramtool show default:RUG C02MMAX --json",
      .options = {},
      .run = RunShow},
+    {.name = "read",
+     .usage = "DEVICE -o FILE",
+     .fewest = 1,
+     .most = 1,
+     .summary = Phrase::ReadSummary,
+     .help = Phrase::ReadHelp,
+     .examples = "paramtool read tcp:192.168.1.20 -o furnace.KOV\n"
+                 "paramtool read tcp:logger7.plant:1502 -o logger7.RUG --lang en\n"
+                 "paramtool read serial:/dev/ttyUSB0@9600#3 -o line3.KOV --json",
+     .options = ReadOptions,
+     .run = RunRead},
 }};
 
 } // namespace
