@@ -76,25 +76,6 @@ void TakeAddress(const SetUpAddress& address) {
   Settings.RecorderIpAddress = address.where;
 }
 
-// Adds each block that comes to `blocks` while it stands, beside whoever watches.
-class KeepBlocks {
-public:
-  explicit KeepBlocks(std::vector<SectionBlock>& blocks) : before_(WatchOfTransfers.whole) {
-    WatchOfTransfers.whole = [&blocks](const WholeBlock& block) {
-      const ParamSection& section = ParamStore.at(block.section);
-      blocks.push_back({std::string(Trim(section.Code)),
-                        section.BaseAddress + block.registerOffset,
-                        {block.bytes.begin(), block.bytes.end()}});
-    };
-  }
-  ~KeepBlocks() { WatchOfTransfers.whole = std::move(before_); }
-  KeepBlocks(const KeepBlocks&) = delete;
-  KeepBlocks& operator=(const KeepBlocks&) = delete;
-
-private:
-  std::function<void(const WholeBlock&)> before_;
-};
-
 [[noreturn]] void Refuse(Phrase phrase, const RecorderLine& line, std::u16string_view model,
                          std::u16string_view other, std::u16string_view box) {
   throw Undone{Say(phrase, line.language,
@@ -122,7 +103,32 @@ RecorderThere Identify(const RecorderLine& line, const LineInUse& link, const st
   return there;
 }
 
+// Section S lies at the same place in both models too, and is no part of a set-up.
+bool IsBusy(const RecorderLine& line, const LineInUse& link) {
+  WholeSetUp either = InitialSetUp("KOV", line.language);
+  const TransferResult state = WithSetUp(either, CheckState);
+  if (state.end != TransferEnd::RecorderBusy) {
+    link.RequireDone(state);
+  }
+  return state.end == TransferEnd::RecorderBusy;
+}
+
 } // namespace
+
+KeepBlocks::KeepBlocks(std::vector<SectionBlock>& blocks, bool written) : before_(WatchOfTransfers.whole) {
+  WatchOfTransfers.whole = [&blocks, written](const WholeBlock& block) {
+    if (block.writing != written) {
+      return;
+    }
+    const ParamSection& section = ParamStore.at(block.section);
+    blocks.push_back({std::string(Trim(section.Code)),
+                      section.BaseAddress + block.registerOffset,
+                      {block.bytes.begin(), block.bytes.end()}});
+  };
+}
+KeepBlocks::~KeepBlocks() {
+  WatchOfTransfers.whole = std::move(before_);
+}
 
 struct LineInUse::Inside {
   explicit Inside(const SetUpAddress& address) {
@@ -188,16 +194,19 @@ void LineInUse::RequireNothingSwallowed() const {
   }
 }
 
-RecorderRead ReadRecorder(const RecorderLine& line, const std::string& asked) {
+RecorderRead ReadRecorder(const RecorderLine& line, const std::string& asked, AskState state) {
   static_cast<void>(InitialSetUp("KOV", line.language)); // nothing is looked for while the recorder waits
   LineInUse link(line);
   link.Open();
   FlowFrame frame(NoWindow);
   RecorderRead read;
   read.recorder = Identify(line, link, asked);
+  if (state == AskState::Yes) {
+    read.busy = IsBusy(line, link);
+  }
   read.setUp = InitialSetUp(read.recorder.model, line.language);
   const SetUpInForce inForce(read.setUp);
-  const KeepBlocks keep(read.blocks);
+  const KeepBlocks keep(read.blocks, false);
   TransferResult result = ReadAll();
   TellCheck(result);
   link.RequireDone(result);

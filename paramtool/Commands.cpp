@@ -20,7 +20,14 @@ constexpr std::array<OptionRow, 1> ReadOptions{{
     {"o,output", Phrase::OptionOutput, "FILE"},
 }};
 
-constexpr std::array<Command, 2> Table{{
+constexpr std::array<OptionRow, 4> WriteOptions{{
+    {"yes", Phrase::OptionYes},
+    {"backup", Phrase::OptionBackup, "FILE"},
+    {"no-backup", Phrase::OptionNoBackup},
+    {"store", Phrase::OptionStore},
+}};
+
+constexpr std::array<Command, 3> Table{{
     {.name = "show",
      .usage = "SETUP [WHERE...]",
      .fewest = 1,
@@ -43,6 +50,17 @@ constexpr std::array<Command, 2> Table{{
                  "paramtool read serial:/dev/ttyUSB0@9600#3 -o line3.KOV --json",
      .options = ReadOptions,
      .run = RunRead},
+    {.name = "write",
+     .usage = "FILE DEVICE",
+     .fewest = 2,
+     .most = 2,
+     .summary = Phrase::WriteSummary,
+     .help = Phrase::WriteHelp,
+     .examples = "paramtool write furnace.KOV tcp:192.168.1.20\n"
+                 "paramtool write furnace.KOV tcp:192.168.1.20 --yes --store\n"
+                 "paramtool write line3.KOV serial:/dev/ttyUSB0#3 --yes --backup before.KOV --json",
+     .options = WriteOptions,
+     .run = RunWrite},
 }};
 
 } // namespace
