@@ -64,6 +64,26 @@ WriteFate FateByRule(int generation, const TagWrite& rule, const ParameterRef& r
   return WhenItGoes(generation, ref);
 }
 
+// The tag whose value a rule puts at that byte of an item.
+std::string TagAtFixedByte(const SectionWrite& layout, int byte) {
+  for (const TagWrite& rule : layout.tags) {
+    const bool fixed = rule.rule == WriteRule::AtByte || rule.rule == WriteRule::TotalKind;
+    const bool two = rule.rule == WriteRule::HoursThenMinutes;
+    if ((fixed && rule.argument == byte) || (two && (rule.argument == byte || rule.argument + 2 == byte))) {
+      return std::string(rule.tag);
+    }
+  }
+  return {};
+}
+
+// Whether another parameter is written where this one stands in today's layout.
+bool IsOverlaid(const SectionWrite& layout, const StoredParameter& found) {
+  const int byte = 2 * (found.number != nullptr ? found.number->WordOffset : found.text->WordOffset);
+  return !TagAtFixedByte(layout, byte).empty() ||
+         (layout.oldTotalizer &&
+          std::ranges::find(OldTotalizerWords, byte, &OldTotalizerWord::byte) != OldTotalizerWords.end());
+}
+
 // --- Blocks
 
 const SectionBlock* FindBlock(std::span<const SectionBlock> blocks, std::string_view section) {
@@ -97,18 +117,6 @@ void ReadAgain(const ReadPlan& plan, std::span<const SectionBlock> present,
 }
 
 // --- Owners of registers
-
-// The tag whose value a rule puts at that byte of an item.
-std::string TagAtFixedByte(const SectionWrite& layout, int byte) {
-  for (const TagWrite& rule : layout.tags) {
-    const bool fixed = rule.rule == WriteRule::AtByte || rule.rule == WriteRule::TotalKind;
-    const bool two = rule.rule == WriteRule::HoursThenMinutes;
-    if ((fixed && rule.argument == byte) || (two && (rule.argument == byte || rule.argument + 2 == byte))) {
-      return std::string(rule.tag);
-    }
-  }
-  return {};
-}
 
 bool StandsAtItsPlace(const TagWrite& rule) {
   return rule.rule != WriteRule::Untouched && rule.rule != WriteRule::AtByte &&
@@ -194,7 +202,12 @@ WriteFate FateOfWrite(int generation, const ParameterRef& ref) {
   if (GoesWithTotalKind(layout, ref)) {
     return WriteFate::Mapped;
   }
-  return FateByRule(generation, RuleOfRecord(layout, ref.tag, FindParameter(ref).text != nullptr), ref);
+  const StoredParameter found = FindParameter(ref);
+  const TagWrite rule = RuleOfRecord(layout, ref.tag, found.text != nullptr);
+  if (rule.rule == WriteRule::Untouched && IsOverlaid(layout, found)) {
+    return WriteFate::Overlaid;
+  }
+  return FateByRule(generation, rule, ref);
 }
 
 WriteForecast ForecastWrite(WholeSetUp& setUp, RecorderRead& present) {

@@ -20,6 +20,7 @@ enum class WriteFate {
   NoSection,   // the firmware does not have the section: not written
   NoItem,      // the firmware has fewer items: not written
   NotWritten,  // the recorder keeps what it has
+  Overlaid,    // its register is another parameter's in this firmware
   Zero,        // 0 goes in its place
   Default,     // the default goes in its place
   Limited,     // beyond the firmware's limit: 0 goes in its place

@@ -133,9 +133,14 @@ KeepBlocks::~KeepBlocks() {
 struct LineInUse::Inside {
   explicit Inside(const SetUpAddress& address) {
     platform.winSock.onFailure = [] { StopTimer(WaitTimer); };
+    // What a USB call that failed has brought is the exchange before: nothing goes on from there.
+    WatchOfTransfers.mayGo = [this](const BlockStep& step) {
+      return !Swallowed() && (!mayGo || mayGo(step));
+    };
     TakeAddress(address);
   }
   ~Inside() {
+    WatchOfTransfers.mayGo = mayGo;
     platform.winSock.onFailure = {};
     SetPlatform(before);
     Settings = settings;
@@ -143,7 +148,10 @@ struct LineInUse::Inside {
   Inside(const Inside&) = delete;
   Inside& operator=(const Inside&) = delete;
 
+  [[nodiscard]] bool Swallowed() const { return UsbFailuresTakenForSuccess != swallowed; }
+
   CommSettings settings = Settings;
+  std::function<bool(const BlockStep&)> mayGo = WatchOfTransfers.mayGo;
   BareBoxes boxes;
   Platform platform = WithParts(ThePlatform(), {.boxes = &boxes});
   Platform* before = SetPlatform(&platform);
@@ -164,6 +172,9 @@ void LineInUse::Open() {
 std::u16string LineInUse::Reason(const TransferResult& result) const {
   const bool stopped = line_.stopped && line_.stopped();
   const FailedRequest& request = result.request;
+  if (inside_->Swallowed()) {
+    return std::u16string(PhraseText(Phrase::ExchangeSwallowed, line_.language));
+  }
   const std::u16string code(
       PhraseText(stopped ? Phrase::CodeStopped : CodePhrase(request.code), line_.language));
   std::u16string reason = Say(EndPhrase(result), line_.language,
@@ -187,8 +198,12 @@ void LineInUse::RequireDone(const TransferResult& result) const {
   }
 }
 
+bool LineInUse::HasSwallowed() const {
+  return inside_->Swallowed();
+}
+
 void LineInUse::RequireNothingSwallowed() const {
-  if (UsbFailuresTakenForSuccess != inside_->swallowed) {
+  if (inside_->Swallowed()) {
     throw Undone{line_.address.text + u": " +
                  std::u16string(PhraseText(Phrase::ExchangeSwallowed, line_.language))};
   }

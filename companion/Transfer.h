@@ -74,6 +74,7 @@ public:
   void RequireDone(const TransferResult& result) const;
   // Undone when an exchange has failed and counted as success: what was read is not the recorder's.
   void RequireNothingSwallowed() const;
+  [[nodiscard]] bool HasSwallowed() const;
 
 private:
   struct Inside;

@@ -29,7 +29,7 @@ bool Write(const RecorderLine& line, std::vector<SectionBlock>& written, WriteOu
   const TransferResult result = WriteSetUp(
       NoWindow, {.whileOpen = [](const TransferResult& ended) { TellCheck(ended); }, .whenClosed = {}});
   outcome.sections = result.sections;
-  if (result.end == TransferEnd::Done) {
+  if (result.end == TransferEnd::Done && !link.HasSwallowed()) {
     return true;
   }
   if (result.end == TransferEnd::LinkNotOpened) {
@@ -39,7 +39,7 @@ bool Write(const RecorderLine& line, std::vector<SectionBlock>& written, WriteOu
     ShowMessage(LoadText(20107));
   }
   outcome.reason = line.address.text + u": " + link.Reason(result);
-  outcome.end = MayHaveWritten(result) ? WriteEnd::Mixture : WriteEnd::NotWritten;
+  outcome.end = MayHaveWritten(result) || link.HasSwallowed() ? WriteEnd::Mixture : WriteEnd::NotWritten;
   return false;
 }
 

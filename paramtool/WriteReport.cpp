@@ -17,10 +17,11 @@ struct FateRow {
   const char* key; // in JSON
   bool inRanges;   // told in ranges, without values: the recorder has no place for any value
 };
-constexpr std::array<FateRow, 10> FateRows{{
+constexpr std::array<FateRow, 11> FateRows{{
     {WriteFate::NoSection, Phrase::LostNoSection, "section", true},
     {WriteFate::NoItem, Phrase::LostNoItem, "item", true},
     {WriteFate::NotWritten, Phrase::LostNotWritten, "notWritten", false},
+    {WriteFate::Overlaid, Phrase::LostOverlaid, "overlaid", false},
     {WriteFate::Zero, Phrase::LostZero, "zero", false},
     {WriteFate::Default, Phrase::LostDefault, "default", false},
     {WriteFate::Limited, Phrase::LostLimited, "limited", false},
