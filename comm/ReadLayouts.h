@@ -220,27 +220,6 @@ inline constexpr GenerationRead ReadLayoutG0{0, ReadSectionsG0, DefaultFilled()}
 
 inline constexpr GenerationRead ReadLayoutPlain{5, {}, {}};
 
-// --- What the tables say of a section and of a tag
-
-[[nodiscard]] constexpr const SectionRead& ReadOfSection(const GenerationRead& generation,
-                                                         std::string_view section) {
-  for (const SectionRead& layout : generation.sections) {
-    if (layout.section == section) {
-      return layout;
-    }
-  }
-  return generation.others;
-}
-[[nodiscard]] constexpr TagRead ReadOfTag(const SectionRead& layout, std::string_view tag,
-                                          ReadRule otherwise) {
-  for (const TagRead& entry : layout.tags) {
-    if (entry.tag == tag) {
-      return entry;
-    }
-  }
-  return {tag, otherwise};
-}
-
 // An older recorder's number of an input kind as today's; `kinds` of them are known.
 [[nodiscard]] constexpr std::int16_t InputKindToday(std::int16_t value, std::size_t kinds) {
   const int index = value - FirstOldInputKind;

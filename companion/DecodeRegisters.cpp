@@ -13,21 +13,6 @@ namespace {
 constexpr std::string_view SameEverywhere = "PFS";
 constexpr int WordsOfTime = 2;
 
-const GenerationRead& LayoutOf(int generation) {
-  switch (generation) {
-  case 0:
-    return ReadLayoutG0;
-  case 1:
-    return ReadLayoutG1;
-  case 2:
-    return ReadLayoutG2;
-  case 3:
-    return ReadLayoutG3;
-  default:
-    return ReadLayoutPlain;
-  }
-}
-
 // The fields of one section, gathered.
 struct SectionFields {
   std::vector<RegisterField>& fields;
@@ -44,7 +29,7 @@ struct SectionFields {
   void AddItem(const ParamItem& records, int item) const {
     for (const ParamTextRecord& record : records.TextRecords) {
       const std::string tag(Trim(record.Tag));
-      if (ReadOfTag(layout, tag, layout.texts).rule != ReadRule::Default) {
+      if (RuleOf(layout, tag, layout.texts).rule != ReadRule::Default) {
         Add(item, record.WordOffset, {code, item, tag}, RegisterSense::Text, (record.ByteLength + 1) / 2,
             record.ByteLength);
       }
@@ -59,7 +44,7 @@ struct SectionFields {
 
   void AddNumber(const ParamNumRecord& record, int item) const {
     const std::string tag(Trim(record.Tag));
-    const TagRead entry = ReadOfTag(layout, tag, layout.numbers);
+    const TagRead entry = RuleOf(layout, tag, layout.numbers);
     const ParameterRef ref{code, item, tag};
     switch (entry.rule) {
     case ReadRule::Plain:
@@ -116,12 +101,13 @@ std::u16string TextOfBytes(const std::vector<std::uint16_t>& registers, int byte
 } // namespace
 
 std::vector<RegisterField> FieldsOfGeneration(int generation) {
-  const GenerationRead& layout = LayoutOf(generation);
+  const ReadPlan* plan = FindReadPlan(generation);
+  const GenerationRead& layout = plan == nullptr ? ReadLayoutPlain : plan->layout;
   std::vector<RegisterField> fields;
   for (const ParamSection& section : ParamStore) {
     const std::string code(Trim(section.Code));
     const bool same = SameEverywhere.find(code) != std::string_view::npos;
-    const SectionFields of{fields, code, same ? SectionRead{} : ReadOfSection(layout, code),
+    const SectionFields of{fields, code, same ? SectionRead{} : LayoutOf(layout, code),
                            section.BaseAddress + (same ? 0 : RegisterOffset(code, layout.generation)),
                            section.ItemWords};
     const int items = std::min(static_cast<int>(section.Items.size()), of.layout.items);

@@ -117,6 +117,8 @@ struct Command {
 [[nodiscard]] Exit RunSet(Call& call);
 [[nodiscard]] Exit RunMerge(Call& call);
 [[nodiscard]] Exit RunDecode(Call& call);
+[[nodiscard]] Exit RunRead(Call& call);
+[[nodiscard]] Exit RunWrite(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is
 // in force.

@@ -2,8 +2,10 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "core/Text.h"
+#include "paramtool/RecorderSession.h"
 
 namespace loader::paramtool {
 
@@ -22,7 +24,14 @@ OpenedSetUp OpenFile(const Call& call, const SetUpAddress& address) {
 }
 
 WholeSetUp OpenAny(const Call& call, std::u16string_view text) {
-  return OpenFile(call, ParseAddress(text, call.language())).setUp;
+  const SetUpAddress address = ParseAddress(text, call.language());
+  if (IsRecorder(address.place)) {
+    const RecorderSession session(call, address);
+    RecorderRead read = ReadRecorder(session.Line(), call.model);
+    session.RequireNotStopped();
+    return std::move(read.setUp);
+  }
+  return OpenFile(call, address).setUp;
 }
 
 void RequireOtherFile(const std::filesystem::path& file, const SetUpAddress& address, Language language) {
