@@ -16,7 +16,21 @@ constexpr std::array<OptionRow, 4> EveryCommand{{
     {"model", Phrase::OptionModel, "KOV|RUG"},
 }};
 
-constexpr std::array<Command, 1> Table{{
+constexpr auto FleetOptions = std::to_array<OptionRow>({
+    {"d,folder", Phrase::FleetOptionFolder, "FOLDER"},
+    {"jobs", Phrase::FleetOptionJobs, "N"},
+    {"timeout", Phrase::FleetOptionTimeout, "SECONDS"},
+    {"no-commit", Phrase::FleetOptionNoCommit},
+    {"files", Phrase::FleetOptionFiles},
+    {"only", Phrase::OptionOnly, "PATTERN"},
+    {"ignore", Phrase::OptionIgnore, "PATTERN"},
+    {"yes", Phrase::FleetOptionYes},
+    {"store", Phrase::FleetOptionStore},
+    {"no-backup", Phrase::FleetOptionNoBackup},
+    {"backup-folder", Phrase::FleetOptionBackupFolder, "FOLDER"},
+});
+
+constexpr auto Table = std::to_array<Command>({
     {.name = "show",
      .usage = "SETUP [WHERE...]",
      .fewest = 1,
@@ -28,7 +42,19 @@ constexpr std::array<Command, 1> Table{{
                  "paramtool show default:RUG C02MMAX --json",
      .options = {},
      .run = RunShow},
-}};
+    {.name = "fleet",
+     .usage = "LIST read|compare|write [REFERENCE]",
+     .fewest = 2,
+     .most = 3,
+     .summary = Phrase::FleetSummary,
+     .help = Phrase::FleetHelp,
+     .examples = "paramtool fleet plant.csv read -d backup --jobs 8\n"
+                 "paramtool fleet plant.csv compare\n"
+                 "paramtool fleet plant.csv compare reference.RUG --only alarm\n"
+                 "paramtool fleet plant.csv write --yes --store --backup-folder before",
+     .options = FleetOptions,
+     .run = RunFleet},
+});
 
 } // namespace
 
