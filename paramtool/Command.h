@@ -110,6 +110,7 @@ struct Command {
 
 // Each stands in the file of its name, with its options.
 [[nodiscard]] Exit RunShow(Call& call);
+[[nodiscard]] Exit RunRead(Call& call);
 [[nodiscard]] Exit RunFleet(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is

@@ -16,6 +16,10 @@ constexpr std::array<OptionRow, 4> EveryCommand{{
     {"model", Phrase::OptionModel, "KOV|RUG"},
 }};
 
+constexpr std::array<OptionRow, 1> ReadOptions{{
+    {"o,output", Phrase::OptionOutput, "FILE"},
+}};
+
 constexpr auto FleetOptions = std::to_array<OptionRow>({
     {"d,folder", Phrase::FleetOptionFolder, "FOLDER"},
     {"jobs", Phrase::FleetOptionJobs, "N"},
@@ -42,6 +46,17 @@ constexpr auto Table = std::to_array<Command>({
                  "paramtool show default:RUG C02MMAX --json",
      .options = {},
      .run = RunShow},
+    {.name = "read",
+     .usage = "DEVICE -o FILE",
+     .fewest = 1,
+     .most = 1,
+     .summary = Phrase::ReadSummary,
+     .help = Phrase::ReadHelp,
+     .examples = "paramtool read tcp:192.168.1.20 -o furnace.KOV\n"
+                 "paramtool read tcp:logger7.plant:1502 -o logger7.RUG --lang en\n"
+                 "paramtool read serial:/dev/ttyUSB0@9600#3 -o line3.KOV --json",
+     .options = ReadOptions,
+     .run = RunRead},
     {.name = "fleet",
      .usage = "LIST read|compare|write [REFERENCE]",
      .fewest = 2,

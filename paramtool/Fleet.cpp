@@ -99,6 +99,9 @@ private:
   void Ended(std::size_t i, const ChildResult& child) {
     FleetResult& result = report_.results[i];
     result.child = child;
+    if (child.report.contains(QStringLiteral("file"))) { // not where it was read to meanwhile
+      result.child.report.insert(QStringLiteral("file"), Q(FileOf(order_, order_.recorders[i]).u16string()));
+    }
     const QJsonObject recorder = child.report.value(QStringLiteral("recorder")).toObject();
     result.recorder = (recorder.value(QStringLiteral("model")).toString() + QLatin1Char(' ') +
                        recorder.value(QStringLiteral("version")).toString())
@@ -138,8 +141,7 @@ private:
     const QJsonObject& report = result.child.report;
     const QString error = report.value(QStringLiteral("error")).toString();
     const std::string& wanted = order_.recorders[i].model;
-    const bool answered = result.child.exit == ExitGood ||
-                          (result.child.exit == ExitDifferent && order_.action != FleetAction::Read);
+    const bool answered = result.child.exit == ExitGood || result.child.exit == ExitDifferent;
     if (!error.isEmpty()) {
       Fail(result, error.toStdU16String());
     } else if (report.isEmpty() || !answered) {
@@ -196,14 +198,22 @@ private:
         std::filesystem::create_directories(file.parent_path(), failed);
         SaveBytes(file, bytes, order_.language);
       }
-      result.outcome = FleetOutcome::Good;
+      result.outcome = result.child.exit == ExitGood ? FleetOutcome::Good : FleetOutcome::Different;
       result.saved = true;
-      result.text = Say(phrase, order_.language, {{u"COUNT", count}});
+      result.text = Say(phrase, order_.language, {{u"COUNT", count}}) + NotKeptText(result);
     } catch (const Undone& undone) {
       Fail(result, undone.message);
     } catch (const RunTimeFailure& failure) {
       Fail(result, FromUtf8(failure.what()));
     }
+  }
+
+  // Of a set-up that a file cannot hold as it is.
+  [[nodiscard]] std::u16string NotKeptText(const FleetResult& result) const {
+    const qsizetype count = result.child.report.value(QStringLiteral("notKept")).toArray().size();
+    return count == 0 ? std::u16string()
+                      : Say(Phrase::FleetNotKept, order_.language,
+                            {{u"COUNT", DecimalText(static_cast<std::int64_t>(count))}});
   }
 
   const FleetOrder& order_;

@@ -88,7 +88,7 @@ private:
       child.why = why;
     }
     if (const qint64 id = child.process.processId(); id > 0) {
-      ::kill(static_cast<pid_t>(id), SIGINT);
+      ::kill(static_cast<pid_t>(id), SIGTERM);
       child.kill.start(run_.grace);
     }
   }

@@ -3,11 +3,19 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "paramtool/RecorderSession.h"
 
 namespace loader::paramtool {
 
 WholeSetUp OpenAny(const Call& call, std::u16string_view text) {
-  OpenedSetUp opened = OpenSetUp(ParseAddress(text, call.language()), call.model, call.language());
+  const SetUpAddress address = ParseAddress(text, call.language());
+  if (IsRecorder(address.place)) {
+    const RecorderSession session(call, address);
+    RecorderRead read = ReadRecorder(session.Line(), call.model);
+    session.RequireNotStopped();
+    return std::move(read.setUp);
+  }
+  OpenedSetUp opened = OpenSetUp(address, call.model, call.language());
   if (opened.finding.basis == ModelBasis::FileName) {
     Output::Message(Say(Phrase::ModelByName, call.language(),
                         {{u"SETUP", text}, {u"MODEL", Widen(opened.finding.model)}}));

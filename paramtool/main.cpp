@@ -13,7 +13,8 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("paramtool"));
   QCoreApplication::setApplicationVersion(QStringLiteral(LOADER_VERSION));
-  const loader::BarePlatform platform({.programFolder = loader::paramtool::DataFolder(loader::ProgramFolderOr({}))});
+  const loader::BarePlatform platform(
+      {.programFolder = loader::paramtool::DataFolder(loader::ProgramFolderOr({}))});
   loader::TakeStartValues();
   return static_cast<int>(loader::paramtool::Run(QCoreApplication::arguments()));
 }
