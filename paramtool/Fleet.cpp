@@ -143,7 +143,9 @@ private:
     const std::string& wanted = order_.recorders[i].model;
     const bool answered = result.child.exit == ExitGood || result.child.exit == ExitDifferent;
     if (!error.isEmpty()) {
-      Fail(result, error.toStdU16String());
+      const QString where =
+          Q(order_.recorders[i].address.text) + QStringLiteral(": "); // has a column of its own
+      Fail(result, (error.startsWith(where) ? error.mid(where.size()) : error).toStdU16String());
     } else if (report.isEmpty() || !answered) {
       Fail(result, Say(Phrase::FleetNoReport, order_.language, {{u"EXIT", Number(result.child.exit)}}));
     } else if (!wanted.empty() && !foundModel.isEmpty() && foundModel.toStdString() != wanted) {
