@@ -29,7 +29,7 @@ FleetChanges Changes(const std::string& before, const std::string& after) {
 TEST_F(FleetChangesTest, AreNamedWithoutTheirValues) {
   const std::string before = BytesOf("default:KOV");
   EXPECT_TRUE(Changes(before, before).None());
-  const FleetChanges changes = Changes(before, With(With(before, "C02MMAX", "77"), "C00TAG", "Oven"));
+  const FleetChanges changes = Changes(before, With(With(before, "C02MMAX", "77"), "C00TAG ", "Oven"));
   EXPECT_TRUE(changes.known);
   EXPECT_EQ(changes.names, (std::vector<std::u16string>{u"CH 1 Tag", u"CH 3 Measuring range, upper limit"}));
 }
