@@ -18,7 +18,7 @@ namespace loader {
 struct DevicePlatformOptions {
   // Empty: the folder of the executable.
   std::filesystem::path programFolder;
-  PortMap portMap;
+  PortMap portMap = {};
   ChosenLine serialLine = {}; // of a user who names the device himself
   QString usbDevice = {};
 };

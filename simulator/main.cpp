@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "core/modFile.h"
+#include "platform/DataFolder.h"
 #include "simulator/CommandLine.h"
 #include "simulator/MemoryFile.h"
 #include "simulator/Plant.h"
@@ -37,7 +38,9 @@ std::string ShapeFile(const Options& options) {
     return options.shape;
   }
   std::error_code error;
-  return (std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "InitSet.Ini").string();
+  return (DataFolder(std::filesystem::read_symlink("/proc/self/exe", error).parent_path()) /
+          InitialSettingsName)
+      .string();
 }
 
 // The memory file says what recorder it is of; the options must not say otherwise.

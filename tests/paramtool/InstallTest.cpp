@@ -3,7 +3,7 @@
 
 #include <fstream>
 
-#include "paramtool/DataFolder.h"
+#include "platform/DataFolder.h"
 #include "tests/paramtool/ToolTest.h"
 
 namespace loader::test {
@@ -14,7 +14,7 @@ using Installed = ToolTest;
 TEST_F(Installed, RunsFromAnyPlaceWithItsDataPagesAndCompletion) {
   const std::filesystem::path prefix = File("工場 2");
   const Ended install = RunProcess(
-      CMAKE_PROGRAM, {"--install", BUILD_FOLDER, "--prefix", prefix.string(), "--component", "paramtool"});
+      CMAKE_PROGRAM, {"--install", BUILD_FOLDER, "--prefix", prefix.string(), "--component", "system"});
   ASSERT_EQ(install.status, 0) << install.errors;
   const std::filesystem::path program = prefix / "bin/paramtool";
   const std::vector<std::string> arguments{"show", "default:RUG", "CH1"};
@@ -37,7 +37,6 @@ TEST_F(Installed, RunsFromAnyPlaceWithItsDataPagesAndCompletion) {
 }
 
 TEST_F(Installed, DataFilesBesideTheProgramComeFirst) {
-  using paramtool::DataFolder;
   const std::filesystem::path bin = File("bin");
   const std::filesystem::path share = File("share/parameter-loader");
   std::filesystem::create_directories(bin);
