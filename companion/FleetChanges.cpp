@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "companion/Compare.h"
 #include "companion/SetUps.h"
 #include "core/UserUnits.h"
 #include "core/WholeSetUp.h"
@@ -44,17 +45,11 @@ FleetChanges ChangesBetween(std::string_view before, std::string_view after,
   if (!changes.known) {
     return changes;
   }
-  const auto addDifferences = [&](WholeSetUp& from, WholeSetUp& to, bool onlyAbsent) {
-    for (const ParameterRef& ref : WithSetUp(from, AllParameters)) {
-      const auto value = WithSetUp(from, [&] { return ValueOf(ref); });
-      const auto other = WithSetUp(to, [&] { return ValueOf(ref); });
-      if (!IsPassing(ref) && (onlyAbsent ? !other.has_value() : value != other)) {
-        changes.names.push_back(WithSetUp(from, [&] { return NameOf(ref, language); }));
-      }
+  for (const ComparedParameter& parameter : Compare(*old, *now, {}, {.language = language}).found) {
+    if (!IsPassing(parameter.ref)) {
+      changes.names.push_back(ShownName(parameter));
     }
-  };
-  addDifferences(*now, *old, false);
-  addDifferences(*old, *now, true);
+  }
   return changes;
 }
 

@@ -110,6 +110,9 @@ struct Command {
 
 // Each stands in the file of its name, with its options.
 [[nodiscard]] Exit RunShow(Call& call);
+[[nodiscard]] Exit RunCompare(Call& call);
+[[nodiscard]] Exit RunConvert(Call& call);
+[[nodiscard]] Exit RunPrint(Call& call);
 [[nodiscard]] Exit RunRead(Call& call);
 [[nodiscard]] Exit RunFleet(Call& call);
 

@@ -16,6 +16,20 @@ constexpr std::array<OptionRow, 4> EveryCommand{{
     {"model", Phrase::OptionModel, "KOV|RUG"},
 }};
 
+constexpr std::array<OptionRow, 3> CompareOptions{{
+    {"only", Phrase::OptionOnly, "PATTERN"},
+    {"ignore", Phrase::OptionIgnore, "PATTERN"},
+    {"html", Phrase::OptionHtml, "FILE"},
+}};
+constexpr std::array<OptionRow, 3> ConvertOptions{{
+    {"to", Phrase::OptionTo, "KOV|RUG"},
+    {"o,output", Phrase::OptionOutput, "FILE"},
+    {"html", Phrase::OptionHtml, "FILE"},
+}};
+constexpr std::array<OptionRow, 1> PrintOptions{{
+    {"o,output", Phrase::OptionOutput, "FILE"},
+}};
+
 constexpr std::array<OptionRow, 1> ReadOptions{{
     {"o,output", Phrase::OptionOutput, "FILE"},
 }};
@@ -46,6 +60,36 @@ constexpr auto Table = std::to_array<Command>({
                  "paramtool show default:RUG C02MMAX --json",
      .options = {},
      .run = RunShow},
+    {.name = "compare",
+     .usage = "A B",
+     .fewest = 2,
+     .most = 2,
+     .summary = Phrase::CompareSummary,
+     .help = Phrase::CompareHelp,
+     .examples = "paramtool compare reference.KOV plant.KOV\n"
+                 "paramtool compare plant.RUG tcp:192.168.1.1 --ignore recorder\n"
+                 "paramtool compare old.KOV new.KOV --only alarms --html report.html --lang en",
+     .options = CompareOptions,
+     .run = RunCompare},
+    {.name = "convert",
+     .usage = "FILE",
+     .fewest = 1,
+     .most = 1,
+     .summary = Phrase::ConvertSummary,
+     .help = Phrase::ConvertHelp,
+     .examples = "paramtool convert plant.KOV --to RUG -o plant.RUG\n"
+                 "paramtool convert plant.RUG --to KOV -o plant.KOV --html report.html",
+     .options = ConvertOptions,
+     .run = RunConvert},
+    {.name = "print",
+     .usage = "SETUP",
+     .fewest = 1,
+     .most = 1,
+     .summary = Phrase::PrintSummary,
+     .help = Phrase::PrintHelp,
+     .examples = "paramtool print plant.KOV -o plant.txt",
+     .options = PrintOptions,
+     .run = RunPrint},
     {.name = "read",
      .usage = "DEVICE -o FILE",
      .fewest = 1,
