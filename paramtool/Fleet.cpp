@@ -102,7 +102,7 @@ private:
     if (child.report.contains(QStringLiteral("file"))) { // not where it was read to meanwhile
       result.child.report.insert(QStringLiteral("file"), Q(FileOf(order_, order_.recorders[i]).u16string()));
     }
-    const QJsonObject recorder = child.report.value(QStringLiteral("recorder")).toObject();
+    const QJsonObject recorder = RecorderIn(child.report);
     result.recorder = (recorder.value(QStringLiteral("model")).toString() + QLatin1Char(' ') +
                        recorder.value(QStringLiteral("version")).toString())
                           .trimmed()
@@ -114,6 +114,12 @@ private:
     }
     ++done_;
     watch_.ended(i, result, done_);
+  }
+
+  // A comparison says no more of the recorder than the model.
+  [[nodiscard]] QJsonObject RecorderIn(const QJsonObject& report) const {
+    const bool compared = order_.action == FleetAction::Compare && !order_.files;
+    return report.value(compared ? QStringLiteral("a") : QStringLiteral("recorder")).toObject();
   }
 
   void Fail(FleetResult& result, std::u16string_view reason) const {
@@ -163,7 +169,7 @@ private:
     if (result.outcome == FleetOutcome::Good) {
       return std::u16string(PhraseText(Phrase::FleetEqual, order_.language));
     }
-    const qsizetype count = result.child.report.value(QStringLiteral("differences")).toArray().size();
+    const qsizetype count = result.child.report.value(QStringLiteral("parameters")).toArray().size();
     return count == 0 ? std::u16string(PhraseText(Phrase::FleetDifferent, order_.language))
                       : Say(Phrase::FleetDifferentCount, order_.language,
                             {{u"COUNT", DecimalText(static_cast<std::int64_t>(count))}});
