@@ -62,10 +62,12 @@ QString Message(const FleetOrder& order, const std::vector<GitChange>& changes) 
 }
 
 FleetCommit Refused(const std::filesystem::path& folder, const GitFailure& failure, Language language) {
+  const std::u16string reason = failure.reason.isEmpty()
+                                    ? std::u16string(PhraseText(Phrase::FleetNoGit, language))
+                                    : failure.reason.toStdU16String();
   return {folder,
           {},
-          Say(Phrase::FleetNotCommitted, language,
-              {{u"FOLDER", folder.u16string()}, {u"REASON", failure.reason.toStdU16String()}})};
+          Say(Phrase::FleetNotCommitted, language, {{u"FOLDER", folder.u16string()}, {u"REASON", reason}})};
 }
 
 FleetCommit Told(const std::filesystem::path& workTree, const GitCommit& commit, Language language) {

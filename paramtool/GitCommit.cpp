@@ -59,7 +59,7 @@ GitResult Git(const std::filesystem::path& folder, const QStringList& arguments,
 // One line of what git has said: the one that names the failure, else the first one.
 QString Reason(const GitResult& result) {
   if (!result.started) {
-    return QStringLiteral("git");
+    return {};
   }
   QString first;
   for (const QByteArray& bytes : {result.errors, result.output}) {

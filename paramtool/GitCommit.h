@@ -12,7 +12,7 @@
 
 namespace loader::paramtool {
 
-// What git could not do, in its own words.
+// What git could not do, in its own words; empty: it cannot be run.
 struct GitFailure {
   QString reason;
 };
