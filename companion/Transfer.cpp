@@ -76,25 +76,6 @@ void TakeAddress(const SetUpAddress& address) {
   Settings.RecorderIpAddress = address.where;
 }
 
-// Adds each block that comes to `blocks` while it stands, beside whoever watches.
-class KeepBlocks {
-public:
-  explicit KeepBlocks(std::vector<SectionBlock>& blocks) : before_(WatchOfTransfers.whole) {
-    WatchOfTransfers.whole = [&blocks](const WholeBlock& block) {
-      const ParamSection& section = ParamStore.at(block.section);
-      blocks.push_back({std::string(Trim(section.Code)),
-                        section.BaseAddress + block.registerOffset,
-                        {block.bytes.begin(), block.bytes.end()}});
-    };
-  }
-  ~KeepBlocks() { WatchOfTransfers.whole = std::move(before_); }
-  KeepBlocks(const KeepBlocks&) = delete;
-  KeepBlocks& operator=(const KeepBlocks&) = delete;
-
-private:
-  std::function<void(const WholeBlock&)> before_;
-};
-
 [[noreturn]] void Refuse(Phrase phrase, const RecorderLine& line, std::u16string_view model,
                          std::u16string_view other, std::u16string_view box) {
   throw Undone{Say(phrase, line.language,
@@ -122,14 +103,44 @@ RecorderThere Identify(const RecorderLine& line, const LineInUse& link, const st
   return there;
 }
 
+// Section S lies at the same place in both models too, and is no part of a set-up.
+bool IsBusy(const RecorderLine& line, const LineInUse& link) {
+  WholeSetUp either = InitialSetUp("KOV", line.language);
+  const TransferResult state = WithSetUp(either, CheckState);
+  if (state.end != TransferEnd::RecorderBusy) {
+    link.RequireDone(state);
+  }
+  return state.end == TransferEnd::RecorderBusy;
+}
+
 } // namespace
+
+KeepBlocks::KeepBlocks(std::vector<SectionBlock>& blocks, bool written) : before_(WatchOfTransfers.whole) {
+  WatchOfTransfers.whole = [&blocks, written](const WholeBlock& block) {
+    if (block.writing != written) {
+      return;
+    }
+    const ParamSection& section = ParamStore.at(block.section);
+    blocks.push_back({std::string(Trim(section.Code)),
+                      section.BaseAddress + block.registerOffset,
+                      {block.bytes.begin(), block.bytes.end()}});
+  };
+}
+KeepBlocks::~KeepBlocks() {
+  WatchOfTransfers.whole = std::move(before_);
+}
 
 struct LineInUse::Inside {
   explicit Inside(const SetUpAddress& address) {
     platform.winSock.onFailure = [] { StopTimer(WaitTimer); };
+    // What a USB call that failed has brought is the exchange before: nothing goes on from there.
+    WatchOfTransfers.mayGo = [this](const BlockStep& step) {
+      return !Swallowed() && (!mayGo || mayGo(step));
+    };
     TakeAddress(address);
   }
   ~Inside() {
+    WatchOfTransfers.mayGo = mayGo;
     platform.winSock.onFailure = {};
     SetPlatform(before);
     Settings = settings;
@@ -137,7 +148,10 @@ struct LineInUse::Inside {
   Inside(const Inside&) = delete;
   Inside& operator=(const Inside&) = delete;
 
+  [[nodiscard]] bool Swallowed() const { return UsbFailuresTakenForSuccess != swallowed; }
+
   CommSettings settings = Settings;
+  std::function<bool(const BlockStep&)> mayGo = WatchOfTransfers.mayGo;
   BareBoxes boxes;
   Platform platform = WithParts(ThePlatform(), {.boxes = &boxes});
   Platform* before = SetPlatform(&platform);
@@ -158,6 +172,9 @@ void LineInUse::Open() {
 std::u16string LineInUse::Reason(const TransferResult& result) const {
   const bool stopped = line_.stopped && line_.stopped();
   const FailedRequest& request = result.request;
+  if (inside_->Swallowed()) {
+    return std::u16string(PhraseText(Phrase::ExchangeSwallowed, line_.language));
+  }
   const std::u16string code(
       PhraseText(stopped ? Phrase::CodeStopped : CodePhrase(request.code), line_.language));
   std::u16string reason = Say(EndPhrase(result), line_.language,
@@ -181,23 +198,30 @@ void LineInUse::RequireDone(const TransferResult& result) const {
   }
 }
 
+bool LineInUse::HasSwallowed() const {
+  return inside_->Swallowed();
+}
+
 void LineInUse::RequireNothingSwallowed() const {
-  if (UsbFailuresTakenForSuccess != inside_->swallowed) {
+  if (inside_->Swallowed()) {
     throw Undone{line_.address.text + u": " +
                  std::u16string(PhraseText(Phrase::ExchangeSwallowed, line_.language))};
   }
 }
 
-RecorderRead ReadRecorder(const RecorderLine& line, const std::string& asked) {
+RecorderRead ReadRecorder(const RecorderLine& line, const std::string& asked, AskState state) {
   static_cast<void>(InitialSetUp("KOV", line.language)); // nothing is looked for while the recorder waits
   LineInUse link(line);
   link.Open();
   FlowFrame frame(NoWindow);
   RecorderRead read;
   read.recorder = Identify(line, link, asked);
+  if (state == AskState::Yes) {
+    read.busy = IsBusy(line, link);
+  }
   read.setUp = InitialSetUp(read.recorder.model, line.language);
   const SetUpInForce inForce(read.setUp);
-  const KeepBlocks keep(read.blocks);
+  const KeepBlocks keep(read.blocks, false);
   TransferResult result = ReadAll();
   TellCheck(result);
   link.RequireDone(result);

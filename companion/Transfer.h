@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "comm/TransferResult.h"
+#include "comm/TransferWatch.h"
 #include "companion/SetUps.h"
 
 namespace loader {
@@ -39,13 +40,16 @@ struct SectionBlock {
 
 struct RecorderRead {
   RecorderThere recorder;
-  WholeSetUp setUp; // of the recorder's model; what a read does not take has its default
-  std::vector<SectionBlock> blocks;
+  WholeSetUp setUp;                 // of the recorder's model; what a read does not take has its default
+  std::vector<SectionBlock> blocks; // that were read, in their order
+  bool busy = false;                // recording or computing, where that was asked
 };
+enum class AskState { No, Yes };
 
 // The whole set-up of a recorder, of whichever model: the model in force plays no part. Another model than
 // `asked` (empty: any) is Undone, with both names.
-[[nodiscard]] RecorderRead ReadRecorder(const RecorderLine& line, const std::string& asked);
+[[nodiscard]] RecorderRead ReadRecorder(const RecorderLine& line, const std::string& asked,
+                                        AskState state = AskState::No);
 
 // "KOV V40A（世代 5、ステーション 1）"
 [[nodiscard]] std::u16string RecorderText(const RecorderThere& recorder, const RecorderLine& line);
@@ -70,11 +74,24 @@ public:
   void RequireDone(const TransferResult& result) const;
   // Undone when an exchange has failed and counted as success: what was read is not the recorder's.
   void RequireNothingSwallowed() const;
+  [[nodiscard]] bool HasSwallowed() const;
 
 private:
   struct Inside;
   const RecorderLine& line_;
   std::unique_ptr<Inside> inside_;
+};
+
+// Adds each block that was read (or written) to `blocks` while it stands.
+class KeepBlocks {
+public:
+  KeepBlocks(std::vector<SectionBlock>& blocks, bool written);
+  ~KeepBlocks();
+  KeepBlocks(const KeepBlocks&) = delete;
+  KeepBlocks& operator=(const KeepBlocks&) = delete;
+
+private:
+  std::function<void(const WholeBlock&)> before_;
 };
 
 } // namespace loader

@@ -114,6 +114,7 @@ struct Command {
 [[nodiscard]] Exit RunConvert(Call& call);
 [[nodiscard]] Exit RunPrint(Call& call);
 [[nodiscard]] Exit RunRead(Call& call);
+[[nodiscard]] Exit RunWrite(Call& call);
 [[nodiscard]] Exit RunFleet(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is

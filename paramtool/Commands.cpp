@@ -34,6 +34,13 @@ constexpr std::array<OptionRow, 1> ReadOptions{{
     {"o,output", Phrase::OptionOutput, "FILE"},
 }};
 
+constexpr std::array<OptionRow, 4> WriteOptions{{
+    {"yes", Phrase::OptionYes},
+    {"backup", Phrase::OptionBackup, "FILE"},
+    {"no-backup", Phrase::OptionNoBackup},
+    {"store", Phrase::OptionStore},
+}};
+
 constexpr auto FleetOptions = std::to_array<OptionRow>({
     {"d,folder", Phrase::FleetOptionFolder, "FOLDER"},
     {"jobs", Phrase::FleetOptionJobs, "N"},
@@ -101,6 +108,17 @@ constexpr auto Table = std::to_array<Command>({
                  "paramtool read serial:/dev/ttyUSB0@9600#3 -o line3.KOV --json",
      .options = ReadOptions,
      .run = RunRead},
+    {.name = "write",
+     .usage = "FILE DEVICE",
+     .fewest = 2,
+     .most = 2,
+     .summary = Phrase::WriteSummary,
+     .help = Phrase::WriteHelp,
+     .examples = "paramtool write furnace.KOV tcp:192.168.1.20\n"
+                 "paramtool write furnace.KOV tcp:192.168.1.20 --yes --store\n"
+                 "paramtool write line3.KOV serial:/dev/ttyUSB0#3 --yes --backup before.KOV --json",
+     .options = WriteOptions,
+     .run = RunWrite},
     {.name = "fleet",
      .usage = "LIST read|compare|write [REFERENCE]",
      .fewest = 2,
