@@ -166,18 +166,6 @@ std::span<const SectionNames> Sections() {
   return SectionTable;
 }
 
-std::u16string ItemName(std::string_view section, int item, Language language) {
-  const auto names = std::ranges::find(SectionTable, section, &SectionNames::code);
-  if (names == std::ranges::end(SectionTable) || !names->item) {
-    return {};
-  }
-  // A formula is told by the number of its channel, as everything else of it is.
-  const int number = section == "O" ? Profile.FirstOperationChannel + item : item + 1;
-  return std::u16string(language == Language::Japanese ? OwnText(*names->item)
-                                                       : OwnTextEnglish(*names->item)) +
-         DecimalText(number);
-}
-
 std::u16string ParameterName(const Meaning& meaning, std::string_view tag, Language language) {
   const std::u16string name =
       language == Language::Japanese ? JapaneseName(meaning.names) : EnglishName(meaning.names);

@@ -175,8 +175,6 @@ struct SectionNames {
 };
 [[nodiscard]] std::span<const SectionNames> Sections();
 
-// "CH 3"; empty for a section of one item.
-[[nodiscard]] std::u16string ItemName(std::string_view section, int item, Language language);
 // "警報No.1 警報設定値", "Alarm 1 set value": without the item.
 [[nodiscard]] std::u16string ParameterName(const Meaning& meaning, std::string_view tag, Language language);
 // "CH 3", "Group 2"; empty where a section has one item or its items have no name.

@@ -119,6 +119,7 @@ struct Command {
 [[nodiscard]] Exit RunDecode(Call& call);
 [[nodiscard]] Exit RunRead(Call& call);
 [[nodiscard]] Exit RunWrite(Call& call);
+[[nodiscard]] Exit RunFleet(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is
 // in force.

@@ -44,6 +44,19 @@ constexpr std::array<OptionRow, 4> WriteOptions{{
     {"no-backup", Phrase::OptionNoBackup},
     {"store", Phrase::OptionStore},
 }};
+constexpr auto FleetOptions = std::to_array<OptionRow>({
+    {"d,folder", Phrase::FleetOptionFolder, "FOLDER"},
+    {"jobs", Phrase::FleetOptionJobs, "N"},
+    {"timeout", Phrase::FleetOptionTimeout, "SECONDS"},
+    {"no-commit", Phrase::FleetOptionNoCommit},
+    {"files", Phrase::FleetOptionFiles},
+    {"only", Phrase::OptionOnly, "PATTERN"},
+    {"ignore", Phrase::OptionIgnore, "PATTERN"},
+    {"yes", Phrase::FleetOptionYes},
+    {"store", Phrase::FleetOptionStore},
+    {"no-backup", Phrase::FleetOptionNoBackup},
+    {"backup-folder", Phrase::FleetOptionBackupFolder, "FOLDER"},
+});
 
 constexpr auto Table = std::to_array<Command>({
     {.name = "check",
@@ -142,6 +155,18 @@ constexpr auto Table = std::to_array<Command>({
                  "paramtool write line3.KOV serial:/dev/ttyUSB0#3 --yes --backup before.KOV --json",
      .options = WriteOptions,
      .run = RunWrite},
+    {.name = "fleet",
+     .usage = "LIST read|compare|write [REFERENCE]",
+     .fewest = 2,
+     .most = 3,
+     .summary = Phrase::FleetSummary,
+     .help = Phrase::FleetHelp,
+     .examples = "paramtool fleet plant.csv read -d backup --jobs 8\n"
+                 "paramtool fleet plant.csv compare\n"
+                 "paramtool fleet plant.csv compare reference.RUG --only alarm\n"
+                 "paramtool fleet plant.csv write --yes --store --backup-folder before",
+     .options = FleetOptions,
+     .run = RunFleet},
     {.name = "decode",
      .usage = "FILE",
      .fewest = 1,
