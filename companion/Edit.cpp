@@ -218,7 +218,7 @@ private:
         }
       }
       if (judge_) {
-        if (auto reason = judge_(edit.ref)) {
+        if (auto reason = judge_(edit.ref, IsChanged(edit.ref))) {
           Refuse(edit.ref, std::move(*reason));
         }
       }

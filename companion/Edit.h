@@ -48,8 +48,8 @@ struct EditReport {
 // today's.
 [[nodiscard]] WholeSetUp SavedAndOpened(Language language);
 
-// A further objection to an edited parameter, once all edits are laid.
-using Judge = std::function<std::optional<std::u16string>(const ParameterRef&)>;
+// A further objection to an edited parameter, changed or so already, once all edits are laid.
+using Judge = std::function<std::optional<std::u16string>(const ParameterRef&, bool changed)>;
 
 // Lays all edits, in whatever order they depend on each other, then looks at the whole set-up: what was
 // edited has to be good (Objection), can be edited (WhyNeverSet), for typed edits also in the state of its

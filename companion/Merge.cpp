@@ -83,17 +83,19 @@ MergeReport MergeFrom(WholeSetUp& other, const std::vector<Selection>& only,
       edits.push_back({ref, taken.emplace(ref, TakenOf(ref)).first->second.value});
     }
   }
-  report.edits = ApplyEdits(edits, speech, [&](const ParameterRef& ref) -> std::optional<std::u16string> {
-    const auto found = taken.find(ref);
-    if (found == taken.end()) {
-      return std::nullopt;
-    }
-    if (auto reason = ReadsOtherwise(ref, found->second, speech)) {
-      return reason;
-    }
-    const bool sameState = !IsOfChannel(ref) || SameState(found->second.state, StoredChannelState(ref.item));
-    return sameState ? std::nullopt : WhyNotAdjustable(ref, speech.language);
-  });
+  report.edits =
+      ApplyEdits(edits, speech, [&](const ParameterRef& ref, bool changed) -> std::optional<std::u16string> {
+        const auto found = taken.find(ref);
+        if (found == taken.end()) {
+          return std::nullopt;
+        }
+        if (auto reason = ReadsOtherwise(ref, found->second, speech)) {
+          return reason;
+        }
+        const bool good =
+            !changed || !IsOfChannel(ref) || SameState(found->second.state, StoredChannelState(ref.item));
+        return good ? std::nullopt : WhyNotAdjustable(ref, speech.language);
+      });
   return report;
 }
 

@@ -136,6 +136,7 @@ TEST_F(Merges, RefuseWhatTheChannelHereCannotTake) {
   EXPECT_EQ(Refusals(Take({u"CH3"})), "");
   There("C", 2, "TYPE", 32);
   There("C", 2, "SCAL", 1);
+  EXPECT_EQ(Refusals(Take({u"C02OTCH"})), "") << "it is so already";
   There("C", 2, "OTCH", 5);
   EXPECT_EQ(
       Refusals(Take({u"C02OTCH"})),
