@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "comm/BulkRead.h"
 #include "core/Text.h"
 #include "core/modIni.h"
 #include "meaning/ParameterText.h"
