@@ -52,10 +52,8 @@ std::u16string NameAndValue(const CheckDefect& defect, Language language) {
   if (!defect.ref) {
     return {};
   }
-  const bool japanese = language == Language::Japanese;
   const std::u16string value = defect.value.value_or(std::u16string(HiddenSecret));
-  return (japanese ? u"（" : u" (") + defect.name + (japanese ? u"、" : u", ") + value +
-         (japanese ? u"）" : u")");
+  return Say(Phrase::CheckNameAndValue, language, {{u"NAME", defect.name}, {u"VALUE", value}});
 }
 
 void PrintDefect(Call& call, const CheckedFile& checked, const CheckDefect& defect) {
