@@ -125,8 +125,8 @@ std::string LikelierModel(std::string_view bytes, Language language) {
   return likelier;
 }
 
-// A damaged line of the smaller model may be a good one of the larger: then the file opens as the wrong one.
-void CheckModel(Findings& findings, const LaidLines& lines, std::string_view bytes) {
+// What a file says of its model otherwise: its field, its name.
+void CheckModel(Findings& findings, const LaidLines& lines) {
   const CheckedFile& checked = findings.result();
   if (checked.finding.basis == ModelBasis::Asked) {
     return;
@@ -146,7 +146,6 @@ void CheckModel(Findings& findings, const LaidLines& lines, std::string_view byt
     }
   };
   tell(Phrase::CheckOtherModelName, ModelOfName(PathOf(checked.file)));
-  tell(Phrase::CheckOtherModelItems, ModelByItems(bytes, findings.language()));
 }
 
 // --- The order of the steps
@@ -179,7 +178,7 @@ void CheckInForce(Findings& findings, std::string_view bytes, const WholeSetUp& 
     }
   }
   UpdateUserUnitNames();
-  CheckModel(findings, lines, bytes);
+  CheckModel(findings, lines);
   check::CheckValues(findings, lines, initial.store);
   check::CheckFormulas(findings, lines, initial.store);
   if (checked.opens) {

@@ -263,6 +263,11 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   if (!asked.empty()) {
     return {ModelBasis::Asked, asked};
   }
+  // All of the smaller model's parameters exist in the larger one, and a damaged line of it may be a good one
+  // there: a whole file is of the model whose items it names, whatever it opens as.
+  if (std::string model = ModelByItems(bytes, language); !model.empty()) {
+    return {ModelBasis::Content, std::move(model)};
+  }
   std::vector<std::string> fitting;
   for (const std::string_view model : Models) {
     if (OpensAs(model, bytes, language)) {
@@ -271,14 +276,6 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   }
   if (fitting.size() == 1) {
     return {ModelBasis::Content, fitting.front()};
-  }
-  // All of the smaller model's parameters exist in the larger one: a whole file is of the model whose items
-  // it names, no more and no less.
-  const ItemSet named = ItemsNamedBy(bytes);
-  for (const std::string& model : fitting) {
-    if (ItemsOf(InitialSetUp(model, language).store) == named) {
-      return {ModelBasis::Content, model};
-    }
   }
   if (const std::string model = ModelFieldOf(bytes); !model.empty()) {
     return {ModelBasis::ModelField, model};

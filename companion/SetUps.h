@@ -47,7 +47,7 @@ struct Undone {
 // Which model a file is of.
 enum class ModelBasis {
   Asked,      // --model
-  Content,    // it opens as one of the two alone, or names just the items of one
+  Content,    // it names nearly all items of one and hardly another, or opens as one of the two alone
   ModelField, // both, or neither; PILC says
   FileName,   // both; its name ends in .KOV or .RUG
   Both,       // unsettled

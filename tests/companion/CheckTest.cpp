@@ -157,16 +157,15 @@ TEST_F(Checks, TellAFileThatCallsItselfAnotherModel) {
       << "the user said so";
 }
 
-TEST_F(Checks, TellAWholeFileThatOpensAsTheLargerModelForOneDamagedLine) {
+TEST_F(Checks, TakeAWholeFileForItsOwnModelThoughOneDamagedLineFitsTheLargerOne) {
   std::string bytes = BytesOf("default:KOV");
   bytes.replace(bytes.find("C00NIPO"), 7, "C50NIPO");
   const CheckedFile checked = Checked(bytes, "");
-  EXPECT_EQ(checked.model, "RUG");
-  EXPECT_TRUE(checked.opens);
-  EXPECT_EQ(Reasons(checked), R{CheckReason::OtherModel});
-  // Of one that opens as neither the model is told by its items.
+  EXPECT_EQ(checked.model, "KOV");
+  EXPECT_FALSE(checked.opens);
+  EXPECT_EQ(Reasons(checked), R{CheckReason::UnknownItem});
   bytes.replace(bytes.find("C01NIPO"), 7, "C01NIPX");
-  EXPECT_EQ(Checked(bytes, "").model, "KOV");
+  EXPECT_EQ(Checked(bytes, "").model, "KOV") << "of one that opens as neither too";
 }
 
 // --- Secrets
