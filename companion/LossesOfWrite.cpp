@@ -223,17 +223,18 @@ WriteForecast ForecastWrite(WholeSetUp& setUp, RecorderRead& present) {
   });
   WithSetUp(forecast.after, [&] { ReadAgain(*readPlan, present.blocks, forecast.blocks); });
 
-  for (const ParameterRef& ref : WithSetUp(setUp, AllParameters)) {
-    const auto value = [&ref] { return *ValueOf(ref); };
-    const StoredValue wanted = WithSetUp(setUp, value);
-    const StoredValue before = WithSetUp(present.setUp, value);
-    const StoredValue after = WithSetUp(forecast.after, value);
-    if (before != after) {
-      forecast.changes.push_back({ref, before, after});
+  const std::vector<StoredValue> wanted = WithSetUp(setUp, AllValues);
+  const std::vector<StoredValue> before = WithSetUp(present.setUp, AllValues);
+  const std::vector<StoredValue> after = WithSetUp(forecast.after, AllValues);
+  const std::vector<ParameterRef> refs = WithSetUp(setUp, AllParameters);
+  for (std::size_t i = 0; i < refs.size(); ++i) {
+    const ParameterRef& ref = refs[i];
+    if (before.at(i) != after.at(i)) {
+      forecast.changes.push_back({ref, before[i], after[i]});
     }
-    if (wanted != after) {
+    if (wanted.at(i) != after[i]) {
       const WriteFate fate = WithSetUp(setUp, [&] { return FateOfWrite(generation, ref); });
-      forecast.losses.push_back({ref, fate, wanted, after});
+      forecast.losses.push_back({ref, fate, wanted[i], after[i]});
     }
   }
   forecast.unseen = WithSetUp(setUp, [&] { return UnseenIn(generation, forecast, present); });

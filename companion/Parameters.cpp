@@ -111,6 +111,21 @@ std::optional<StoredValue> ValueOf(const ParameterRef& ref) {
   return found.number == nullptr ? std::nullopt : std::optional<StoredValue>(found.number->Value);
 }
 
+std::vector<StoredValue> AllValues() {
+  std::vector<StoredValue> values;
+  for (const ParamSection& section : ParamStore) {
+    for (const ParamItem& item : section.Items) {
+      for (const ParamTextRecord& record : item.TextRecords) {
+        values.emplace_back(std::u16string(TrimRight(record.Value)));
+      }
+      for (const ParamNumRecord& record : item.NumRecords) {
+        values.emplace_back(record.Value);
+      }
+    }
+  }
+  return values;
+}
+
 std::u16string RawText(const StoredValue& value) {
   const auto* text = std::get_if<std::u16string>(&value);
   return text != nullptr ? *text : DecimalText(std::get<std::int16_t>(value));

@@ -45,6 +45,8 @@ void ForEachParameter(const std::function<void(const ParameterRef&, const Stored
 using StoredValue = std::variant<std::int16_t, std::u16string>;
 // Empty where the set-up in force does not have it.
 [[nodiscard]] std::optional<StoredValue> ValueOf(const ParameterRef& ref);
+// The values of AllParameters, in its order: for set-ups of one model the same place is the same parameter.
+[[nodiscard]] std::vector<StoredValue> AllValues();
 // As the parameter file writes it.
 [[nodiscard]] std::u16string RawText(const StoredValue& value);
 

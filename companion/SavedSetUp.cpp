@@ -10,12 +10,16 @@ namespace {
 
 // Both are of the same model.
 std::vector<NotKept> Differing(WholeSetUp& setUp, WholeSetUp& opened) {
+  const std::vector<StoredValue> values = WithSetUp(setUp, AllValues);
+  const std::vector<StoredValue> inFile = WithSetUp(opened, AllValues);
+  if (values == inFile) {
+    return {};
+  }
+  const std::vector<ParameterRef> refs = WithSetUp(setUp, AllParameters);
   std::vector<NotKept> differing;
-  for (const ParameterRef& ref : WithSetUp(setUp, AllParameters)) {
-    const auto value = [&ref] { return *ValueOf(ref); };
-    NotKept pair{ref, WithSetUp(setUp, value), WithSetUp(opened, value)};
-    if (pair.value != pair.inFile) {
-      differing.push_back(std::move(pair));
+  for (std::size_t i = 0; i < refs.size(); ++i) {
+    if (values.at(i) != inFile.at(i)) {
+      differing.push_back({refs[i], values[i], inFile[i]});
     }
   }
   return differing;

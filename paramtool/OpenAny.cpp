@@ -1,13 +1,34 @@
 #include "paramtool/OpenAny.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
+#include "companion/Losses.h"
 #include "core/Text.h"
 #include "paramtool/RecorderSession.h"
 
 namespace loader::paramtool {
+
+namespace {
+
+// A default that stands for what an older recorder does not have is no value of the recorder's.
+void TellFilled(const Call& call, RecorderRead& read, const RecorderLine& line) {
+  const SetUpInForce inForce(read.setUp);
+  const auto filled =
+      std::ranges::count_if(FilledByRead(read.recorder.generation), [](const FilledParameter& parameter) {
+        return parameter.fate != ReadFate::NotMoved;
+      });
+  if (filled > 0) {
+    Output::Message(Say(Phrase::RecorderFilled, call.language(),
+                        {{u"SETUP", line.address.text},
+                         {u"RECORDER", RecorderText(read.recorder, line)},
+                         {u"COUNT", DecimalText(filled)}}));
+  }
+}
+
+} // namespace
 
 OpenedSetUp OpenFile(const Call& call, const SetUpAddress& address) {
   OpenedSetUp opened = OpenSetUp(address, call.model, call.language());
@@ -29,6 +50,7 @@ WholeSetUp OpenAny(const Call& call, std::u16string_view text) {
     const RecorderSession session(call, address);
     RecorderRead read = ReadRecorder(session.Line(), call.model);
     session.RequireNotStopped();
+    TellFilled(call, read, session.Line());
     return std::move(read.setUp);
   }
   return OpenFile(call, address).setUp;

@@ -67,13 +67,7 @@ struct CompanionRecorder : RecorderFixture {
 };
 
 inline std::vector<StoredValue> ValuesOf(WholeSetUp& setUp) {
-  return WithSetUp(setUp, [] {
-    std::vector<StoredValue> values;
-    for (const ParameterRef& ref : AllParameters()) {
-      values.push_back(*ValueOf(ref));
-    }
-    return values;
-  });
+  return WithSetUp(setUp, AllValues);
 }
 
 } // namespace loader::test

@@ -92,6 +92,17 @@ TEST_F(ReadCommand, ARecorderIsASetUpOfEveryCommand) {
   }
 }
 
+TEST_F(ReadCommand, ASetUpOfAnOlderRecorderSaysHowMuchOfItIsDefaults) {
+  const auto recorder = StartRecorder("V26A");
+  const Ended ended = Tool({"show", TcpOf(*recorder), "CH3", "--lang", "en"});
+  EXPECT_EQ(ended.status, ExitGood);
+  EXPECT_NE(ended.errors.find("165 parameters that it does not have stand at their defaults\n"),
+            std::string::npos)
+      << ended.errors;
+  const auto newest = StartRecorder("V40A");
+  EXPECT_EQ(Tool({"show", TcpOf(*newest), "CH3"}).errors, "");
+}
+
 TEST_F(ReadCommand, AHostIsFoundByItsName) {
   const auto recorder = StartRecorder("V40A");
   const Ended ended = Tool({"show", "tcp:localhost:" + std::to_string(recorder->Port()), "CH3"});
