@@ -148,8 +148,10 @@ TEST_F(Verify, AUsbCallThatFailsIsNeverASuccess) {
   for (int failing = 0; failing < steps; ++failing) {
     PutMemory(start);
     int step = 0;
+    std::size_t asked = 0;
     WatchOfTransfers.mayGo = [&](const BlockStep&) {
       platform.usb.throwOnOpen = step++ == failing;
+      asked = platform.usb.throwOnOpen ? recorder.requests.size() : asked;
       return true;
     };
     const WriteOutcome outcome = WriteAndVerify(line, setUp, false);
@@ -157,6 +159,8 @@ TEST_F(Verify, AUsbCallThatFailsIsNeverASuccess) {
     platform.usb.throwOnOpen = false;
     ++ends[outcome.end];
     EXPECT_NE(outcome.end, WriteEnd::Verified) << failing;
+    EXPECT_NE(outcome.end, WriteEnd::Different) << failing;
+    EXPECT_EQ(recorder.requests.size(), asked) << "it went on behind " << failing;
     EXPECT_TRUE(outcome.end != WriteEnd::NotWritten || Memory() == start) << failing;
     EXPECT_TRUE(outcome.end != WriteEnd::NotCompared || Memory() == left) << failing;
   }
