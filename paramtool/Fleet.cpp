@@ -43,6 +43,7 @@ public:
       jobs.push_back(
           {ArgumentsOf(i), order_.files ? Number(static_cast<int>(i)) : WireOf(order_.recorders[i].address)});
     }
+    MakeBackupFolders();
     ChildRun run = order_.run;
     run.ended = [this](std::size_t job, const ChildResult& child) { Ended(job, child); };
     run.changed = [this](std::size_t running) { watch_.changed(running, done_); };
@@ -91,7 +92,31 @@ private:
     if (!recorder.model.empty()) {
       arguments << QStringLiteral("--model") << Q(recorder.model);
     }
+    if (const std::filesystem::path backup = BackupOf(recorder); !backup.empty()) {
+      arguments << QStringLiteral("--backup") << Q(backup.u16string());
+    }
     return arguments + order_.passedOn;
+  }
+
+  // Laid out as the files are, so that the folder of the run can be written back with the same list. Empty:
+  // the backup stands where a single write puts it.
+  [[nodiscard]] std::filesystem::path BackupOf(const FleetRecorder& recorder) const {
+    if (order_.backups.empty()) {
+      return {};
+    }
+    const std::filesystem::path file = PathOf(recorder.file).relative_path().lexically_normal();
+    const bool inside = !file.empty() && *file.begin() != "..";
+    return order_.backups / (inside ? file : file.filename());
+  }
+
+  // Where one cannot be made the child has no backup, and so writes nothing.
+  void MakeBackupFolders() const {
+    for (const FleetRecorder& recorder : order_.recorders) {
+      std::error_code failed;
+      if (const std::filesystem::path backup = BackupOf(recorder); !backup.empty()) {
+        std::filesystem::create_directories(backup.parent_path(), failed);
+      }
+    }
   }
 
   // --- What became of it
@@ -110,7 +135,7 @@ private:
     if (child.end == ChildEnd::Ended) {
       Judge(i, recorder.value(QStringLiteral("model")).toString());
     } else {
-      JudgeEnd(result);
+      JudgeEnd(i);
     }
     ++done_;
     watch_.ended(i, result, done_);
@@ -122,12 +147,21 @@ private:
     return report.value(compared ? QStringLiteral("a") : QStringLiteral("recorder")).toObject();
   }
 
+  // What the child says of its failure, without the address, which has a column of its own.
+  [[nodiscard]] std::u16string ErrorOf(std::size_t i) const {
+    const QString error = report_.results[i].child.report.value(QStringLiteral("error")).toString();
+    const QString where = Q(order_.recorders[i].address.text) + QStringLiteral(": ");
+    return OneLine((error.startsWith(where) ? error.mid(where.size()) : error).toStdU16String());
+  }
+
   void Fail(FleetResult& result, std::u16string_view reason) const {
     result.outcome = FleetOutcome::Failed;
     result.text = Say(Phrase::FleetFailed, order_.language, {{u"REASON", OneLine(reason)}});
   }
 
-  void JudgeEnd(FleetResult& result) const {
+  // A child that was asked to end may have more to say: that its recorder now holds half of a set-up.
+  void JudgeEnd(std::size_t i) {
+    FleetResult& result = report_.results[i];
     result.outcome = result.child.end == ChildEnd::Interrupted ? FleetOutcome::Stopped : FleetOutcome::Failed;
     constexpr int MillisecondsPerSecond = 1000;
     const std::u16string seconds = Number(order_.run.timeout / MillisecondsPerSecond);
@@ -140,18 +174,19 @@ private:
       phrase = Phrase::FleetNotStarted;
     }
     result.text = Say(phrase, order_.language, {{u"SECONDS", seconds}});
+    if (const std::u16string error = ErrorOf(i); !error.empty()) {
+      result.text += u": " + error;
+    }
   }
 
   void Judge(std::size_t i, const QString& foundModel) {
     FleetResult& result = report_.results[i];
     const QJsonObject& report = result.child.report;
-    const QString error = report.value(QStringLiteral("error")).toString();
+    const std::u16string error = ErrorOf(i);
     const std::string& wanted = order_.recorders[i].model;
     const bool answered = result.child.exit == ExitGood || result.child.exit == ExitDifferent;
-    if (!error.isEmpty()) {
-      const QString where =
-          Q(order_.recorders[i].address.text) + QStringLiteral(": "); // has a column of its own
-      Fail(result, (error.startsWith(where) ? error.mid(where.size()) : error).toStdU16String());
+    if (!error.empty()) {
+      Fail(result, error);
     } else if (report.isEmpty() || !answered) {
       Fail(result, Say(Phrase::FleetNoReport, order_.language, {{u"EXIT", Number(result.child.exit)}}));
     } else if (!wanted.empty() && !foundModel.isEmpty() && foundModel.toStdString() != wanted) {
@@ -159,10 +194,19 @@ private:
                        {{u"FOUND", foundModel.toStdU16String()}, {u"MODEL", Widen(wanted)}}));
     } else if (order_.action == FleetAction::Read) {
       TakeFile(i, result);
+    } else if (order_.action == FleetAction::Write && result.child.exit == ExitGood &&
+               !SaysItIsWritten(report)) {
+      Fail(result, Say(Phrase::FleetNoReport, order_.language, {{u"EXIT", Number(ExitGood)}}));
     } else {
       result.outcome = result.child.exit == ExitGood ? FleetOutcome::Good : FleetOutcome::Different;
       result.text = order_.action == FleetAction::Compare ? ComparedText(result) : WrittenText(result);
     }
+  }
+
+  // Good is only what says so itself.
+  static bool SaysItIsWritten(const QJsonObject& report) {
+    return report.value(QStringLiteral("dryRun")).toBool() ||
+           report.value(QStringLiteral("end")).toString() == QLatin1String("verified");
   }
 
   [[nodiscard]] std::u16string ComparedText(const FleetResult& result) const {
@@ -176,12 +220,23 @@ private:
   }
 
   [[nodiscard]] std::u16string WrittenText(const FleetResult& result) const {
-    const bool wrote = order_.passedOn.contains(QStringLiteral("--yes"));
-    const bool good = result.outcome == FleetOutcome::Good;
-    return std::u16string(PhraseText(!wrote ? (good ? Phrase::FleetDryRun : Phrase::FleetDifferent)
-                                     : good ? Phrase::FleetWritten
-                                            : Phrase::FleetNotVerified,
-                                     order_.language));
+    const QJsonObject& report = result.child.report;
+    if (report.value(QStringLiteral("dryRun")).toBool()) {
+      const QJsonArray losses = report.value(QStringLiteral("losses")).toArray();
+      const auto lost = std::ranges::count_if(losses, [](const QJsonValue& loss) {
+        // What a write leaves out for good, such as the clock, is no loss.
+        return loss.toObject().value(QStringLiteral("why")).toString() != QLatin1String("notMoved");
+      });
+      const qsizetype changes = report.value(QStringLiteral("changes")).toArray().size();
+      return Say(report.value(QStringLiteral("busy")).toBool() ? Phrase::FleetDryRunBusy
+                                                               : Phrase::FleetDryRun,
+                 order_.language,
+                 {{u"CHANGES", DecimalText(static_cast<std::int64_t>(changes))},
+                  {u"LOSSES", DecimalText(static_cast<std::int64_t>(lost))}});
+    }
+    return std::u16string(
+        PhraseText(result.outcome == FleetOutcome::Good ? Phrase::FleetWritten : Phrase::FleetNotVerified,
+                   order_.language));
   }
 
   // --- Files that were read

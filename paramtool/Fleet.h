@@ -29,6 +29,8 @@ struct FleetOrder {
   bool files = false;           // compare: their files in place of the recorders
   QStringList passedOn;         // options of the program that does it for one recorder
   bool commit = true;           // read
+  // write: the folder of the backups of this run; empty: a single write's own place.
+  std::filesystem::path backups;
   Language language = Language::Japanese;
   ChildRun run; // `program` takes the arguments of paramtool; `ended` and `changed` are not used
 };

@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QJsonArray>
 #include <algorithm>
 #include <array>
@@ -30,7 +31,7 @@ constexpr auto ForActions = std::to_array<ForAction>({
     {"yes", FleetAction::Write, true},
     {"store", FleetAction::Write, true},
     {"no-backup", FleetAction::Write, true},
-    {"backup-folder", FleetAction::Write, true},
+    {"backup-folder", FleetAction::Write, false},
     {"no-commit", FleetAction::Read, false},
 });
 
@@ -88,6 +89,20 @@ QStringList PassedOn(const Call& call, FleetAction action) {
   return words;
 }
 
+// Each run has a folder of its own below the one that was given: no backup ever takes the place of another.
+void TakeBackups(const Call& call, FleetOrder& order) {
+  if (!call.Has("backup-folder")) {
+    return;
+  }
+  if (call.Has("no-backup")) {
+    throw WrongUsage{std::u16string(PhraseText(Phrase::FleetBackupOrNot, call.language()))};
+  }
+  if (call.Has("yes")) { // a dry run saves none
+    order.backups = std::filesystem::absolute(PathOf(call.Value("backup-folder"))) /
+                    QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")).toStdString();
+  }
+}
+
 // A file or the initial settings; the children run in this folder, so that its name stays good.
 void TakeReference(const Call& call, FleetOrder& order) {
   if (call.arguments.size() > 2) {
@@ -116,6 +131,7 @@ FleetOrder OrderOf(const Call& call) {
   order.files = call.Has("files");
   order.commit = !call.Has("no-commit");
   TakeReference(call, order);
+  TakeBackups(call, order);
   order.run.program = QCoreApplication::applicationFilePath();
   order.run.jobs = NumberOption(call, "jobs", 1, MostJobs, order.run.jobs);
   order.run.timeout =

@@ -112,8 +112,8 @@ private:
 
   void End(std::size_t job, ChildResult result) {
     Child& child = *children_[job];
-    constexpr double MillisecondsPerSecond = 1000;
-    result.seconds = static_cast<double>(child.sinceStart.elapsed()) / MillisecondsPerSecond;
+    constexpr double NanosecondsPerSecond = 1e9;
+    result.seconds = static_cast<double>(child.sinceStart.nsecsElapsed()) / NanosecondsPerSecond;
     child.watchdog.stop();
     child.kill.stop();
     child.over = true;

@@ -173,20 +173,34 @@ protected:
 
 TEST_F(FleetOrders, AWriteIsAskedWithItsOptionsAndTold) {
   order.action = paramtool::FleetAction::Write;
-  EXPECT_EQ(TextOf("echo '{\"exit\": 0}'"), "dry run, nothing written");
+  EXPECT_EQ(TextOf("echo '{\"dryRun\": true, \"changes\": [1, 2], \"losses\": [{\"why\": \"notMoved\"}, "
+                   "{\"why\": \"zero\"}]}'; exit 1"),
+            "dry run: parameters to change: 2, losses: 1");
   EXPECT_EQ(WithoutFolder(Read("asked")),
             "write\nFOLDER/file.RUG\ntcp:a\n--json\n--lang\nen\n--model\nRUG\n");
   order.passedOn = QStringList{"--yes", "--store"};
-  EXPECT_EQ(TextOf("echo '{\"exit\": 0}'"), "written and verified");
+  EXPECT_EQ(TextOf("echo '{\"end\": \"verified\"}'"), "written and verified");
   EXPECT_TRUE(Read("asked").ends_with("RUG\n--yes\n--store\n"));
-  EXPECT_EQ(TextOf("echo '{\"exit\": 1}'; exit 1"), "not verified after writing");
+  EXPECT_EQ(TextOf("echo '{\"end\": \"different\"}'; exit 1"), "not verified after writing");
   EXPECT_EQ(TextOf("echo '{\"error\": \"tcp:a: no answer\"}'; exit 2"), "failed: no answer");
   EXPECT_EQ(TextOf("exit 2"), "failed: its process gave no report (exit code 2)");
-  // Without a report nothing is believed, whatever the exit code says.
+  // Nothing is believed that does not say so itself, whatever the exit code says.
+  EXPECT_EQ(TextOf("echo '{\"end\": \"mixture\"}'"), "failed: its process gave no report (exit code 0)");
   EXPECT_EQ(TextOf("exit 0"), "failed: its process gave no report (exit code 0)");
   EXPECT_EQ(TextOf("echo '{\"exit\": 64}'; exit 64"), "failed: its process gave no report (exit code 64)");
   EXPECT_EQ(TextOf("echo '{\"recorder\": {\"model\": \"KOV\"}}'"),
             "failed: the recorder is a KOV, and not a RUG as the list says");
+}
+
+// Half of a set-up in a recorder is told, also when the program was asked to end.
+TEST_F(FleetOrders, WhatAChildSaysOfItsEndIsToldWhenItWasAskedToEnd) {
+  order.action = paramtool::FleetAction::Write;
+  order.recorders.clear();
+  run.timeout = 300;
+  MakePipe("never");
+  EXPECT_EQ(TextOf("trap 'echo {\\\"error\\\": \\\"half of it\\\"}; exit 2' TERM\nread line <'" +
+                   File("never") + "'"),
+            "failed: ended after 0 s: half of it");
 }
 
 TEST_F(FleetOrders, AReadThatSaysWellAndLeavesNoFileHasFailed) {
