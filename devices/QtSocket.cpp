@@ -55,6 +55,9 @@ QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
   QObject::connect(&socket_, &QAbstractSocket::errorOccurred, &socket_,
                    [this](QAbstractSocket::SocketError error) {
                      failed_ = error != QAbstractSocket::RemoteHostClosedError;
+                     if (onFailure) {
+                       onFailure();
+                     }
                    });
 }
 

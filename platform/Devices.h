@@ -35,6 +35,9 @@ struct SocketControl {
   int RemotePort = 0;
   // The one event that is handled: the connection stands.
   std::function<void()> onConnect;
+  // The connection could not be made, or has gone: for a program that wants to know at once. The window has
+  // none and waits for its five seconds.
+  std::function<void()> onFailure;
 
   virtual ~SocketControl() = default;
   [[nodiscard]] virtual int State() const = 0;

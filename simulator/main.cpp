@@ -91,9 +91,13 @@ void SaveKept(const Options& options, const Recorder& recorder) {
 }
 
 SimulatorSettings SettingsOf(const Options& options) {
-  SimulatorSettings settings{options.faults, options.seed, options.timing, {}, {}};
+  SimulatorSettings settings{options.faults, options.seed, options.timing, {}, {}, {}};
+  const auto tell = [](const std::string& line) { std::cerr << line + "\n" << std::flush; };
   if (options.trace) {
-    settings.trace = [](const std::string& line) { std::cerr << line + "\n" << std::flush; };
+    settings.trace = tell;
+  }
+  if (options.traceFrames) {
+    settings.frames = tell;
   }
   settings.whenStored = [&options](const Recorder& recorder) {
     try {
