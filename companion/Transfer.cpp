@@ -137,11 +137,17 @@ struct LineInUse::Inside {
     WatchOfTransfers.mayGo = [this](const BlockStep& step) {
       return !Swallowed() && (!mayGo || mayGo(step));
     };
+    WhenDeviceFails = [this](std::u16string_view, std::u16string_view reason) {
+      if (deviceReason.empty()) {
+        deviceReason = reason; // what comes behind follows from it
+      }
+    };
     TakeAddress(address);
   }
   ~Inside() {
     WatchOfTransfers.mayGo = mayGo;
     platform.winSock.onFailure = {};
+    WhenDeviceFails = {};
     SetPlatform(before);
     Settings = settings;
   }
@@ -151,6 +157,7 @@ struct LineInUse::Inside {
   [[nodiscard]] bool Swallowed() const { return UsbFailuresTakenForSuccess != swallowed; }
 
   CommSettings settings = Settings;
+  std::u16string deviceReason; // in the system's words
   std::function<bool(const BlockStep&)> mayGo = WatchOfTransfers.mayGo;
   BareBoxes boxes;
   Platform platform = WithParts(ThePlatform(), {.boxes = &boxes});
@@ -185,6 +192,9 @@ std::u16string LineInUse::Reason(const TransferResult& result) const {
                                {u"REASON", result.detail.empty() ? code : FromUtf8(result.detail)}});
   if (stopped) {
     return std::u16string(PhraseText(Phrase::Stopped, line_.language)) + reason;
+  }
+  if (!inside_->deviceReason.empty()) {
+    reason += Say(Phrase::DeviceReason, line_.language, {{u"REASON", inside_->deviceReason}});
   }
   for (const std::u16string& box : inside_->boxes.shown) {
     reason += Say(Phrase::BoxText, line_.language, {{u"BOX", box}});

@@ -71,7 +71,7 @@ std::u16string TermText(const FormulaTerm& term) {
   if (shape == nullptr || pattern == nullptr) {
     return {};
   }
-  const std::u16string first = InputName(term.Input1Kind, term.Input1No);
+  std::u16string first = InputName(term.Input1Kind, term.Input1No);
   if (term.Func == 0) {
     return first;
   }

@@ -5,6 +5,8 @@
 
 namespace loader {
 
+std::function<void(std::u16string_view device, std::u16string_view reason)> WhenDeviceFails;
+
 namespace {
 Platform* platformInForce = nullptr;
 

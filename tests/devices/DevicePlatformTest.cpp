@@ -59,6 +59,32 @@ TEST_F(WithoutWindow, TheProgramFolderIsThatOfTheExecutable) {
   EXPECT_EQ(ThePlatform().programFolder, std::filesystem::canonical("/proc/self/exe").parent_path());
 }
 
+// The system's own words, for who asks why.
+TEST_F(WithoutWindow, ADeviceThatFailsTellsWhy) {
+  std::vector<std::pair<std::u16string, std::u16string>> told;
+  WhenDeviceFails = [&](std::u16string_view device, std::u16string_view reason) {
+    told.emplace_back(device, reason);
+  };
+  platform.serial.CommPort = 16;
+  EXPECT_THROW(platform.serial.SetPortOpen(true), RunTimeFailure);
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].first, u"/dev/ttyS15");
+  EXPECT_EQ(told[0].second, u"No such file or directory");
+
+  QTcpServer gone;
+  ASSERT_TRUE(gone.listen(QHostAddress::LocalHost));
+  platform.socket.RemoteHost = u"127.0.0.1";
+  platform.socket.RemotePort = gone.serverPort();
+  gone.close();
+  platform.socket.Connect();
+  while (told.size() < 2) {
+    DoEvents();
+  }
+  EXPECT_EQ(told[1].first, u"127.0.0.1");
+  EXPECT_EQ(told[1].second, u"Connection refused");
+  WhenDeviceFails = {};
+}
+
 TEST_F(WithoutWindow, AWaitTakesNoProcessor) {
   bool fired = false;
   Timer timer;
