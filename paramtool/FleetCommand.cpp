@@ -257,6 +257,9 @@ Exit RunFleet(Call& call) {
     return RefuseList(call, list);
   }
   order.recorders = std::move(list.recorders);
+  for (FleetRecorder& recorder : order.recorders) {
+    recorder.model = recorder.model.empty() ? call.model : recorder.model;
+  }
   const FleetReport report = CarryOutTold(order);
   if (call.json) {
     QJsonObject json = call.Report();

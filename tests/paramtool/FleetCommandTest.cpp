@@ -140,6 +140,14 @@ TEST_F(FleetCommand, AFileWhoseSettingsHaveNotChangedIsNotTouched) {
   EXPECT_EQ(Texts(Report(Fleet({"read", "--json"}))), (Words{"saved in place of another file"}));
 }
 
+TEST_F(FleetCommand, TheModelOfTheCallIsThatOfRowsWithoutOne) {
+  const auto recorder = StartPlainRecorder(Rug);
+  WriteList({Row("A", TcpOf(*recorder), "", "a.KOV")});
+  EXPECT_EQ(Outcomes(Report(Fleet({"read", "--model", "KOV", "--json"}))), (Words{"failed"}));
+  WriteList({Row("A", TcpOf(*recorder), "RUG", "a.KOV")});
+  EXPECT_EQ(Outcomes(Report(Fleet({"read", "--model", "KOV", "--json"}))), (Words{"good"}));
+}
+
 TEST_F(FleetCommand, TheReportHoldsThatOfEachRecorder) {
   const auto recorder = StartPlainRecorder(Rug);
   const std::string dead = NobodyThere();
