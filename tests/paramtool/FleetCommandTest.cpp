@@ -207,6 +207,16 @@ TEST_F(FleetCommand, ComparesRecordersWithTheirFilesAndWithAReference) {
   EXPECT_EQ(Texts(files({"--ignore", "CH3"})), (Words{"equal", "equal"}));
 }
 
+// Every night it would fail otherwise, and nobody would see the recorder that is dead.
+TEST_F(FleetCommand, AReadOfWhatNoFileCanKeepIsToldAndFailsNothing) {
+  const auto recorder = StartRecorder("V40A");
+  WriteList({Row("A", TcpOf(*recorder), "KOV", "a.KOV")});
+  const Ended read = Fleet({"read", "--json"});
+  EXPECT_EQ(read.status, ExitGood) << read.errors;
+  EXPECT_EQ(Texts(Report(read)), (Words{"saved, new (parameters that no file can keep: 2)"}));
+  EXPECT_EQ(Tool({"read", TcpOf(*recorder), "-o", File("b.KOV")}).status, ExitDifferent);
+}
+
 // --- write
 
 std::string WithLimit(std::string bytes, const std::string& value) {
