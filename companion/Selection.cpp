@@ -43,6 +43,18 @@ bool MatchesSmall(std::u16string_view text, std::u16string_view pattern) {
                              [](char16_t c) { return c == u'*'; });
 }
 
+std::u16string WithoutBlanks(std::u16string_view text) {
+  std::u16string without(text);
+  std::erase(without, u' ');
+  return without;
+}
+
+// The blanks of a name are its spelling: "CH19*" means the names of "CH 19" too.
+bool MatchesName(std::u16string_view name, std::u16string_view pattern) {
+  return MatchesSmall(Small(name), pattern) ||
+         MatchesSmall(WithoutBlanks(Small(name)), WithoutBlanks(pattern));
+}
+
 // "3" or "1-6" behind a word.
 bool ReadItems(std::u16string_view text, std::optional<int>& first, int& last) {
   const std::size_t dash = text.find(u'-');
@@ -125,8 +137,8 @@ Selection::Selection(std::u16string_view text) : text_(Trim(text)), pattern_(Sma
 bool Selection::Names(const ParameterRef& ref) const {
   if (words_.empty()) {
     return MatchesSmall(Small(Widen(KeyOf(ref))), pattern_) ||
-           MatchesSmall(Small(NameOf(ref, Language::Japanese)), pattern_) ||
-           MatchesSmall(Small(NameOf(ref, Language::English)), pattern_);
+           MatchesName(NameOf(ref, Language::Japanese), pattern_) ||
+           MatchesName(NameOf(ref, Language::English), pattern_);
   }
   const SelectionWord& word = words_.front();
   if (word.sections.find(ref.section) == std::string_view::npos) {

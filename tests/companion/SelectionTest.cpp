@@ -72,6 +72,8 @@ TEST_F(Selections, NameByPatternsOverTheNamesOfBothLanguages) {
   EXPECT_EQ(Named(u"*警報*set value"), Keys{});
   EXPECT_EQ(Named(u"*alarm ? set value").size(), 120U);
   EXPECT_EQ(Named(u"CH 3 警報No.1 警報設定値"), Keys{"A02A1VL"});
+  EXPECT_EQ(SectionsOf(u"CH19*"), (Keys{"A18", "C18", "O00"})) << "the blanks of a name need not be typed";
+  EXPECT_EQ(SectionsOf(u"CH 19*"), SectionsOf(u"CH19*"));
 }
 
 TEST_F(Selections, ThatNameNothingAreFound) {
