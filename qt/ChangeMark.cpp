@@ -45,7 +45,7 @@ void ShowChangeMark(QWidget& widget, bool marked) {
   const bool tinted = marked && (label == nullptr || !label->text().isEmpty());
   QPalette palette; // nothing of its own: what is around the widget decides
   if (tinted) {
-    const QPalette plain = widget.palette();
+    const QPalette& plain = widget.palette();
     const auto [background, text] = RolesOf(widget);
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
       const QColor tint =

@@ -1,6 +1,6 @@
-// A label for a text of any length: what has no room is left out in the middle, and a tool tip tells it whole.
-// It takes the width that is there and asks for none; or it has the width of so many characters, whatever it
-// shows, so that nothing beside it moves.
+// A label for a text of any length: what has no room is left out in the middle, and a tool tip tells it
+// whole. It takes the width that is there and asks for none; or it has the width of so many characters,
+// whatever it shows, so that nothing beside it moves.
 #pragma once
 
 #include <QLabel>

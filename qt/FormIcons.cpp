@@ -48,7 +48,7 @@ public:
     if (size.isEmpty()) {
       return {};
     }
-    const QPixmap drawn = Draw(file_, size);
+    QPixmap drawn = Draw(file_, size);
     if (mode == QIcon::Normal) {
       return drawn;
     }
@@ -74,26 +74,16 @@ struct FormIcon {
 };
 
 constexpr auto Icons = std::to_array<FormIcon>({
-    {"frmParamLoader", "", "loader"},
-    {"frmParamLoader", "V_1", "open"},
-    {"frmParamLoader", "V_2", "copy"},
-    {"frmParamLoader", "V_3", "paste"},
-    {"frmParamLoader", "V_4", "help"},
-    {"frmAbout", "", "loader"},
-    {"frmAbout", "picProgram", "loader"},
-    {"frmIPSetting", "", "loader"},
-    {"frmTimeChange", "", "loader"},
-    {"frmGroupSetting", "", "loader"},
-    {"frmMsgSetting", "", "loader"},
-    {"frmUnitSetting", "", "loader"},
-    {"frmSelectUnit", "", "loader"},
-    {"frmConstSetting", "", "loader"},
-    {"frmAlarmSetting", "", "loader"},
-    {"frmEMailTriggerSetting", "", "loader"},
-    {"frmChSetting", "", "loader"},
-    {"frmOperationChSet", "", "loader"},
-    {"frmFormula", "", "loader"},
-    {"frmOpSetting", "", "loader"},
+    {"frmParamLoader", "", "loader"},     {"frmParamLoader", "V_1", "open"},
+    {"frmParamLoader", "V_2", "copy"},    {"frmParamLoader", "V_3", "paste"},
+    {"frmParamLoader", "V_4", "help"},    {"frmAbout", "", "loader"},
+    {"frmAbout", "picProgram", "loader"}, {"frmIPSetting", "", "loader"},
+    {"frmTimeChange", "", "loader"},      {"frmGroupSetting", "", "loader"},
+    {"frmMsgSetting", "", "loader"},      {"frmUnitSetting", "", "loader"},
+    {"frmSelectUnit", "", "loader"},      {"frmConstSetting", "", "loader"},
+    {"frmAlarmSetting", "", "loader"},    {"frmEMailTriggerSetting", "", "loader"},
+    {"frmChSetting", "", "loader"},       {"frmOperationChSet", "", "loader"},
+    {"frmFormula", "", "loader"},         {"frmOpSetting", "", "loader"},
 });
 
 void Give(QWidget& form, const FormIcon& row) {
