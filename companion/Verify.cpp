@@ -98,6 +98,15 @@ SectionBlock ReadBack(const LineInUse& link, const SectionBlock& written) {
   return found;
 }
 
+// The comparison has a connection of its own: what it proves has to be proved of the recorder that was
+// written.
+void RequireSame(const RecorderLine& line, const LineInUse& link, const RecorderRead* present) {
+  const SectionBlock* identity = present == nullptr ? nullptr : IdentityIn(present->blocks);
+  if (identity != nullptr && ReadBack(link, *identity).bytes != identity->bytes) {
+    throw Undone{Say(Phrase::RecorderIsAnother, line.language, {{u"SETUP", line.address.text}})};
+  }
+}
+
 void Compare(const LineInUse& link, const std::vector<SectionBlock>& written, WriteOutcome& outcome) {
   for (const SectionBlock& block : written) {
     for (RegisterDifference& different :
@@ -137,6 +146,7 @@ WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool st
     LineInUse link(line);
     link.Open();
     const FlowFrame frame(NoWindow);
+    RequireSame(line, link, present);
     Compare(link, written, outcome);
     outcome.end = outcome.different.empty() ? WriteEnd::Verified : WriteEnd::Different;
     if (store && outcome.different.empty()) {

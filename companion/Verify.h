@@ -31,7 +31,8 @@ struct WriteOutcome {
 // the line does.
 //
 // `present`: what a read has just found there, and what the user was told and has a backup of. A recorder
-// that now says anything else of itself (model, serial number, version) is not written.
+// that now says anything else of itself (model, serial number, version) is not written, and one that says so
+// behind the write is not compared.
 [[nodiscard]] WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool store,
                                           const RecorderRead* present = nullptr);
 

@@ -181,6 +181,16 @@ TEST_F(Verify, ARecorderThatWasExchangedBehindTheReadIsNotWritten) {
   expectUntouched();
   Prepare(Newest);
   EXPECT_EQ(WriteAndVerify(line, setUp, true, &present).end, WriteEnd::Verified);
+  recorder.requests.clear();
+  recorder.onRequest = [&](int index) {
+    if (static_cast<std::size_t>(index) == WriteRequests(Newest).size()) {
+      recorder.PutText(30005, "K0099", 16);
+    }
+  };
+  const WriteOutcome outcome = WriteAndVerify(line, setUp, true, &present);
+  EXPECT_EQ(outcome.end, WriteEnd::NotCompared);
+  EXPECT_NE(outcome.reason.find(u"another recorder answers"), std::u16string::npos);
+  EXPECT_FALSE(outcome.stored);
 }
 
 TEST_F(Verify, AUsbCallThatFailsIsNeverASuccess) {
