@@ -177,6 +177,7 @@ TEST_F(Verify, ARecorderThatWasExchangedBehindTheReadIsNotWritten) {
   };
   recorder.PutText(30005, "K0099", 16); // the serial number
   expectUntouched();
+  recorder.PutText(30005, "", 16);
   Prepare(Oldest);
   expectUntouched();
   Prepare(Newest);
