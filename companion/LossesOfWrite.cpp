@@ -157,6 +157,21 @@ ParameterRef OwnerOf(const SectionWrite& layout, const ParamSection& section, in
   return {code, item, {}};
 }
 
+bool MayBeSecret(const ParamSection& section, const ParameterRef& owner, int word) {
+  if (!owner.tag.empty()) {
+    return IsSecret(owner);
+  }
+  const std::string code(Trim(section.Code));
+  const auto covers = [&](const auto& record, int words) {
+    return word >= record.WordOffset && word < record.WordOffset + words &&
+           IsSecret({code, owner.item, std::string(Trim(record.Tag))});
+  };
+  const ParamItem& records = section.Items.at(static_cast<std::size_t>(owner.item));
+  return std::ranges::any_of(records.TextRecords,
+                             [&](const auto& record) { return covers(record, record.ByteLength / 2); }) ||
+         std::ranges::any_of(records.NumRecords, [&](const auto& record) { return covers(record, 1); });
+}
+
 std::int16_t WordAt(const SectionBlock& block, std::size_t index) {
   return static_cast<std::int16_t>(block.bytes.at(2 * index) | block.bytes.at(2 * index + 1) << 8);
 }
@@ -252,9 +267,10 @@ std::vector<RegisterDifference> DifferentRegisters(int generation, const Section
       continue;
     }
     const auto index = static_cast<int>(i);
-    const ParameterRef owner = OwnerOf(layout, section, index / section.ItemWords, index % section.ItemWords);
+    const int word = index % section.ItemWords;
+    const ParameterRef owner = OwnerOf(layout, section, index / section.ItemWords, word);
     different.push_back({owner.section, owner.item, owner.tag, expected.firstRegister + index,
-                         WordAt(expected, i), WordAt(found, i)});
+                         WordAt(expected, i), WordAt(found, i), MayBeSecret(section, owner, word)});
   }
   return different;
 }

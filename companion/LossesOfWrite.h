@@ -50,6 +50,9 @@ struct RegisterDifference {
   std::int32_t number = 0; // of the register: 4xxxx
   std::int16_t expected = 0;
   std::int16_t found = 0;
+  // Whether its words may be a secret's: also of a register that the firmware does not know, where today's
+  // layout has a password.
+  bool secret = false;
   bool operator==(const RegisterDifference&) const = default;
 };
 

@@ -34,7 +34,7 @@ std::vector<NotKept> NotKeptByFile(WholeSetUp& setUp, Language language) {
   const bool opens = WithSetUp(opened, [&] {
     return LoadParamBytes(bytes, [&](const FileDefect& bad) {
       if (defect.empty() && PreventsOpening(bad.reason)) {
-        defect = FromCodePage(bad.key) + u": " + std::u16string(DefectText(bad.reason, language));
+        defect = DefectKey(bad) + u": " + std::u16string(DefectText(bad.reason, language));
       }
     });
   });

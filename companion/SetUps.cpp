@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "companion/CheckParts.h"
 #include "companion/Parameters.h"
 #include "core/Text.h"
 #include "core/UserUnits.h"
@@ -202,7 +203,7 @@ void LayFile(OpenedSetUp& opened) {
   throw Undone{Say(Phrase::SetUpDoesNotOpen, language,
                    {{u"SETUP", opened.address.text},
                     {u"LINE", DecimalText(static_cast<std::int64_t>(worst->line))},
-                    {u"KEY", FromCodePage(worst->key)},
+                    {u"KEY", DefectKey(*worst)},
                     {u"REASON", DefectText(worst->reason, language)}})};
 }
 
@@ -236,6 +237,10 @@ void RequireDone(Replacement replacement, const std::filesystem::path& file, Lan
 }
 
 } // namespace
+
+std::u16string DefectKey(const FileDefect& defect) {
+  return check::ShownKey(defect.key);
+}
 
 SetUpAddress ParseAddress(std::u16string_view text, Language language) {
   return AddressReader(text, language).Read();

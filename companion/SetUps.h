@@ -84,6 +84,8 @@ struct OpenedSetUp {
 // The same; a file that the window would not open is Undone, with its first line that prevents it.
 [[nodiscard]] OpenedSetUp OpenSetUp(const SetUpAddress& address, const std::string& model, Language language);
 
+// The key of a line, as far as a key goes: what stands behind it in a line without a comma may be a password.
+[[nodiscard]] std::u16string DefectKey(const FileDefect& defect);
 // "no such tag", without file and line.
 [[nodiscard]] std::u16string_view DefectText(LineDefect reason, Language language);
 

@@ -116,7 +116,10 @@ bool IsBusy(const RecorderLine& line, const LineInUse& link) {
 } // namespace
 
 KeepBlocks::KeepBlocks(std::vector<SectionBlock>& blocks, bool written) : before_(WatchOfTransfers.whole) {
-  WatchOfTransfers.whole = [&blocks, written](const WholeBlock& block) {
+  WatchOfTransfers.whole = [this, &blocks, written](const WholeBlock& block) {
+    if (before_) {
+      before_(block);
+    }
     if (block.writing != written) {
       return;
     }

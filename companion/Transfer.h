@@ -82,7 +82,7 @@ private:
   std::unique_ptr<Inside> inside_;
 };
 
-// Adds each block that was read (or written) to `blocks` while it stands.
+// Adds each block that was read (or written) to `blocks` while it stands; several may stand at once.
 class KeepBlocks {
 public:
   KeepBlocks(std::vector<SectionBlock>& blocks, bool written);

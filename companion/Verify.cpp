@@ -1,5 +1,6 @@
 #include "companion/Verify.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "comm/BulkWrite.h"
@@ -22,9 +23,43 @@ bool MayHaveWritten(const TransferResult& result) {
   return !result.sections.empty() || result.request.writing;
 }
 
+const SectionBlock* IdentityIn(const std::vector<SectionBlock>& blocks) {
+  const auto found = std::ranges::find(blocks, "P", &SectionBlock::section);
+  return found == blocks.end() ? nullptr : &*found;
+}
+
+// A write asks the recorder what it is before it writes anything: it goes on as long as that is what a read
+// has found there.
+class SameRecorder {
+public:
+  explicit SameRecorder(const RecorderRead* present)
+      : expected_(present == nullptr ? nullptr : IdentityIn(present->blocks)), keep_(read_, false),
+        mayGo_(WatchOfTransfers.mayGo) {
+    WatchOfTransfers.mayGo = [this](const BlockStep& step) {
+      return !IsAnother() && (!mayGo_ || mayGo_(step));
+    };
+  }
+  ~SameRecorder() { WatchOfTransfers.mayGo = mayGo_; }
+  SameRecorder(const SameRecorder&) = delete;
+  SameRecorder& operator=(const SameRecorder&) = delete;
+
+  [[nodiscard]] bool IsAnother() const {
+    const SectionBlock* found = IdentityIn(read_);
+    return expected_ != nullptr && found != nullptr && found->bytes != expected_->bytes;
+  }
+
+private:
+  const SectionBlock* expected_; // nullptr: whichever stands there
+  std::vector<SectionBlock> read_;
+  KeepBlocks keep_;
+  std::function<bool(const BlockStep&)> mayGo_;
+};
+
 // False with end and reason when it did not go through.
-bool Write(const RecorderLine& line, std::vector<SectionBlock>& written, WriteOutcome& outcome) {
+bool Write(const RecorderLine& line, const RecorderRead* present, std::vector<SectionBlock>& written,
+           WriteOutcome& outcome) {
   const LineInUse link(line);
+  const SameRecorder same(present);
   const KeepBlocks keep(written, true);
   const TransferResult result = WriteSetUp(
       NoWindow, {.whileOpen = [](const TransferResult& ended) { TellCheck(ended); }, .whenClosed = {}});
@@ -37,6 +72,10 @@ bool Write(const RecorderLine& line, std::vector<SectionBlock>& written, WriteOu
   }
   if (result.end == TransferEnd::RecorderBusy) {
     ShowMessage(LoadText(20107));
+  }
+  if (same.IsAnother()) { // its first request that writes has not gone out
+    outcome.reason = Say(Phrase::RecorderIsAnother, line.language, {{u"SETUP", line.address.text}});
+    return false;
   }
   outcome.reason = line.address.text + u": " + link.Reason(result);
   outcome.end = MayHaveWritten(result) || link.HasSwallowed() ? WriteEnd::Mixture : WriteEnd::NotWritten;
@@ -57,6 +96,15 @@ SectionBlock ReadBack(const LineInUse& link, const SectionBlock& written) {
   SectionBlock found = written;
   std::copy_n(CommLink.BlockBuf.begin(), found.bytes.size(), found.bytes.begin());
   return found;
+}
+
+// The comparison has a connection of its own: what it proves has to be proved of the recorder that was
+// written.
+void RequireSame(const RecorderLine& line, const LineInUse& link, const RecorderRead* present) {
+  const SectionBlock* identity = present == nullptr ? nullptr : IdentityIn(present->blocks);
+  if (identity != nullptr && ReadBack(link, *identity).bytes != identity->bytes) {
+    throw Undone{Say(Phrase::RecorderIsAnother, line.language, {{u"SETUP", line.address.text}})};
+  }
 }
 
 void Compare(const LineInUse& link, const std::vector<SectionBlock>& written, WriteOutcome& outcome) {
@@ -85,11 +133,12 @@ void Store(const LineInUse& link, WriteOutcome& outcome) {
 
 } // namespace
 
-WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool store) {
+WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool store,
+                            const RecorderRead* present) {
   WriteOutcome outcome;
   const SetUpInForce inForce(setUp);
   std::vector<SectionBlock> written;
-  if (!Write(line, written, outcome)) {
+  if (!Write(line, present, written, outcome)) {
     return outcome;
   }
   outcome.end = WriteEnd::NotCompared;
@@ -97,6 +146,7 @@ WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool st
     LineInUse link(line);
     link.Open();
     const FlowFrame frame(NoWindow);
+    RequireSame(line, link, present);
     Compare(link, written, outcome);
     outcome.end = outcome.different.empty() ? WriteEnd::Verified : WriteEnd::Different;
     if (store && outcome.different.empty()) {

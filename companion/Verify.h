@@ -29,6 +29,11 @@ struct WriteOutcome {
 // Writes the set-up as the window does, with the same requests; reads every section back that was written
 // and, when all of it is as it has to be and `store` is set, has the recorder store it. Never throws for what
 // the line does.
-[[nodiscard]] WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool store);
+//
+// `present`: what a read has just found there, and what the user was told and has a backup of. A recorder
+// that now says anything else of itself (model, serial number, version) is not written, and one that says so
+// behind the write is not compared.
+[[nodiscard]] WriteOutcome WriteAndVerify(const RecorderLine& line, WholeSetUp& setUp, bool store,
+                                          const RecorderRead* present = nullptr);
 
 } // namespace loader

@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <set>
 
 #include "companion/SetUps.h"
 #include "core/Text.h"
@@ -38,6 +39,7 @@ public:
           Say(Phrase::FileNotWritten, order_.language,
               {{u"FILE", read_.path().toStdU16String()}, {u"REASON", read_.errorString().toStdU16String()}})};
     }
+    NameBackups();
     std::vector<ChildJob> jobs;
     for (std::size_t i = 0; i < order_.recorders.size(); ++i) {
       jobs.push_back(
@@ -92,28 +94,42 @@ private:
     if (!recorder.model.empty()) {
       arguments << QStringLiteral("--model") << Q(recorder.model);
     }
-    if (const std::filesystem::path backup = BackupOf(recorder); !backup.empty()) {
-      arguments << QStringLiteral("--backup") << Q(backup.u16string());
+    if (!backups_[i].empty()) {
+      arguments << QStringLiteral("--backup") << Q(backups_[i].u16string());
     }
     return arguments + order_.passedOn;
   }
 
-  // Laid out as the files are, so that the folder of the run can be written back with the same list. Empty:
-  // the backup stands where a single write puts it.
-  [[nodiscard]] std::filesystem::path BackupOf(const FleetRecorder& recorder) const {
+  // Laid out as the files are, so that the folder of the run can be written back with the same list; a file
+  // outside of that folder by its name alone, and with its line where that is taken: each recorder has a
+  // backup of its own.
+  void NameBackups() {
+    backups_.resize(order_.recorders.size());
     if (order_.backups.empty()) {
-      return {};
+      return; // each stands where a single write puts it
     }
-    const std::filesystem::path file = PathOf(recorder.file).relative_path().lexically_normal();
-    const bool inside = !file.empty() && *file.begin() != "..";
-    return order_.backups / (inside ? file : file.filename());
+    std::set<std::filesystem::path> taken;
+    for (const bool inside : {true, false}) {
+      for (std::size_t i = 0; i < backups_.size(); ++i) {
+        const std::filesystem::path file = PathOf(order_.recorders[i].file).lexically_normal();
+        if (inside != (file.is_relative() && *file.begin() != "..")) {
+          continue;
+        }
+        backups_[i] = order_.backups / (inside ? file : file.filename());
+        if (!taken.insert(backups_[i]).second) {
+          backups_[i].replace_filename(
+              PathOf(Number(order_.recorders[i].line) + u"-" + file.filename().u16string()));
+          taken.insert(backups_[i]);
+        }
+      }
+    }
   }
 
   // Where one cannot be made the child has no backup, and so writes nothing.
   void MakeBackupFolders() const {
-    for (const FleetRecorder& recorder : order_.recorders) {
+    for (const std::filesystem::path& backup : backups_) {
       std::error_code failed;
-      if (const std::filesystem::path backup = BackupOf(recorder); !backup.empty()) {
+      if (!backup.empty()) {
         std::filesystem::create_directories(backup.parent_path(), failed);
       }
     }
@@ -176,7 +192,14 @@ private:
     result.text = Say(phrase, order_.language, {{u"SECONDS", seconds}});
     if (const std::u16string error = ErrorOf(i); !error.empty()) {
       result.text += u": " + error;
+    } else if (Writes() && result.child.end != ChildEnd::NotStarted) {
+      result.text += PhraseText(Phrase::FleetMaybeMixture, order_.language);
     }
+  }
+
+  // Not a dry run.
+  [[nodiscard]] bool Writes() const {
+    return order_.action == FleetAction::Write && order_.passedOn.contains(QStringLiteral("--yes"));
   }
 
   void Judge(std::size_t i, const QString& foundModel) {
@@ -285,6 +308,7 @@ private:
   const FleetWatch& watch_;
   FleetReport report_;
   std::size_t done_ = 0;
+  std::vector<std::filesystem::path> backups_; // empty: none of this run's own
   QTemporaryDir read_;
 };
 

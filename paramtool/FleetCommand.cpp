@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <map>
 #include <unistd.h>
 
 #include "core/Text.h"
@@ -144,6 +145,26 @@ FleetOrder OrderOf(const Call& call) {
 
 // --- The list
 
+// The list knows its files by their words alone. Two words for one file, by a link or by a whole path, would
+// have one recorder's set-up take the place of another's.
+void ReportSameFiles(const Call& call, const FleetOrder& order, FleetList& list) {
+  std::map<std::filesystem::path, int> lines; // by file
+  for (const FleetRecorder& recorder : list.recorders) {
+    std::error_code failed;
+    const std::filesystem::path file = FileOf(order, recorder);
+    const std::filesystem::path real = std::filesystem::weakly_canonical(file, failed);
+    const auto [known, first] = lines.emplace(failed ? file : real, recorder.line);
+    const bool told =
+        std::ranges::find(list.defects, recorder.line, &FleetListDefect::line) != list.defects.end();
+    if (!first && !told) {
+      list.defects.push_back(
+          {recorder.line,
+           Say(Phrase::FleetTwice, call.language(),
+               {{u"COLUMN", u"file"}, {u"TEXT", recorder.file}, {u"LINE", DecimalText(known->second)}})});
+    }
+  }
+}
+
 FleetList ReadList(const Call& call, const FleetOrder& order) {
   const std::u16string name = call.Argument(0);
   FleetList list;
@@ -160,6 +181,8 @@ FleetList ReadList(const Call& call, const FleetOrder& order) {
           {recorder.line, Say(Phrase::FleetFileIsList, call.language(), {{u"TEXT", recorder.file}})});
     }
   }
+  ReportSameFiles(call, order, list);
+  std::ranges::stable_sort(list.defects, {}, &FleetListDefect::line);
   return list;
 }
 

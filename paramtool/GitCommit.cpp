@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "core/Text.h"
@@ -12,6 +13,12 @@ namespace loader::paramtool {
 namespace {
 
 constexpr int Patience = 10 * 60 * 1000; // milliseconds: a hook may run tests
+
+// A program that git itself has started (a hook, a rebase) inherits these, and its commit would go there: the
+// repository is that of the folder.
+constexpr std::array<const char*, 7> OfAnotherRepository{
+    "GIT_DIR",    "GIT_WORK_TREE", "GIT_COMMON_DIR", "GIT_INDEX_FILE", "GIT_OBJECT_DIRECTORY",
+    "GIT_PREFIX", "GIT_NAMESPACE"};
 
 struct GitResult {
   bool started = false;
@@ -28,6 +35,9 @@ QString PathText(const std::filesystem::path& path) {
 GitResult Git(const std::filesystem::path& folder, const QStringList& arguments, const QByteArray& input = {},
               bool plainWords = false) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  for (const char* name : OfAnotherRepository) {
+    environment.remove(QLatin1String(name));
+  }
   environment.insert(QStringLiteral("GIT_TERMINAL_PROMPT"), QStringLiteral("0"));
   environment.insert(QStringLiteral("GIT_OPTIONAL_LOCKS"), QStringLiteral("0"));
   if (plainWords) { // its words are looked at

@@ -2,6 +2,7 @@
 #include <QJsonArray>
 #include <array>
 
+#include "companion/Check.h"
 #include "companion/LossesOfWrite.h"
 #include "companion/SavedSetUp.h"
 #include "companion/Verify.h"
@@ -39,10 +40,44 @@ OpenedSetUp OpenFile(const Call& call) {
     Output::Message(Say(Phrase::FileOpensWith, call.language(),
                         {{u"SETUP", address.text},
                          {u"LINE", DecimalText(static_cast<std::int64_t>(defect.line))},
-                         {u"KEY", FromCodePage(defect.key)},
+                         {u"KEY", DefectKey(defect)},
                          {u"REASON", DefectText(defect.reason, call.language())}}));
   }
   return opened;
+}
+
+// What is not in the file is written too, at the initial settings.
+std::vector<ParameterRef> NotInFile(const Call& call, const OpenedSetUp& opened) {
+  return CheckBytes(opened.address.text, opened.bytes, opened.finding.model, call.speech).missing;
+}
+
+// An empty file or the first half of one opens as well, and would reset a whole recorder. A file of an older
+// program lacks a few items at most.
+void RequireWhole(const Call& call, const OpenedSetUp& opened, const std::vector<ParameterRef>& missing) {
+  if (ModelByItems(opened.bytes, call.language()) != opened.finding.model) {
+    throw Undone{Say(Phrase::FileNotWhole, call.language(),
+                     {{u"SETUP", opened.address.text},
+                      {u"COUNT", DecimalText(static_cast<std::int64_t>(missing.size()))}})};
+  }
+}
+
+void TellNotInFile(Writing& writing, const std::vector<ParameterRef>& missing) {
+  const SetUpInForce inForce(writing.setUp);
+  if (writing.call.json) {
+    QJsonArray array;
+    for (const ParameterRef& ref : missing) {
+      array.append(JsonOf(ref, writing.language()));
+    }
+    if (!missing.empty()) {
+      writing.report.insert(QStringLiteral("notInFile"), array);
+    }
+    return;
+  }
+  std::vector<std::u16string> lines;
+  for (const ParameterRange& range : RangesOf(missing)) {
+    lines.push_back(RangeName(range, writing.language()));
+  }
+  SayBlock(writing.call.out, PhraseText(Phrase::NotInFileHeading, writing.language()), lines);
 }
 
 // --- The backup
@@ -235,7 +270,7 @@ Exit WriteNow(Writing& writing) {
   MakeBackup(writing);
   writing.session.RequireNotStopped();
   const WriteOutcome outcome =
-      WriteAndVerify(writing.session.Line(), writing.setUp, writing.call.Has("store"));
+      WriteAndVerify(writing.session.Line(), writing.setUp, writing.call.Has("store"), &writing.present);
   return TellOutcome(writing, outcome);
 }
 
@@ -246,10 +281,14 @@ Exit RunWrite(Call& call) {
     throw WrongUsage{std::u16string(PhraseText(Phrase::BackupOrNot, call.language()))};
   }
   OpenedSetUp opened = OpenFile(call);
+  const std::vector<ParameterRef> missing = NotInFile(call, opened);
+  const bool yes = call.Has("yes");
+  if (yes) {
+    RequireWhole(call, opened, missing);
+  }
   const RecorderSession session(call, RecorderAddress(call, call.Argument(1)));
   RecorderRead present = ReadRecorder(session.Line(), opened.finding.model, AskState::Yes);
   session.RequireNotStopped();
-  const bool yes = call.Has("yes");
   Output::Message(session.Line().address.text + u": " + RecorderText(present.recorder, session.Line()));
   WriteForecast forecast = ForecastWrite(opened.setUp, present);
 
@@ -257,10 +296,13 @@ Exit RunWrite(Call& call) {
   writing.report.insert(QStringLiteral("recorder"), JsonOfRecorder(present.recorder, session.Line()));
   writing.report.insert(QStringLiteral("busy"), present.busy);
   writing.report.insert(QStringLiteral("dryRun"), !yes);
+  if (!call.json) {
+    call.out.Line(session.Line().address.text + u": " + RecorderText(present.recorder, session.Line()));
+  }
+  TellNotInFile(writing, missing);
   if (call.json) {
     InsertForecast(call, opened.setUp, forecast, writing.report);
   } else {
-    call.out.Line(session.Line().address.text + u": " + RecorderText(present.recorder, session.Line()));
     SayForecast(call, opened.setUp, present, forecast);
   }
   return yes ? WriteNow(writing) : EndDryRun(writing, forecast);

@@ -83,7 +83,7 @@ std::u16string RegisterLine(const Call& call, const RegisterWords& words,
                             const RegisterDifference& different) {
   const ParameterRef ref{different.section, different.item, different.tag};
   const bool owned = !different.tag.empty();
-  const bool hidden = owned && !call.speech.secrets && IsSecret(ref);
+  const bool hidden = different.secret && !call.speech.secrets;
   const auto number = [&](std::int16_t value) {
     return hidden ? std::u16string(HiddenSecret) : DecimalText(value);
   };
@@ -114,7 +114,7 @@ QJsonArray JsonOfRegisters(const Call& call, const std::vector<RegisterDifferenc
     QJsonObject object =
         owned ? JsonOf(ref, call.language())
               : QJsonObject{{QStringLiteral("section"), Q(ref.section)}, {QStringLiteral("item"), ref.item}};
-    const bool hidden = owned && !call.speech.secrets && IsSecret(ref);
+    const bool hidden = different.secret && !call.speech.secrets;
     const auto number = [&](std::int16_t value) { return hidden ? QJsonValue() : QJsonValue(value); };
     object.insert(QStringLiteral("register"), different.number);
     object.insert(QStringLiteral("expected"), number(different.expected));

@@ -2,6 +2,7 @@
 // not what the write had to leave there.
 #include "companion/Verify.h"
 
+#include <algorithm>
 #include <map>
 #include <tuple>
 
@@ -135,6 +136,64 @@ TEST_F(Verify, ABusyRecorderIsNotWritten) {
 }
 
 // The USB link takes a call that fails for a success: what it brought is the exchange before.
+// Older firmware has no name for the register, but a password of its own may stand there.
+TEST_F(Verify, ARegisterWhereAPasswordStandsTodayIsASecretInAnyFirmware) {
+  for (const Generation* generation : {&Oldest, &Newest}) {
+    Prepare(*generation);
+    WholeSetUp setUp = Filled("KOV", 4);
+    const std::size_t writes = WriteRequests(*generation).size();
+    const auto& item = ParamStore.at(gFFindSection("H")).Items.at(0);
+    const auto record = std::ranges::find(item.NumRecords, "PAS1",
+                                          [](const ParamNumRecord& number) { return Trim(number.Tag); });
+    ASSERT_NE(record, item.NumRecords.end());
+    for (const int word : {static_cast<int>(record->WordOffset), 0}) {
+      recorder.requests.clear();
+      recorder.onRequest = [&](int index) {
+        if (static_cast<std::size_t>(index) == writes) {
+          recorder.Register(PlaceIn(*generation, 'H').base + word) ^= 1;
+        }
+      };
+      const WriteOutcome outcome = WriteAndVerify(line, setUp, false);
+      ASSERT_EQ(outcome.different.size(), 1U);
+      EXPECT_EQ(outcome.different[0].secret, word != 0);
+      EXPECT_EQ(outcome.different[0].tag == "PAS1", word != 0 && generation == &Newest);
+    }
+    recorder.onRequest = {};
+  }
+}
+
+// Its set-up is not in the backup, and what was told of the write was told of the other one.
+TEST_F(Verify, ARecorderThatWasExchangedBehindTheReadIsNotWritten) {
+  Prepare(Newest);
+  const RecorderRead present = ReadRecorder(line, {}, AskState::Yes);
+  WholeSetUp setUp = Filled("KOV", 4);
+  const auto expectUntouched = [&] {
+    const std::vector<std::uint16_t> before = Memory();
+    const WriteOutcome outcome = WriteAndVerify(line, setUp, true, &present);
+    EXPECT_EQ(outcome.end, WriteEnd::NotWritten);
+    EXPECT_NE(outcome.reason.find(u"another recorder answers"), std::u16string::npos);
+    EXPECT_EQ(Memory(), before);
+    EXPECT_EQ(platform.socket.state, 0);
+  };
+  recorder.PutText(30005, "K0099", 16); // the serial number
+  expectUntouched();
+  recorder.PutText(30005, "", 16);
+  Prepare(Oldest);
+  expectUntouched();
+  Prepare(Newest);
+  EXPECT_EQ(WriteAndVerify(line, setUp, true, &present).end, WriteEnd::Verified);
+  recorder.requests.clear();
+  recorder.onRequest = [&](int index) {
+    if (static_cast<std::size_t>(index) == WriteRequests(Newest).size()) {
+      recorder.PutText(30005, "K0099", 16);
+    }
+  };
+  const WriteOutcome outcome = WriteAndVerify(line, setUp, true, &present);
+  EXPECT_EQ(outcome.end, WriteEnd::NotCompared);
+  EXPECT_NE(outcome.reason.find(u"another recorder answers"), std::u16string::npos);
+  EXPECT_FALSE(outcome.stored);
+}
+
 TEST_F(Verify, AUsbCallThatFailsIsNeverASuccess) {
   Prepare(Oldest);
   line = On(Line::Usb);

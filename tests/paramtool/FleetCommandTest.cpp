@@ -50,6 +50,22 @@ TEST_F(FleetCommand, TellsEveryDefectOfTheListBeforeAnythingRuns) {
   EXPECT_NE(report.value(QStringLiteral("error")).toString(), QString());
 }
 
+// The set-up of one would take the place of the other's.
+TEST_F(FleetCommand, OneFileUnderTwoNamesIsADefect) {
+  std::filesystem::create_directory(File("real"));
+  std::filesystem::create_directory_symlink("real", File("link"));
+  WriteList({Row("A", "tcp:a", "", "real/a.RUG"), Row("B", "tcp:b", "", "link/a.RUG"),
+             Row("C", "tcp:c", "", "c.RUG"), Row("D", "tcp:d", "", File("c.RUG")),
+             Row("E", "tcp:e", "", "link/e.RUG")});
+  const Ended ended = Fleet({"read"});
+  EXPECT_EQ(ended.status, ExitFailed);
+  const std::string list = "paramtool: FOLDER/plant.csv";
+  EXPECT_EQ(LinesOf(WithoutFolder(ended.errors)),
+            (Words{list + ":3: file \"link/a.RUG\" is that of line 2",
+                   list + ":5: file \"FOLDER/c.RUG\" is that of line 4",
+                   list + ": nothing was done, defects in the list: 2"}));
+}
+
 TEST_F(FleetCommand, AListThatCannotBeReadIsTold) {
   const Ended ended = Fleet({"read"});
   EXPECT_EQ(ended.status, ExitFailed);

@@ -102,6 +102,18 @@ TEST_F(FleetGit, OneCommitARunWithWhoChangedAndNoneWhenNothingDid) {
             GitText({"rev-parse", "--short", "HEAD"}));
 }
 
+// A hook of another repository has started it, and git says there which repository it is.
+TEST_F(FleetGit, TheRepositoryIsThatOfTheFolderWhateverTheEnvironmentSays) {
+  MakeRepository();
+  ASSERT_EQ(RunProcess("/usr/bin/env", {"git", "init", "--quiet", File("other")}, Own()).status, 0);
+  ProcessOptions options = Own();
+  options.environment.push_back("GIT_DIR=" + File("other/.git"));
+  options.environment.push_back("GIT_INDEX_FILE=" + File("other/.git/index"));
+  EXPECT_EQ(Fleet({"read", "-d", Folder()}, options).status, ExitGood);
+  EXPECT_EQ(Commits(), 1);
+  EXPECT_FALSE(Exists("other/.git/index"));
+}
+
 TEST_F(FleetGit, SpeaksTheLanguageOfTheReport) {
   MakeRepository();
   EXPECT_EQ(ReadPlant({"--lang", "ja"}).status, ExitGood);

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <set>
+#include <sstream>
 #include <sys/stat.h>
 
 #include "core/Text.h"
@@ -157,7 +159,9 @@ protected:
       recorder.name = address;
       recorder.address = ParseAddress(address, Language::English);
       recorder.model = "RUG";
-      recorder.file = u"file.RUG";
+      const std::size_t row = order.recorders.size();
+      recorder.file = row < files.size() ? files[row] : u"file.RUG";
+      recorder.line = 11 + static_cast<int>(row);
       order.recorders.push_back(recorder);
     }
     return paramtool::CarryOut(order, {.ended = [](auto...) {}, .changed = [](auto...) {}});
@@ -169,6 +173,7 @@ protected:
 
   BarePlatform platform{{.programFolder = LOADER_DATA_DIR}};
   paramtool::FleetOrder order;
+  std::vector<std::u16string> files; // of the recorders, in their order
 };
 
 TEST_F(FleetOrders, AWriteIsAskedWithItsOptionsAndTold) {
@@ -201,6 +206,33 @@ TEST_F(FleetOrders, WhatAChildSaysOfItsEndIsToldWhenItWasAskedToEnd) {
   EXPECT_EQ(TextOf("trap 'echo {\\\"error\\\": \\\"half of it\\\"}; exit 2' TERM\nread line <'" +
                    File("never") + "'"),
             "failed: ended after 0 s: half of it");
+}
+
+TEST_F(FleetOrders, AWriteThatWasKilledMayHaveLeftHalf) {
+  order.action = paramtool::FleetAction::Write;
+  EXPECT_EQ(TextOf("kill -9 $$"), "failed: its process has crashed");
+  order.passedOn = QStringList{"--yes"};
+  EXPECT_EQ(
+      TextOf("kill -9 $$"),
+      "failed: its process has crashed; the recorder may hold a mixture of both set-ups: write it again");
+}
+
+// Files of the same name outside of the folder, and one whose whole path looks like another's place.
+TEST_F(FleetOrders, EachRecorderHasABackupOfItsOwn) {
+  order.action = paramtool::FleetAction::Write;
+  order.backups = File("backups");
+  files = {u"../a/x.RUG", u"../b/x.RUG", u"/c/y.RUG", u"x.RUG", u"c/y.RUG", u"d/../x.RUG2"};
+  static_cast<void>(CarryOut("exit 2", {u"tcp:1", u"tcp:2", u"tcp:3", u"tcp:4", u"tcp:5", u"tcp:6"}));
+  std::set<std::string> backups;
+  std::istringstream asked(Read("asked"));
+  for (std::string line; std::getline(asked, line);) {
+    if (line == "--backup" && std::getline(asked, line)) {
+      backups.insert(WithoutFolder(line));
+    }
+  }
+  const std::string folder = "FOLDER/backups/";
+  EXPECT_EQ(backups, (std::set<std::string>{folder + "11-x.RUG", folder + "12-x.RUG", folder + "y.RUG",
+                                            folder + "x.RUG", folder + "c/y.RUG", folder + "x.RUG2"}));
 }
 
 TEST_F(FleetOrders, AReadThatSaysWellAndLeavesNoFileHasFailed) {

@@ -230,6 +230,70 @@ TEST_F(WriteCommand, SecretsAreHiddenUnlessAskedFor) {
   }
 }
 
+// It opens, as an empty one does, and the rest of the recorder would be reset.
+TEST_F(WriteCommand, HalfAFileIsNotWritten) {
+  const auto recorder = StartRecorder("V40A");
+  for (const std::size_t size : {std::size_t{0}, PlantFile("KOV").size() / 2}) {
+    const std::string half = Write("it", PlantFile("KOV").substr(0, PlantFile("KOV").rfind('\n', size) + 1));
+    std::vector<std::string> call{"write", half, TcpOf(*recorder), "--lang", "en", "--model", "KOV"};
+    const Ended dry = Tool(call);
+    EXPECT_EQ(dry.status, ExitDifferent);
+    EXPECT_NE(dry.output.find("Not in the file, so at the initial settings:\n"), std::string::npos);
+    call.emplace_back("--yes");
+    const Ended ended = Tool(call);
+    EXPECT_EQ(ended.status, ExitFailed);
+    EXPECT_NE(ended.errors.find("names only a part of the model's items"), std::string::npos) << ended.errors;
+  }
+  ExpectUntouched(*recorder);
+}
+
+// A few lines may be missing, as in a file of an older program; each is told.
+TEST_F(WriteCommand, WhatTheFileDoesNotNameIsTold) {
+  const auto recorder = StartRecorder("V40A");
+  std::string bytes = PlantFile("KOV");
+  const std::size_t at = bytes.find("\nC02MMAX,") + 1;
+  const std::string file = Write("it", bytes.erase(at, bytes.find('\n', at) + 1 - at));
+  const std::vector<std::string> call{"write",  file, TcpOf(*recorder), "--yes", "--no-backup",
+                                      "--lang", "en"};
+  const Ended ended = Tool(call);
+  EXPECT_EQ(ended.status, ExitGood);
+  EXPECT_NE(ended.output.find(
+                "Not in the file, so at the initial settings:\n  CH 3 Measuring range, upper limit\n"),
+            std::string::npos)
+      << ended.output;
+  const QJsonObject report = JsonOfOutput(Tool({"write", file, TcpOf(*recorder), "--json"}));
+  ASSERT_EQ(report["notInFile"].toArray().size(), 1);
+  EXPECT_EQ(report["notInFile"].toArray()[0].toObject()["key"].toString(), QStringLiteral("C02MMAX"));
+}
+
+// All of such a line is its key.
+TEST_F(WriteCommand, APasswordInALineWithoutACommaIsNoKey) {
+  std::string bytes = PlantFile("KOV");
+  const std::size_t at = bytes.find("\nH00PAS1,") + 1;
+  bytes.replace(at, bytes.find("\r\n", at) - at, "H00PAS1;8642");
+  const std::string bad = Write("bad.KOV", bytes);
+  for (const std::vector<std::string>& call : std::vector<std::vector<std::string>>{
+           {"write", bad, "tcp:127.0.0.1:1"}, {"show", bad}, {"compare", bad, plant}, {"check", bad}}) {
+    const Ended ended = Tool(call);
+    EXPECT_NE((ended.output + ended.errors).find("H00PAS1"), std::string::npos) << call[0];
+    EXPECT_EQ((ended.output + ended.errors).find("8642"), std::string::npos) << call[0];
+  }
+}
+
+// A closed stream's number goes to the next file or socket: no message may go there.
+TEST_F(WriteCommand, WithClosedStreamsNothingStrayGoesAnywhere) {
+  for (const std::string closed : {"2>&-", "1>&- 2>&-", "0<&- 1>&- 2>&-"}) {
+    const auto recorder = StartRecorder("V40A");
+    std::filesystem::remove(File("b"));
+    std::string command = "exec \"$0\" \"$@\" " + closed;
+    const Ended ended = RunProcess("/bin/sh", {"-c", command, ToolProgram().string(), "write", plant,
+                                               TcpOf(*recorder), "--yes", "--backup", File("b")});
+    EXPECT_EQ(ended.status, closed == "2>&-" ? ExitGood : ExitFailed) << closed; // the report is lost
+    EXPECT_EQ(Read("b").find("paramtool"), std::string::npos);
+    EXPECT_EQ(Tool({"write", plant, TcpOf(*recorder)}).status, ExitGood) << closed;
+  }
+}
+
 TEST_F(WriteCommand, NothingToChangeAndNothingToLoseIsEqual) {
   const auto recorder = StartRecorder("V40A");
   ASSERT_EQ(Tool({"write", plant, TcpOf(*recorder), "--yes", "--no-backup"}).status, ExitGood);
