@@ -19,7 +19,6 @@ namespace loader {
 
 namespace {
 
-constexpr std::array<std::string_view, 2> Models{"KOV", "RUG"};
 constexpr int LastPort = 65535;
 constexpr int LastStation = 255;
 
@@ -117,8 +116,7 @@ private:
     }
   }
   void TakeModel() {
-    const std::string model = Narrow(rest_);
-    if (std::ranges::find(Models, model) == Models.end()) {
+    if (!IsModelCode(Narrow(rest_))) {
       Refuse(Phrase::AddressModel);
     }
   }
@@ -169,7 +167,7 @@ std::string ModelFieldOf(std::string_view bytes) {
     const std::string_view line = TakeLine(bytes);
     if (line.starts_with(Key)) {
       const std::string model(line.substr(Key.size(), 3));
-      return std::ranges::find(Models, model) == Models.end() ? std::string() : model;
+      return IsModelCode(model) ? model : std::string();
     }
   }
   return {};
@@ -200,10 +198,11 @@ void LayFile(OpenedSetUp& opened) {
 [[noreturn]] void RefuseToOpen(const OpenedSetUp& opened, Language language) {
   const auto worst = std::ranges::find_if(
       opened.defects, [](const FileDefect& defect) { return PreventsOpening(defect.reason); });
+  const std::u16string key = ShownKey(worst->key);
   throw Undone{Say(Phrase::SetUpDoesNotOpen, language,
                    {{u"SETUP", opened.address.text},
                     {u"LINE", DecimalText(static_cast<std::int64_t>(worst->line))},
-                    {u"KEY", FromCodePage(worst->key)},
+                    {u"KEY", LooksLikeKey(key) ? std::u16string_view(key) : u"?"},
                     {u"REASON", DefectText(worst->reason, language)}})};
 }
 
@@ -269,7 +268,7 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
     return {ModelBasis::Content, std::move(model)};
   }
   std::vector<std::string> fitting;
-  for (const std::string_view model : Models) {
+  for (const std::string_view model : ModelCodes) {
     if (OpensAs(model, bytes, language)) {
       fitting.emplace_back(model);
     }
@@ -290,7 +289,7 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
 std::string ModelByItems(std::string_view bytes, Language language) {
   constexpr std::size_t OneIn = 10; // items may differ
   const ItemSet named = ItemsNamedBy(bytes);
-  for (const std::string_view model : Models) {
+  for (const std::string_view model : ModelCodes) {
     const ItemSet items = ItemsOf(InitialSetUp(model, language).store);
     std::vector<std::string> different;
     std::ranges::set_symmetric_difference(named, items, std::back_inserter(different));
@@ -305,9 +304,9 @@ std::string ModelOfName(const std::filesystem::path& file) {
   std::string ending = file.extension().string();
   std::ranges::transform(ending, ending.begin(),
                          [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  const auto model =
-      std::ranges::find_if(Models, [&](std::string_view name) { return ending == "." + std::string(name); });
-  return model == Models.end() ? std::string() : std::string(*model);
+  const auto model = std::ranges::find_if(
+      ModelCodes, [&](std::string_view name) { return ending == "." + std::string(name); });
+  return model == ModelCodes.end() ? std::string() : std::string(*model);
 }
 
 std::string FileBytesOf(const SetUpAddress& address, Language language) {

@@ -36,7 +36,8 @@ struct WrongUsage {
 };
 
 // Results go to the standard output when the command has ended, in one piece; messages and progress to the
-// standard error output at once.
+// standard error output at once. A line is one line: what may stand in a name, a key or a message of the
+// system and would command a terminal shows as its sign (VisibleText).
 class Output {
 public:
   void Line(std::u16string_view text = {});

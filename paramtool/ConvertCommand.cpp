@@ -47,7 +47,7 @@ std::string AskedModel(const Call& call) {
     throw WrongUsage{Say(Phrase::OptionMissing, call.language(), {{u"OPTION", u"to"}})};
   }
   const std::string model = Narrow(call.Value("to"));
-  if (model != "KOV" && model != "RUG") {
+  if (!IsModelCode(model)) {
     throw WrongUsage{std::u16string(PhraseText(Phrase::WrongTo, call.language()))};
   }
   return model;

@@ -39,14 +39,10 @@ struct Recorder {
   int generation = NewestGeneration;
 };
 
-bool IsModel(std::u16string_view text) {
-  return text == u"KOV" || text == u"RUG";
-}
-
 std::string ModelOfVersion(std::u16string_view version) {
-  for (const char* model : {"KOV", "RUG"}) {
+  for (const std::string_view model : ModelCodes) {
     if (GenerationOfTag(model, version)) {
-      return model;
+      return std::string(model);
     }
   }
   return {};
@@ -63,7 +59,9 @@ Recorder RecorderOf(const Call& call, const std::vector<TraceLine>& lines) {
     throw WrongUsage{Say(Phrase::DecodeWrongFirmware, call.language(), {{u"TAG", recorder.version}})};
   }
   if (recorder.model.empty()) {
-    recorder.model = !ofOption.empty() ? ofOption : IsModel(said.model) ? Narrow(said.model) : std::string();
+    recorder.model = !ofOption.empty()                 ? ofOption
+                     : IsModelCode(Narrow(said.model)) ? Narrow(said.model)
+                                                       : std::string();
   }
   if (recorder.model.empty()) {
     throw Undone{Say(Phrase::DecodeNoModel, call.language(), {{u"FILE", call.Argument(0)}})};
