@@ -34,12 +34,6 @@ std::optional<Phrase> NoSuchReference(Extent extent) {
   return std::nullopt;
 }
 
-// Kinds without a name are no kinds: no list offers them.
-bool IsKind(int type) {
-  const std::vector<int> kinds = OfferedInputTypes(PairIndependent, KindSkip);
-  return std::ranges::find(kinds, type) != kinds.end();
-}
-
 // A number at a position, whatever its limits.
 std::u16string AtPosition(int value, int position) {
   return StoredToText(value, position, value, value);
@@ -143,14 +137,13 @@ private:
     if (list.extent == Extent::PairedInputKinds) {
       return IsOperationChannel(ref.item) || IsKind(value); // an operation channel has no kind
     }
-    return row.meaning.alsoTyped || HasRow(row, ref.item, value);
+    return row.meaning.alsoTyped || (HasRow(row, ref.item, value) && !IsUnitOfOtherKind(ref, value));
   }
 
   void CheckField(const ParameterRef& ref, const ParamNumRecord& record, const NumberRule& rule) {
     const ChannelRow* channel = rows_.Of(ref);
-    if (channel != nullptr && !channel->operation &&
-        (channel->storedType == KindSkip || !IsKind(channel->storedType))) {
-      return; // a channel that measures nothing
+    if (MeasuresNothing(ref)) {
+      return;
     }
     const NumberInForce force = InForce(rule, record, ref.item, channel);
     if (Within(force.limits, record.Value)) {

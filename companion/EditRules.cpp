@@ -56,21 +56,21 @@ Reason ObjectionToKind(int item, int kind, Language language) {
              {{u"CHANNEL", DecimalText(item)}, {u"KIND", KindName(previous)}});
 }
 
-// It measures nothing: its unit and its ranges stand for nothing either.
-bool IsSkipped(const ParameterRef& ref) {
-  return IsOfChannel(ref) && !IsOperationChannel(ref.item) && NumValue("C", ref.item, "TYPE") == KindSkip;
+Reason ObjectionToRecord(const ParamNumRecord& record, Language language) {
+  return Within(RecordLimits(record), record.Value) ? std::nullopt
+                                                    : Reason(LimitsText({0, RecordLimits(record)}, language));
 }
 
 Reason ObjectionToChoice(const MeaningRow& row, const ParameterRef& ref, const ParamNumRecord& record,
                          Language language) {
-  if (IsDecidedAway(row, ref.item) || IsSpecial(row, ref.item, record.Value)) {
-    return std::nullopt;
+  if (ChoicesOf(row, View::Screen, ref.item).list == nullptr) { // what decides it leaves it none
+    return ObjectionToRecord(record, language);
   }
   if (ref.section == "C" && ref.tag == "TYPE") {
-    return ObjectionToKind(ref.item, record.Value, language);
+    return IsOperationChannel(ref.item) ? ObjectionToRecord(record, language) // it has no kind
+                                        : ObjectionToKind(ref.item, record.Value, language);
   }
-  if (ref.section == "C" && ref.tag == "UNIT" && !IsSkipped(ref) && !IsOperationChannel(ref.item) &&
-      !OffersUnit(NumValue("C", ref.item, "TYPE"), record.Value)) {
+  if (IsUnitOfOtherKind(ref, record.Value)) {
     return Say1(Phrase::EditNoTemperatureUnit, language);
   }
   const bool offered = HasRow(row, ref.item, record.Value) ||
@@ -82,16 +82,11 @@ Reason ObjectionToNumber(const MeaningRow& row, const ParameterRef& ref, const P
                          const ChannelRow* channel, Language language) {
   const NumberInForce typed = InForce(FormIn(row, View::Screen).number, record, ref.item, channel);
   const NumberInForce shown = InForce(FormIn(row, View::Table).number, record, ref.item, channel);
-  const bool skipped = IsSkipped(ref) && Within(RecordLimits(record), record.Value);
+  const bool skipped = MeasuresNothing(ref) && Within(RecordLimits(record), record.Value);
   if (skipped || Within(typed.limits, record.Value) || Within(shown.limits, record.Value)) {
     return std::nullopt;
   }
   return LimitsText(typed, language);
-}
-
-Reason ObjectionToRecord(const ParamNumRecord& record, Language language) {
-  return Within(RecordLimits(record), record.Value) ? std::nullopt
-                                                    : Reason(LimitsText({0, RecordLimits(record)}, language));
 }
 
 Reason ObjectionToText(const ParamTextRecord& record, Language language) {
@@ -179,6 +174,9 @@ std::optional<std::u16string> Objection(const ParameterRef& ref, ChannelRows& ro
   case Sense::AddressMask:
     return ObjectionToRecord(*stored.number, language);
   case Sense::FormulaWord:
+    if (auto reason = ObjectionToRecord(*stored.number, language)) {
+      return reason;
+    }
     return ObjectionToFormula(ref, language);
   default:
     return std::nullopt;
@@ -218,7 +216,8 @@ std::optional<std::u16string> WhyNotAdjustable(const ParameterRef& ref, Language
 }
 
 std::optional<std::u16string> PairObjection(const ParameterRef& ref, Language language) {
-  if (ref.section != "C" || ref.tag != "TYPE" || ChannelPairKind(ref.item) != PairLeader) {
+  if (ref.section != "C" || ref.tag != "TYPE" || IsOperationChannel(ref.item) ||
+      ChannelPairKind(ref.item) != PairLeader) {
     return std::nullopt;
   }
   const int next = NumValue("C", ref.item + 1, "TYPE", KindSkip);

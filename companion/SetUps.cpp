@@ -179,12 +179,22 @@ void RefuseRecorder(const SetUpAddress& address, Language language) {
   }
 }
 
+// In the user's language, and without the name of the file, which stands in front of it.
+Phrase WhyNotRead(const std::filesystem::path& file) {
+  std::error_code none;
+  if (!std::filesystem::exists(file, none)) {
+    return Phrase::FileNotThere;
+  }
+  return std::filesystem::is_regular_file(file, none) ? Phrase::FileNotRead : Phrase::WriteNoFile;
+}
+
 std::string ReadFileOf(const SetUpAddress& address, Language language) {
+  const std::filesystem::path file = PathOf(address.where);
   try {
-    return ReadRegularFile(PathOf(address.where));
-  } catch (const RunTimeFailure& failure) {
+    return ReadRegularFile(file);
+  } catch (const RunTimeFailure&) {
     throw Undone{Say(Phrase::SetUpNotThere, language,
-                     {{u"SETUP", address.text}, {u"REASON", FromUtf8(failure.what())}})};
+                     {{u"SETUP", address.text}, {u"REASON", PhraseText(WhyNotRead(file), language)}})};
   }
 }
 

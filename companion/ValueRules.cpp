@@ -1,5 +1,8 @@
 #include "companion/ValueRules.h"
 
+#include <algorithm>
+
+#include "channel/Adjustable.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modIni.h"
@@ -35,6 +38,24 @@ bool HasRow(const MeaningRow& row, int item, int value) {
   const bool special = list != nullptr && value >= list->specials.first && value <= list->specials.last;
   return special || (list != nullptr && RowOfValue(*list, value)) ||
          (other != nullptr && RowOfValue(*other, value));
+}
+
+bool IsKind(int type) {
+  const std::vector<int> kinds = OfferedInputTypes(PairIndependent, KindSkip);
+  return std::ranges::find(kinds, type) != kinds.end();
+}
+
+bool MeasuresNothing(const ParameterRef& ref) {
+  if (!IsOfChannel(ref) || IsOperationChannel(ref.item)) {
+    return false;
+  }
+  const int kind = NumValue("C", ref.item, "TYPE");
+  return kind == KindSkip || !IsKind(kind);
+}
+
+bool IsUnitOfOtherKind(const ParameterRef& ref, int value) {
+  return ref.section == "C" && ref.tag == "UNIT" && !IsOperationChannel(ref.item) && !MeasuresNothing(ref) &&
+         !OffersUnit(NumValue("C", ref.item, "TYPE"), value);
 }
 
 std::u16string KindName(int kind) {

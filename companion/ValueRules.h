@@ -37,6 +37,15 @@ private:
 // others. Kinds of inputs are not judged by their rows: OfferedInputTypes.
 [[nodiscard]] bool HasRow(const MeaningRow& row, int item, int value);
 
+// A kind that the list of kinds offers: those without a name are none.
+[[nodiscard]] bool IsKind(int type);
+
+// A measuring channel that is skipped, or whose kind is none: its unit and its ranges stand for nothing.
+[[nodiscard]] bool MeasuresNothing(const ParameterRef& ref);
+
+// A unit that the kind of its channel does not take: a temperature has one of two.
+[[nodiscard]] bool IsUnitOfOtherKind(const ParameterRef& ref, int value);
+
 // The name of a kind of input; its number for a kind without a name.
 [[nodiscard]] std::u16string KindName(int kind);
 

@@ -74,6 +74,8 @@ struct Call {
   [[nodiscard]] std::u16string Value(const char* option) const {
     return options.value(QString::fromLatin1(option)).toStdU16String();
   }
+  // The file that an option names; WrongUsage for none and for "-", which would become a file of that name.
+  [[nodiscard]] std::filesystem::path FileOf(const char* option) const;
   // The file of --output; WrongUsage when it was not given.
   [[nodiscard]] std::filesystem::path OutputFile() const;
   // The patterns of an option that may be given several times.

@@ -193,11 +193,19 @@ QJsonObject Call::Report() const {
   return {{QStringLiteral("form"), ReportForm}, {QStringLiteral("command"), QLatin1String(command)}};
 }
 
+std::filesystem::path Call::FileOf(const char* option) const {
+  const std::u16string name = Value(option);
+  if (name.empty() || name == u"-") {
+    throw WrongUsage{Say(Phrase::OptionNoFile, language(), {{u"OPTION", Widen(option)}})};
+  }
+  return PathOf(name);
+}
+
 std::filesystem::path Call::OutputFile() const {
   if (!Has("output")) {
     throw WrongUsage{Say(Phrase::OptionMissing, language(), {{u"OPTION", u"output"}})};
   }
-  return PathOf(Value("output"));
+  return FileOf("output");
 }
 
 std::vector<Selection> Call::Selections(const char* option) const {

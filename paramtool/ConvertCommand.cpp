@@ -64,7 +64,7 @@ Task TaskOf(const Call& call) {
     RequireOtherFile(task.output, task.from, call.language());
   }
   if (call.Has("html")) {
-    task.html = PathOf(call.Value("html"));
+    task.html = call.FileOf("html");
     RequireOtherFile(*task.html, task.from, call.language());
     std::error_code none;
     if (std::filesystem::absolute(*task.html, none).lexically_normal() ==
