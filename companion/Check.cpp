@@ -16,8 +16,6 @@ using check::Findings;
 using check::LaidLines;
 using check::SetBy;
 
-constexpr std::array<std::string_view, 2> Models{"KOV", "RUG"};
-
 // --- What the reader says
 
 struct ReaderReason {
@@ -55,10 +53,10 @@ void TellReaderDefect(Findings& findings, const FileDefect& defect) {
   const Severity severity = PreventsOpening(defect.reason) ? Severity::PreventsOpening : Severity::Lost;
   const std::u16string message(DefectText(defect.reason, findings.language()));
   if (NamesNoParameter(defect.reason)) {
-    findings.TellLine(defect.line, check::ShownKey(defect.key), ReasonOf(defect.reason), severity, message);
+    findings.TellLine(defect.line, ShownKey(defect.key), ReasonOf(defect.reason), severity, message);
     return;
   }
-  const SetBy at{defect.line, check::ShownKey(defect.key), defect.value};
+  const SetBy at{defect.line, ShownKey(defect.key), defect.value};
   findings.TellParameter({defect.section, defect.item, defect.tag}, at, ReasonOf(defect.reason), severity,
                          message);
 }
@@ -115,7 +113,7 @@ std::string LikelierModel(std::string_view bytes, Language language) {
     return likelier;
   }
   std::size_t fewest = 0;
-  for (const std::string_view model : Models) {
+  for (const std::string_view model : ModelCodes) {
     const std::size_t lines = LinesThatPreventOpening(model, bytes, language);
     if (likelier.empty() || lines < fewest) {
       likelier = model;
@@ -134,7 +132,7 @@ void CheckModel(Findings& findings, const LaidLines& lines) {
   const std::u16string model = Widen(checked.model);
   const ParamTextRecord* field = FindTextRecord("P", 0, "PILC");
   const std::u16string own(field == nullptr ? u"" : TrimRight(field->Value));
-  if (own != model && std::ranges::find(Models, Narrow(own)) != Models.end()) {
+  if (own != model && IsModelCode(Narrow(own))) {
     findings.TellParameter({"P", 0, "PILC"}, lines.Of({"P", 0, "PILC"}, own), CheckReason::OtherModel,
                            Severity::Doubtful,
                            findings.Words(Phrase::CheckOtherModelField, {{u"MODEL", model}}));
@@ -277,22 +275,6 @@ bool HoldsKeyOfSecret(std::u16string_view value) {
     }
   }
   return false;
-}
-
-// Whether a line whose parameter is not known begins as a line does. One that does not may be the rest of
-// another one: of a password, behind a line end that got into it.
-bool LooksLikeKey(std::u16string_view key) {
-  constexpr std::size_t TagColumn = 3;
-  if (key == u"LOADER") {
-    return true;
-  }
-  const auto letter = [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); };
-  const auto ofTag = [](char16_t c) { return (c >= u'A' && c <= u'Z') || IsDigit(c) || c > u'~'; };
-  if (key.size() <= TagColumn || !letter(key[0])) {
-    return false;
-  }
-  const int digits = (IsDigit(key[1]) ? 1 : 0) + (IsDigit(key[2]) ? 1 : 0);
-  return digits == 2 || (digits == 1 && std::ranges::all_of(key.substr(TagColumn), ofTag));
 }
 
 } // namespace

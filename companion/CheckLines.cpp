@@ -10,7 +10,6 @@ namespace loader::check {
 
 namespace {
 
-constexpr std::size_t KeyColumns = 7; // letter, two digits, tag
 constexpr std::size_t TagColumn = 3;
 constexpr std::size_t MostLooked = 1000; // bytes of a value that is shown: it is cut anyway
 
@@ -181,22 +180,6 @@ std::uint64_t PackedKey(std::string_view section, int item, std::string_view tag
     packed = packed << 8U | static_cast<unsigned char>(at < name.size() ? name[at] : ' ');
   }
   return packed;
-}
-
-std::u16string ShownKey(std::string_view key) {
-  const std::size_t last = key.find_last_not_of(' ');
-  const std::string_view written = key.substr(0, last == std::string_view::npos ? 0 : last + 1);
-  std::u16string shown = ShownValue(FromCodePage(written.substr(0, KeyColumns)));
-  return written.size() > KeyColumns ? shown + u"…" : shown;
-}
-
-std::u16string ShownValue(std::u16string_view value) {
-  constexpr std::size_t MostShown = 64;
-  constexpr char16_t Unprintable = 0xFFFD;
-  std::u16string shown(value.substr(0, MostShown));
-  std::ranges::replace_if(
-      shown, [](char16_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }, Unprintable);
-  return value.size() > MostShown ? shown + u"…" : shown;
 }
 
 void CheckEncoding(Findings& findings, std::string_view bytes) {

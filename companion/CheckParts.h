@@ -57,12 +57,6 @@ private:
   std::size_t most_ = MostDefectsTold;
 };
 
-// The key of a line as a report shows it: cut behind the columns of a key, since what stands in its place in
-// a damaged line may be a value.
-[[nodiscard]] std::u16string ShownKey(std::string_view key);
-// A value as a report shows it: cut, and without characters that a terminal would obey.
-[[nodiscard]] std::u16string ShownValue(std::u16string_view value);
-
 // --- The file and its lines (CheckLines.cpp)
 
 // What the bytes as a whole are, where they are no text of code page 932.

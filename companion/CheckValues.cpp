@@ -1,15 +1,12 @@
 // The values of a file, by the rules of the fields: limits, lists, lengths, pairs of channels.
-#include <array>
-#include <map>
 #include <optional>
 
-#include "channel/InputTypeRules.h"
 #include "companion/CheckParts.h"
+#include "companion/ValueRules.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modIni.h"
 #include "meaning/Lists.h"
-#include "meaning/ParameterText.h"
 
 namespace loader::check {
 
@@ -35,16 +32,6 @@ std::optional<Phrase> NoSuchReference(Extent extent) {
     break;
   }
   return std::nullopt;
-}
-
-bool IsMeasuringChannel(int item) {
-  return item >= 0 && item < Profile.ChannelCount;
-}
-
-// Kinds without a name are no kinds: no list offers them.
-bool IsKind(int type) {
-  const std::vector<int> kinds = OfferedInputTypes(PairIndependent, KindSkip);
-  return std::ranges::find(kinds, type) != kinds.end();
 }
 
 // A number at a position, whatever its limits.
@@ -119,7 +106,7 @@ private:
     if (row != nullptr && CheckList(ref, record, *row)) {
       return;
     }
-    if (record.Value < record.MinValue || record.Value > record.MaxValue) {
+    if (!Within(RecordLimits(record), record.Value)) {
       Tell(ref, record, CheckReason::OutsideLimits, Phrase::CheckOutsideLimits,
            {{u"LOWEST", DecimalText(record.MinValue)}, {u"HIGHEST", DecimalText(record.MaxValue)}});
       return;
@@ -131,8 +118,7 @@ private:
 
   // Whether it was told.
   bool CheckList(const ParameterRef& ref, const ParamNumRecord& record, const MeaningRow& row) {
-    const Sense sense = FormIn(row, View::Screen).sense;
-    if (sense != Sense::Choice && sense != Sense::ColourNumber) {
+    if (!IsList(FormIn(row, View::Screen).sense)) {
       return false;
     }
     const ChoiceList* list = ChoicesOf(row, View::Screen, ref.item).list;
@@ -149,38 +135,24 @@ private:
 
   static bool IsOffered(const ParameterRef& ref, int value, const MeaningRow& row, const ChoiceList& list) {
     if (list.extent == Extent::PairedInputKinds) {
-      return !IsMeasuringChannel(ref.item) || IsKind(value); // an operation channel has no kind
+      return IsOperationChannel(ref.item) || IsKind(value); // an operation channel has no kind
     }
-    const ChoiceList* other = row.meaning.otherChoices;
-    return row.meaning.alsoTyped || RowOfValue(list, value) ||
-           (other != nullptr && RowOfValue(*other, value));
+    return row.meaning.alsoTyped || (HasRow(row, ref.item, value) && !IsUnitOfOtherKind(ref, value));
   }
 
   void CheckField(const ParameterRef& ref, const ParamNumRecord& record, const NumberRule& rule) {
-    const ChannelRow* channel = ChannelOf(ref);
-    if (channel != nullptr && !channel->operation &&
-        (channel->storedType == KindSkip || !IsKind(channel->storedType))) {
-      return; // a channel that measures nothing
+    const ChannelRow* channel = rows_.Of(ref);
+    if (MeasuresNothing(ref)) {
+      return;
     }
     const NumberInForce force = InForce(rule, record, ref.item, channel);
-    if (record.Value >= force.limits.minimum && record.Value <= force.limits.maximum) {
+    if (Within(force.limits, record.Value)) {
       return;
     }
     Tell(ref, record, CheckReason::OutsideField, Phrase::CheckOutsideField,
          {{u"VALUE", AtPosition(record.Value, force.position)},
           {u"LOWEST", AtPosition(force.limits.minimum, force.position)},
           {u"HIGHEST", AtPosition(force.limits.maximum, force.position)}});
-  }
-
-  const ChannelRow* ChannelOf(const ParameterRef& ref) {
-    if (ref.section != "C" && ref.section != "A") {
-      return nullptr;
-    }
-    auto found = channels_.find(ref.item);
-    if (found == channels_.end()) {
-      found = channels_.emplace(ref.item, LookUpChannelRow(ref.item, !IsMeasuringChannel(ref.item))).first;
-    }
-    return &found->second;
   }
 
   // --- Pairs of channels
@@ -201,21 +173,17 @@ private:
     if (lines_.Of(ref, {}).line == 0) {
       ref.item = leader;
     }
-    const auto name = [](int number) {
-      const std::u16string* text = CatalogueEntry(InputTypeNames, number);
-      return text == nullptr || text->empty() ? DecimalText(number) : *text;
-    };
     Tell(ref, DecimalText(NumValue("C", ref.item, "TYPE")), CheckReason::KindsCannotPair,
          findings_.Words(Phrase::CheckKindsCannotPair, {{u"CHANNEL", DecimalText(leader + 1)},
-                                                        {u"KIND", name(kind)},
+                                                        {u"KIND", KindName(kind)},
                                                         {u"NEXT", DecimalText(dependent + 1)},
-                                                        {u"OTHER", name(next)}}));
+                                                        {u"OTHER", KindName(next)}}));
   }
 
   Findings& findings_;
   const LaidLines& lines_;
   const ParamStoreTable& initial_;
-  std::map<int, ChannelRow> channels_; // by item
+  ChannelRows rows_;
 };
 
 } // namespace

@@ -24,6 +24,7 @@ constexpr std::size_t CheckBytes = 2;
 constexpr std::size_t LongestRtu = 255;
 constexpr std::size_t ModelWidth = 3; // "KOV-1000" is a KOV
 constexpr std::size_t VersionTagWidth = 4;
+constexpr std::size_t MostPending = 64;
 
 int WordAt(Bytes bytes, std::size_t at) {
   return bytes[at] * 256 + bytes[at + 1];
@@ -128,7 +129,13 @@ struct Pending {
 
 class Decoder {
 public:
-  Decoder(int generation, const Speech& speech) : speech_(speech), fields_(FieldsOfGeneration(generation)) {}
+  // `section`: the parameters of this one alone; empty: all.
+  Decoder(int generation, const Speech& speech, std::string_view section = {})
+      : speech_(speech), fields_(FieldsOfGeneration(generation)) {
+    std::erase_if(fields_, [&](const RegisterField& field) {
+      return !section.empty() && field.ref.section != section;
+    });
+  }
 
   DecodedTrace Run(const std::vector<TraceLine>& lines) {
     const Wire wire = WireOf(lines);
@@ -209,6 +216,10 @@ private:
     if (envelope.wire == Wire::Rtu) { // one exchange at a time
       DropPending();
     }
+    if (pending_.size() == MostPending) { // no recorder answers one so late
+      trace_.frames[pending_.front().frame].unanswered = true;
+      pending_.erase(pending_.begin());
+    }
     pending_.push_back({trace_.frames.size(), envelope.transaction});
   }
 
@@ -220,18 +231,16 @@ private:
   }
 
   void TakeReplyFrame(DecodedFrame& frame, const Envelope& envelope, int function, Bytes data) {
-    const auto asked = std::ranges::find_if(pending_.rbegin(), pending_.rend(), [&](const Pending& pending) {
-      return pending.transaction == envelope.transaction;
-    });
     if ((function & ExceptionMark) != 0) {
       frame.exception = data[0];
     }
+    const auto asked = RequestOf(frame, envelope.transaction, data);
     if (asked == pending_.rend()) {
       frame.defect = FrameDefect::NoRequest;
       return;
     }
     const DecodedFrame request = trace_.frames[asked->frame];
-    const bool fits = request.station == frame.station && request.function == frame.function;
+    const bool fits = IsOfKind(frame, request);
     if (fits) {
       pending_.erase(std::next(asked).base());
     }
@@ -243,6 +252,22 @@ private:
     } else if (frame.exception == 0 && IsRead(frame.function)) {
       Carry(frame, data.subspan(1));
     }
+  }
+
+  // Two clients at once may count their transactions alike: of those that wait under the number the latest
+  // one that the reply fits, and where it fits none the latest.
+  std::vector<Pending>::reverse_iterator RequestOf(const DecodedFrame& reply, int transaction, Bytes data) {
+    const auto numbered = [&](const Pending& pending) { return pending.transaction == transaction; };
+    const auto answered = [&](const Pending& pending) {
+      const DecodedFrame& request = trace_.frames[pending.frame];
+      return numbered(pending) && IsOfKind(reply, request) && AnswersExactly(reply, request, data);
+    };
+    const auto fitting = std::find_if(pending_.rbegin(), pending_.rend(), answered);
+    return fitting != pending_.rend() ? fitting : std::find_if(pending_.rbegin(), pending_.rend(), numbered);
+  }
+
+  static bool IsOfKind(const DecodedFrame& reply, const DecodedFrame& request) {
+    return request.station == reply.station && request.function == reply.function;
   }
 
   static bool IsRead(int function) { return function == ReadHolding || function == ReadInput; }
@@ -315,6 +340,10 @@ private:
 
 DecodedTrace DecodeTrace(const std::vector<TraceLine>& lines, int generation, const Speech& speech) {
   return Decoder(generation, speech).Run(lines);
+}
+
+TraceIdentity IdentityInTrace(const std::vector<TraceLine>& lines, int generation) {
+  return Decoder(generation, {}, "P").Run(lines).identity;
 }
 
 } // namespace loader

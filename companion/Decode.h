@@ -62,6 +62,9 @@ struct DecodedTrace {
 [[nodiscard]] DecodedTrace DecodeTrace(const std::vector<TraceLine>& lines, int generation,
                                        const Speech& speech);
 
+// The identity alone, without the work for all that is not it.
+[[nodiscard]] TraceIdentity IdentityInTrace(const std::vector<TraceLine>& lines, int generation);
+
 [[nodiscard]] constexpr bool IsUnderstood(const DecodedFrame& frame) {
   return frame.defect == FrameDefect::None;
 }

@@ -293,10 +293,18 @@ std::string CapitalKey(std::u16string_view key) {
 
 } // namespace
 
+std::u16string KeyInArgument(std::u16string_view argument) {
+  const auto end = std::ranges::find_if_not(argument, [](char16_t c) {
+    return c == u'*' || c == u'?' || IsDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+  });
+  std::u16string key(argument.begin(), end);
+  return end == argument.end() ? key : key + u"\u2026";
+}
+
 std::vector<Edit> EditsOf(std::u16string_view argument, Language language) {
   const std::size_t at = argument.find(u'=');
   if (at == std::u16string_view::npos) {
-    throw Undone{Say(Phrase::EditNoEquals, language, {{u"ARGUMENT", argument}})};
+    throw Undone{Say(Phrase::EditNoEquals, language, {{u"ARGUMENT", KeyInArgument(argument)}})};
   }
   const std::u16string_view key = argument.substr(0, at);
   const TypedText text{std::u16string(argument.substr(at + 1))};

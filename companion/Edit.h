@@ -25,6 +25,9 @@ struct Edit {
 // as capitals. Undone for an argument without "=", and for a key that names nothing of the set-up in force.
 [[nodiscard]] std::vector<Edit> EditsOf(std::u16string_view argument, Language language);
 
+// What an argument begins with, up to the end of a key: what stands behind it may be a password.
+[[nodiscard]] std::u16string KeyInArgument(std::u16string_view argument);
+
 // A parameter whose value, or what its value reads as, is another one now.
 struct Change {
   ParameterRef ref;

@@ -16,20 +16,8 @@ namespace {
 
 using Reason = std::optional<std::u16string>;
 
-bool IsOperation(int item) {
-  return item >= Profile.ChannelCount;
-}
-
 Reason Say1(Phrase phrase, Language language) {
   return std::u16string(PhraseText(phrase, language));
-}
-
-bool Within(const Limits& limits, int value) {
-  return value >= limits.minimum && value <= limits.maximum;
-}
-
-bool IsList(Sense sense) {
-  return sense == Sense::Choice || sense == Sense::ColourNumber;
 }
 
 void AddChoices(const ChoiceList* list, std::vector<Choice>& choices) {
@@ -51,11 +39,6 @@ bool IsSpecial(const MeaningRow& row, int item, int value) {
   return list != nullptr && value >= list->specials.first && value <= list->specials.last;
 }
 
-// The minutes of the backlight may be typed as well as chosen.
-bool IsTypedToo(const MeaningRow& row) {
-  return row.meaning.otherChoices == &lists::ScreenOff;
-}
-
 // --- Objections, one for each sense
 
 Reason ObjectionToKind(int item, int kind, Language language) {
@@ -69,35 +52,29 @@ Reason ObjectionToKind(int item, int kind, Language language) {
   if (pairKind != PairDependent || name == nullptr || name->empty()) {
     return Say1(Phrase::EditNoSuchChoice, language);
   }
-  const std::u16string* leader = CatalogueEntry(InputTypeNames, previous);
   return Say(Phrase::EditNotBesideLeader, language,
-             {{u"CHANNEL", DecimalText(item)},
-              {u"KIND", leader == nullptr || leader->empty() ? DecimalText(previous) : *leader}});
+             {{u"CHANNEL", DecimalText(item)}, {u"KIND", KindName(previous)}});
 }
 
-// It measures nothing: its unit and its ranges stand for nothing either.
-bool IsSkipped(const ParameterRef& ref) {
-  const bool ofChannel = ref.section == "C" || ref.section == "A";
-  return ofChannel && !IsOperation(ref.item) && NumValue("C", ref.item, "TYPE") == KindSkip;
+Reason ObjectionToRecord(const ParamNumRecord& record, Language language) {
+  return Within(RecordLimits(record), record.Value) ? std::nullopt
+                                                    : Reason(LimitsText({0, RecordLimits(record)}, language));
 }
 
 Reason ObjectionToChoice(const MeaningRow& row, const ParameterRef& ref, const ParamNumRecord& record,
                          Language language) {
-  if (IsDecidedAway(row, ref.item) || IsSpecial(row, ref.item, record.Value)) {
-    return std::nullopt;
+  if (ChoicesOf(row, View::Screen, ref.item).list == nullptr) { // what decides it leaves it none
+    return ObjectionToRecord(record, language);
   }
   if (ref.section == "C" && ref.tag == "TYPE") {
-    return ObjectionToKind(ref.item, record.Value, language);
+    return IsOperationChannel(ref.item) ? ObjectionToRecord(record, language) // it has no kind
+                                        : ObjectionToKind(ref.item, record.Value, language);
   }
-  if (ref.section == "C" && ref.tag == "UNIT" && !IsSkipped(ref) && !IsOperation(ref.item) &&
-      !OffersUnit(NumValue("C", ref.item, "TYPE"), record.Value)) {
+  if (IsUnitOfOtherKind(ref, record.Value)) {
     return Say1(Phrase::EditNoTemperatureUnit, language);
   }
-  const ChoiceList* list = ChoicesOf(row, View::Screen, ref.item).list;
-  const ChoiceList* other = row.meaning.otherChoices;
-  const bool offered = (list != nullptr && RowOfValue(*list, record.Value)) ||
-                       (other != nullptr && RowOfValue(*other, record.Value)) ||
-                       (IsTypedToo(row) && Within(RecordLimits(record), record.Value));
+  const bool offered = HasRow(row, ref.item, record.Value) ||
+                       (row.meaning.alsoTyped && Within(RecordLimits(record), record.Value));
   return offered ? std::nullopt : Say1(Phrase::EditNoSuchChoice, language);
 }
 
@@ -105,16 +82,11 @@ Reason ObjectionToNumber(const MeaningRow& row, const ParameterRef& ref, const P
                          const ChannelRow* channel, Language language) {
   const NumberInForce typed = InForce(FormIn(row, View::Screen).number, record, ref.item, channel);
   const NumberInForce shown = InForce(FormIn(row, View::Table).number, record, ref.item, channel);
-  const bool skipped = IsSkipped(ref) && Within(RecordLimits(record), record.Value);
+  const bool skipped = MeasuresNothing(ref) && Within(RecordLimits(record), record.Value);
   if (skipped || Within(typed.limits, record.Value) || Within(shown.limits, record.Value)) {
     return std::nullopt;
   }
   return LimitsText(typed, language);
-}
-
-Reason ObjectionToRecord(const ParamNumRecord& record, Language language) {
-  return Within(RecordLimits(record), record.Value) ? std::nullopt
-                                                    : Reason(LimitsText({0, RecordLimits(record)}, language));
 }
 
 Reason ObjectionToText(const ParamTextRecord& record, Language language) {
@@ -126,7 +98,7 @@ Reason ObjectionToText(const ParamTextRecord& record, Language language) {
                ? Say1(Phrase::EditComma, language)
                : Say(Phrase::EditTooLong, language, {{u"BYTES", DecimalText(record.ByteLength)}});
   }
-  if (std::ranges::any_of(text, [](char16_t c) { return c < u' ' || c == 0x7F; })) {
+  if (HasControlCharacter(text)) {
     return Say1(Phrase::EditControlCharacter, language);
   }
   return FromCodePage(ToCodePage(text)) == text ? std::nullopt : Say1(Phrase::EditNoCodePage, language);
@@ -151,16 +123,6 @@ Reason ObjectionToFormula(const ParameterRef& ref, Language language) {
 
 } // namespace
 
-const ChannelRow* ChannelRows::Of(const ParameterRef& ref) {
-  if (ref.section != "C" && ref.section != "A") {
-    return nullptr;
-  }
-  const auto found = rows_.find(ref.item);
-  return found != rows_.end()
-             ? &found->second
-             : &rows_.emplace(ref.item, LookUpChannelRow(ref.item, IsOperation(ref.item))).first->second;
-}
-
 std::optional<std::u16string> WhyNeverSet(const ParameterRef& ref, Language language) {
   const MeaningRow* row = FindMeaning(ref.section, ref.tag);
   if (row == nullptr) {
@@ -170,7 +132,7 @@ std::optional<std::u16string> WhyNeverSet(const ParameterRef& ref, Language lang
     return Say1(Phrase::EditOtherModels, language);
   }
   const bool ofTerminals = ref.tag == "TYPE" || ref.tag == "OTCH" || ref.tag == "SCAL";
-  if (ref.section == "C" && ofTerminals && IsOperation(ref.item)) {
+  if (ref.section == "C" && ofTerminals && IsOperationChannel(ref.item)) {
     return Say1(Phrase::EditNotOfOperation, language);
   }
   switch (row->meaning.use) {
@@ -212,6 +174,9 @@ std::optional<std::u16string> Objection(const ParameterRef& ref, ChannelRows& ro
   case Sense::AddressMask:
     return ObjectionToRecord(*stored.number, language);
   case Sense::FormulaWord:
+    if (auto reason = ObjectionToRecord(*stored.number, language)) {
+      return reason;
+    }
     return ObjectionToFormula(ref, language);
   default:
     return std::nullopt;
@@ -222,7 +187,7 @@ std::optional<std::u16string> NamelessObjection(const ParameterRef& ref, Languag
   const MeaningRow* row = FindMeaning(ref.section, ref.tag);
   const StoredParameter stored = FindParameter(ref);
   if (row == nullptr || stored.number == nullptr || row->meaning.use == Use::Unshown ||
-      !IsList(FormIn(*row, View::Screen).sense) || IsTypedToo(*row) ||
+      !IsList(FormIn(*row, View::Screen).sense) || row->meaning.alsoTyped ||
       IsSpecial(*row, ref.item, stored.number->Value)) {
     return std::nullopt;
   }
@@ -240,20 +205,19 @@ std::optional<std::u16string> WhyNotAdjustable(const ParameterRef& ref, Language
     return std::nullopt;
   }
   ChannelState state = StoredChannelState(ref.item);
-  if (IsOperation(ref.item)) {
+  if (IsOperationChannel(ref.item)) {
     state.kind = KindOtherChannel;
     state.scalingOn = false;
   }
   if (IsAdjustable(ref.tag, state)) {
     return std::nullopt;
   }
-  const std::u16string* kind = CatalogueEntry(InputTypeNames, state.kind);
-  return Say(Phrase::EditNotAdjustable, language,
-             {{u"KIND", kind == nullptr || kind->empty() ? DecimalText(state.kind) : *kind}});
+  return Say(Phrase::EditNotAdjustable, language, {{u"KIND", KindName(state.kind)}});
 }
 
 std::optional<std::u16string> PairObjection(const ParameterRef& ref, Language language) {
-  if (ref.section != "C" || ref.tag != "TYPE" || ChannelPairKind(ref.item) != PairLeader) {
+  if (ref.section != "C" || ref.tag != "TYPE" || IsOperationChannel(ref.item) ||
+      ChannelPairKind(ref.item) != PairLeader) {
     return std::nullopt;
   }
   const int next = NumValue("C", ref.item + 1, "TYPE", KindSkip);
@@ -261,10 +225,9 @@ std::optional<std::u16string> PairObjection(const ParameterRef& ref, Language la
   if (!conflict) {
     return std::nullopt;
   }
-  const std::u16string* kind = CatalogueEntry(InputTypeNames, next);
   return Say(Phrase::EditNotBesideNext, language,
              {{u"CHANNEL", DecimalText(ref.item + 2)},
-              {u"KIND", kind == nullptr ? DecimalText(next) : *kind},
+              {u"KIND", KindName(next)},
               {u"BOX", LoadText(conflict->message)}});
 }
 

@@ -1,27 +1,13 @@
 // What may be set in the set-up in force, by the rules of the fields that the window has for it.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "channel/InputTypeRules.h"
-#include "companion/Parameters.h"
-#include "meaning/ParameterText.h"
+#include "companion/ValueRules.h"
 
 namespace loader {
-
-// The number of a channel's row of values is looked up once for all of its parameters. Make a new one when
-// the store has changed.
-class ChannelRows {
-public:
-  // nullptr for a parameter that is none of a channel.
-  [[nodiscard]] const ChannelRow* Of(const ParameterRef& ref);
-
-private:
-  std::map<int, ChannelRow> rows_;
-};
 
 // A parameter that no screen of this model sets: the clock, commands, what the recorder is, what this model
 // does not show. The reason; empty for all others, those that no screen shows included.

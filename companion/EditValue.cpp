@@ -233,10 +233,10 @@ bool IsItsOwnText(const ParameterRef& ref, const ParamNumRecord& record, std::u1
 
 TypedReading ReadRecord(const MeaningRow& row, const ParameterRef& ref, const ParamNumRecord& record,
                         std::u16string_view typed, ChannelRows& rows, Language language) {
-  if (typed.starts_with(StoredMark)) {
+  const Sense sense = FormIn(row, View::Screen).sense;
+  if (typed.starts_with(StoredMark) && sense != Sense::FormulaWord) {
     return ReadWhole(typed.substr(1), language);
   }
-  const Sense sense = FormIn(row, View::Screen).sense;
   if (sense == Sense::Choice || sense == Sense::ColourNumber) {
     return ReadChoice(ref, record, typed, language);
   }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "companion/Parameters.h"
 #include "core/Text.h"
 
 namespace loader {
@@ -240,12 +241,11 @@ private:
   }
 
   void CheckTexts(const Record& record) {
-    constexpr char16_t Delete = 0x7F;
     for (const Column column : {Name, Address, File}) {
       const std::u16string text = Field(record, column);
       if (text.empty()) {
         Report(record.line, Phrase::FleetEmptyField, {{u"COLUMN", ColumnNames[column]}});
-      } else if (std::ranges::any_of(text, [](char16_t c) { return c < u' ' || c == Delete; })) {
+      } else if (HasControlCharacter(text)) {
         Report(record.line, Phrase::FleetControlCharacter, {{u"COLUMN", ColumnNames[column]}});
       }
     }
@@ -253,7 +253,7 @@ private:
 
   std::string CheckedModel(const Record& record) {
     const std::u16string model = Field(record, Model);
-    if (!model.empty() && model != u"KOV" && model != u"RUG") {
+    if (!model.empty() && !IsModelCode(Narrow(model))) {
       Report(record.line, Phrase::FleetUnknownModel, {{u"MODEL", model}});
       return {};
     }

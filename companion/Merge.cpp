@@ -7,6 +7,7 @@
 #include "channel/InputTypeRules.h"
 #include "companion/EditRules.h"
 #include "companion/SetUps.h"
+#include "companion/ValueRules.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 
@@ -21,10 +22,6 @@ struct Taken {
   ChannelState state;
 };
 using TakenOver = std::map<ParameterRef, Taken>;
-
-bool IsOfChannel(const ParameterRef& ref) {
-  return ref.section == "C" || ref.section == "A";
-}
 
 // The texts are compared as they are; a report hides what is secret.
 Taken TakenOf(const ParameterRef& ref) {

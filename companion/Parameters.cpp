@@ -150,6 +150,39 @@ std::u16string VisibleText(std::u16string_view text) {
   return visible;
 }
 
+bool HasControlCharacter(std::u16string_view text) {
+  constexpr char16_t Delete = 0x7F;
+  return std::ranges::any_of(text, [](char16_t c) { return c < u' ' || c == Delete; });
+}
+
+std::u16string ShownValue(std::u16string_view value) {
+  constexpr std::size_t MostShown = 64;
+  const std::u16string shown = VisibleText(value.substr(0, MostShown));
+  return value.size() > MostShown ? shown + u"\u2026" : shown;
+}
+
+std::u16string ShownKey(std::string_view key) {
+  constexpr std::size_t KeyColumns = KeyTagColumn + TagWidth;
+  const std::size_t last = key.find_last_not_of(' ');
+  const std::string_view written = key.substr(0, last == std::string_view::npos ? 0 : last + 1);
+  const std::u16string shown = ShownValue(FromCodePage(written.substr(0, KeyColumns)));
+  return written.size() > KeyColumns ? shown + u"\u2026" : shown;
+}
+
+bool LooksLikeKey(std::u16string_view key) {
+  constexpr std::size_t TagColumn = 3;
+  if (key == u"LOADER") {
+    return true;
+  }
+  const auto letter = [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); };
+  const auto ofTag = [](char16_t c) { return (c >= u'A' && c <= u'Z') || IsDigit(c) || c > u'~'; };
+  if (key.size() <= TagColumn || !letter(key[0])) {
+    return false;
+  }
+  const int digits = (IsDigit(key[1]) ? 1 : 0) + (IsDigit(key[2]) ? 1 : 0);
+  return digits == 2 || (digits == 1 && std::ranges::all_of(key.substr(TagColumn), ofTag));
+}
+
 bool IsSecret(const ParameterRef& ref) {
   const MeaningRow* row = FindMeaning(ref.section, ref.tag);
   return row != nullptr && row->meaning.secret;

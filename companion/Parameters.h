@@ -64,6 +64,17 @@ inline constexpr std::u16string_view HiddenSecret = u"\u2022\u2022\u2022\u2022";
 // so that a parameter stays one line and nothing of a set-up commands a terminal.
 [[nodiscard]] std::u16string VisibleText(std::u16string_view text);
 
+// A character below the blank, or DEL: no field takes one.
+[[nodiscard]] bool HasControlCharacter(std::u16string_view text);
+// A value of a file as a report shows it, whatever it is: cut, and visible.
+[[nodiscard]] std::u16string ShownValue(std::u16string_view value);
+// The key of a line of a file as a report shows it: cut behind the columns of a key, since what stands in its
+// place in a damaged line may be a value.
+[[nodiscard]] std::u16string ShownKey(std::string_view key);
+// Whether what stands in the place of a key may be one, damaged or not. What is none may be the rest of
+// another line: of a password, behind a line end that got into it.
+[[nodiscard]] bool LooksLikeKey(std::u16string_view key);
+
 // "CH 3 Alarm 1 set value"; a parameter that has no name of its own is called by its tag.
 [[nodiscard]] std::u16string NameOf(const ParameterRef& ref, Language language);
 // The value as an engineer reads it, by the set-up in force: "800.0", "K熱電対", "8:05". A value that has no

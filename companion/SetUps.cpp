@@ -20,7 +20,6 @@ namespace loader {
 
 namespace {
 
-constexpr std::array<std::string_view, 2> Models{"KOV", "RUG"};
 constexpr int LastPort = 65535;
 constexpr int LastStation = 255;
 
@@ -117,8 +116,7 @@ private:
     }
   }
   void TakeModel() {
-    const std::string model = Narrow(rest_);
-    if (std::ranges::find(Models, model) == Models.end()) {
+    if (!IsModelCode(Narrow(rest_))) {
       Refuse(Phrase::AddressModel);
     }
   }
@@ -169,7 +167,7 @@ std::string ModelFieldOf(std::string_view bytes) {
     const std::string_view line = TakeLine(bytes);
     if (line.starts_with(Key)) {
       const std::string model(line.substr(Key.size(), 3));
-      return std::ranges::find(Models, model) == Models.end() ? std::string() : model;
+      return IsModelCode(model) ? model : std::string();
     }
   }
   return {};
@@ -181,12 +179,22 @@ void RefuseRecorder(const SetUpAddress& address, Language language) {
   }
 }
 
+// In the user's language, and without the name of the file, which stands in front of it.
+Phrase WhyNotRead(const std::filesystem::path& file) {
+  std::error_code none;
+  if (!std::filesystem::exists(file, none)) {
+    return Phrase::FileNotThere;
+  }
+  return std::filesystem::is_regular_file(file, none) ? Phrase::FileNotRead : Phrase::WriteNoFile;
+}
+
 std::string ReadFileOf(const SetUpAddress& address, Language language) {
+  const std::filesystem::path file = PathOf(address.where);
   try {
-    return ReadRegularFile(PathOf(address.where));
-  } catch (const RunTimeFailure& failure) {
+    return ReadRegularFile(file);
+  } catch (const RunTimeFailure&) {
     throw Undone{Say(Phrase::SetUpNotThere, language,
-                     {{u"SETUP", address.text}, {u"REASON", FromUtf8(failure.what())}})};
+                     {{u"SETUP", address.text}, {u"REASON", PhraseText(WhyNotRead(file), language)}})};
   }
 }
 
@@ -239,7 +247,8 @@ void RequireDone(Replacement replacement, const std::filesystem::path& file, Lan
 } // namespace
 
 std::u16string DefectKey(const FileDefect& defect) {
-  return check::ShownKey(defect.key);
+  std::u16string key = ShownKey(defect.key);
+  return LooksLikeKey(key) ? key : u"?";
 }
 
 SetUpAddress ParseAddress(std::u16string_view text, Language language) {
@@ -273,7 +282,7 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
     return {ModelBasis::Content, std::move(model)};
   }
   std::vector<std::string> fitting;
-  for (const std::string_view model : Models) {
+  for (const std::string_view model : ModelCodes) {
     if (OpensAs(model, bytes, language)) {
       fitting.emplace_back(model);
     }
@@ -294,7 +303,7 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
 std::string ModelByItems(std::string_view bytes, Language language) {
   constexpr std::size_t OneIn = 10; // items may differ
   const ItemSet named = ItemsNamedBy(bytes);
-  for (const std::string_view model : Models) {
+  for (const std::string_view model : ModelCodes) {
     const ItemSet items = ItemsOf(InitialSetUp(model, language).store);
     std::vector<std::string> different;
     std::ranges::set_symmetric_difference(named, items, std::back_inserter(different));
@@ -309,9 +318,9 @@ std::string ModelOfName(const std::filesystem::path& file) {
   std::string ending = file.extension().string();
   std::ranges::transform(ending, ending.begin(),
                          [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  const auto model =
-      std::ranges::find_if(Models, [&](std::string_view name) { return ending == "." + std::string(name); });
-  return model == Models.end() ? std::string() : std::string(*model);
+  const auto model = std::ranges::find_if(
+      ModelCodes, [&](std::string_view name) { return ending == "." + std::string(name); });
+  return model == ModelCodes.end() ? std::string() : std::string(*model);
 }
 
 std::string FileBytesOf(const SetUpAddress& address, Language language) {

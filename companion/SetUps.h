@@ -1,6 +1,8 @@
 // Set-ups as a user names them on a command line, and the opening of those that are files or defaults.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -13,6 +15,12 @@
 #include "files/ParameterFile.h"
 
 namespace loader {
+
+// The models that there are.
+inline constexpr std::array<std::string_view, 2> ModelCodes{"KOV", "RUG"};
+[[nodiscard]] constexpr bool IsModelCode(std::string_view code) {
+  return std::ranges::find(ModelCodes, code) != ModelCodes.end();
+}
 
 enum class Place { File, Tcp, Serial, Usb, Default };
 

@@ -89,7 +89,7 @@ RecorderThere Identify(const RecorderLine& line, const LineInUse& link, const st
   link.RequireDone(identity.result);
   link.RequireNothingSwallowed();
   RecorderThere there{identity.model, identity.versionTag, 0};
-  if (there.model != "KOV" && there.model != "RUG") {
+  if (!IsModelCode(there.model)) {
     Refuse(Phrase::RecorderOfNoModel, line, Widen(there.model), there.versionTag, {});
   }
   if (!asked.empty() && asked != there.model) {

@@ -36,7 +36,8 @@ struct WrongUsage {
 };
 
 // Results go to the standard output when the command has ended, in one piece; messages and progress to the
-// standard error output at once.
+// standard error output at once. A line is one line: what may stand in a name, a key or a message of the
+// system and would command a terminal shows as its sign (VisibleText).
 class Output {
 public:
   void Line(std::u16string_view text = {});
@@ -73,6 +74,8 @@ struct Call {
   [[nodiscard]] std::u16string Value(const char* option) const {
     return options.value(QString::fromLatin1(option)).toStdU16String();
   }
+  // The file that an option names; WrongUsage for none and for "-", which would become a file of that name.
+  [[nodiscard]] std::filesystem::path FileOf(const char* option) const;
   // The file of --output; WrongUsage when it was not given.
   [[nodiscard]] std::filesystem::path OutputFile() const;
   // The patterns of an option that may be given several times.

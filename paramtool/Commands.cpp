@@ -16,28 +16,17 @@ constexpr std::array<OptionRow, 4> EveryCommand{{
     {"model", Phrase::OptionModel, "KOV|RUG"},
 }};
 
-// Those of one command alone.
-constexpr std::array<OptionRow, 3> CompareOptions{{
-    {"only", Phrase::OptionOnly, "PATTERN"},
-    {"ignore", Phrase::OptionIgnore, "PATTERN"},
-    {"html", Phrase::OptionHtml, "FILE"},
-}};
-constexpr std::array<OptionRow, 3> ConvertOptions{{
-    {"to", Phrase::OptionTo, "KOV|RUG"},
-    {"o,output", Phrase::OptionOutput, "FILE"},
-    {"html", Phrase::OptionHtml, "FILE"},
-}};
-constexpr std::array<OptionRow, 1> DecodeOptions{{{"firmware", Phrase::OptionFirmware, "TAG"}}};
-constexpr std::array<OptionRow, 3> MergeOptions{{{"only", Phrase::OptionOnly, "PATTERN"},
-                                                 {"ignore", Phrase::OptionIgnore, "PATTERN"},
-                                                 {"o,output", Phrase::OptionOutput, "FILE"}}};
-constexpr std::array<OptionRow, 1> PrintOptions{{
-    {"o,output", Phrase::OptionOutput, "FILE"},
-}};
-constexpr std::array<OptionRow, 1> ReadOptions{{
-    {"o,output", Phrase::OptionOutput, "FILE"},
-}};
-constexpr std::array<OptionRow, 1> SetOptions{{{"o,output", Phrase::OptionOutput, "FILE"}}};
+// Those of several commands.
+constexpr OptionRow Only{"only", Phrase::OptionOnly, "PATTERN"};
+constexpr OptionRow Ignore{"ignore", Phrase::OptionIgnore, "PATTERN"};
+constexpr OptionRow OutputOption{"o,output", Phrase::OptionOutput, "FILE"};
+constexpr OptionRow Html{"html", Phrase::OptionHtml, "FILE"};
+
+constexpr std::array OutputAlone{OutputOption};
+constexpr std::array CompareOptions{Only, Ignore, Html};
+constexpr std::array ConvertOptions{OptionRow{"to", Phrase::OptionTo, "KOV|RUG"}, OutputOption, Html};
+constexpr std::array DecodeOptions{OptionRow{"firmware", Phrase::OptionFirmware, "TAG"}};
+constexpr std::array MergeOptions{Only, Ignore, OutputOption};
 constexpr std::array<OptionRow, 4> WriteOptions{{
     {"yes", Phrase::OptionYes},
     {"backup", Phrase::OptionBackup, "FILE"},
@@ -50,8 +39,8 @@ constexpr auto FleetOptions = std::to_array<OptionRow>({
     {"timeout", Phrase::FleetOptionTimeout, "SECONDS"},
     {"no-commit", Phrase::FleetOptionNoCommit},
     {"files", Phrase::FleetOptionFiles},
-    {"only", Phrase::OptionOnly, "PATTERN"},
-    {"ignore", Phrase::OptionIgnore, "PATTERN"},
+    Only,
+    Ignore,
     {"yes", Phrase::FleetOptionYes},
     {"store", Phrase::FleetOptionStore},
     {"no-backup", Phrase::FleetOptionNoBackup},
@@ -112,7 +101,7 @@ constexpr auto Table = std::to_array<Command>({
      .examples = "paramtool set plant.KOV A02A1VL=850.0 A02A1TY=H -o plant.KOV\n"
                  "paramtool set plant.KOV \"C*COLR=3\" -o red.KOV --lang en\n"
                  "paramtool set default:RUG J00IPA1=192 J00IPA2=168 E00TSBA=8:05 -o new.RUG --json",
-     .options = SetOptions,
+     .options = OutputAlone,
      .run = RunSet},
     {.name = "convert",
      .usage = "FILE",
@@ -131,7 +120,7 @@ constexpr auto Table = std::to_array<Command>({
      .summary = Phrase::PrintSummary,
      .help = Phrase::PrintHelp,
      .examples = "paramtool print plant.KOV -o plant.txt",
-     .options = PrintOptions,
+     .options = OutputAlone,
      .run = RunPrint},
     {.name = "read",
      .usage = "DEVICE -o FILE",
@@ -142,7 +131,7 @@ constexpr auto Table = std::to_array<Command>({
      .examples = "paramtool read tcp:192.168.1.20 -o furnace.KOV\n"
                  "paramtool read tcp:logger7.plant:1502 -o logger7.RUG --lang en\n"
                  "paramtool read serial:/dev/ttyUSB0@9600#3 -o line3.KOV --json",
-     .options = ReadOptions,
+     .options = OutputAlone,
      .run = RunRead},
     {.name = "write",
      .usage = "FILE DEVICE",
@@ -204,11 +193,19 @@ QJsonObject Call::Report() const {
   return {{QStringLiteral("form"), ReportForm}, {QStringLiteral("command"), QLatin1String(command)}};
 }
 
+std::filesystem::path Call::FileOf(const char* option) const {
+  const std::u16string name = Value(option);
+  if (name.empty() || name == u"-") {
+    throw WrongUsage{Say(Phrase::OptionNoFile, language(), {{u"OPTION", Widen(option)}})};
+  }
+  return PathOf(name);
+}
+
 std::filesystem::path Call::OutputFile() const {
   if (!Has("output")) {
     throw WrongUsage{Say(Phrase::OptionMissing, language(), {{u"OPTION", u"output"}})};
   }
-  return PathOf(Value("output"));
+  return FileOf("output");
 }
 
 std::vector<Selection> Call::Selections(const char* option) const {

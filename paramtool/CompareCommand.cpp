@@ -245,7 +245,7 @@ Exit RunCompare(Call& call) {
   }
   const Comparison comparison = Compare(a.setUp, b.setUp, scope, call.speech);
   if (call.Has("html")) {
-    const std::filesystem::path file = PathOf(call.Value("html"));
+    const std::filesystem::path file = call.FileOf("html");
     RequireOtherFile(file, a.address, call.language());
     RequireOtherFile(file, b.address, call.language());
     SaveBytes(file, HtmlPage(HtmlOfAll(a, b, comparison, call.language())), call.language());

@@ -47,7 +47,7 @@ std::string AskedModel(const Call& call) {
     throw WrongUsage{Say(Phrase::OptionMissing, call.language(), {{u"OPTION", u"to"}})};
   }
   const std::string model = Narrow(call.Value("to"));
-  if (model != "KOV" && model != "RUG") {
+  if (!IsModelCode(model)) {
     throw WrongUsage{std::u16string(PhraseText(Phrase::WrongTo, call.language()))};
   }
   return model;
@@ -64,7 +64,7 @@ Task TaskOf(const Call& call) {
     RequireOtherFile(task.output, task.from, call.language());
   }
   if (call.Has("html")) {
-    task.html = PathOf(call.Value("html"));
+    task.html = call.FileOf("html");
     RequireOtherFile(*task.html, task.from, call.language());
     std::error_code none;
     if (std::filesystem::absolute(*task.html, none).lexically_normal() ==

@@ -14,6 +14,9 @@ namespace {
 
 constexpr int NewestGeneration = 5; // its layout is that of all of today
 
+// Each register of a trace becomes a line: what is larger would take gigabytes. Dozens of whole reads fit.
+constexpr qint64 MostTrace = 4 * 1024 * 1024;
+
 // A file, or the standard input for "-".
 std::string TextOf(const Call& call) {
   const std::u16string name = call.Argument(0);
@@ -23,10 +26,14 @@ std::string TextOf(const Call& call) {
     throw Undone{Say(Phrase::SetUpNotThere, call.language(),
                      {{u"SETUP", name}, {u"REASON", file.errorString().toStdU16String()}})};
   }
-  const QByteArray bytes = file.readAll();
+  const QByteArray bytes = file.read(MostTrace + 1);
   if (file.error() != QFileDevice::NoError) {
     throw Undone{Say(Phrase::SetUpNotThere, call.language(),
                      {{u"SETUP", name}, {u"REASON", file.errorString().toStdU16String()}})};
+  }
+  if (bytes.size() > MostTrace) {
+    throw Undone{Say(Phrase::DecodeTooLarge, call.language(),
+                     {{u"FILE", name}, {u"MOST", DecimalText(MostTrace / 1024 / 1024)}})};
   }
   return bytes.toStdString();
 }
@@ -39,14 +46,10 @@ struct Recorder {
   int generation = NewestGeneration;
 };
 
-bool IsModel(std::u16string_view text) {
-  return text == u"KOV" || text == u"RUG";
-}
-
 std::string ModelOfVersion(std::u16string_view version) {
-  for (const char* model : {"KOV", "RUG"}) {
+  for (const std::string_view model : ModelCodes) {
     if (GenerationOfTag(model, version)) {
-      return model;
+      return std::string(model);
     }
   }
   return {};
@@ -55,15 +58,16 @@ std::string ModelOfVersion(std::u16string_view version) {
 // What the options say, then what the trace itself does. Section P lies at one place in all recorders.
 Recorder RecorderOf(const Call& call, const std::vector<TraceLine>& lines) {
   WholeSetUp any = InitialSetUp("KOV", call.language());
-  const TraceIdentity said =
-      WithSetUp(any, [&] { return DecodeTrace(lines, NewestGeneration, call.speech).identity; });
+  const TraceIdentity said = WithSetUp(any, [&] { return IdentityInTrace(lines, NewestGeneration); });
   Recorder recorder{call.model, call.Value("firmware")};
   const std::string ofOption = ModelOfVersion(recorder.version);
   if (!recorder.version.empty() && (ofOption.empty() || (!call.model.empty() && ofOption != call.model))) {
     throw WrongUsage{Say(Phrase::DecodeWrongFirmware, call.language(), {{u"TAG", recorder.version}})};
   }
   if (recorder.model.empty()) {
-    recorder.model = !ofOption.empty() ? ofOption : IsModel(said.model) ? Narrow(said.model) : std::string();
+    recorder.model = !ofOption.empty()                 ? ofOption
+                     : IsModelCode(Narrow(said.model)) ? Narrow(said.model)
+                                                       : std::string();
   }
   if (recorder.model.empty()) {
     throw Undone{Say(Phrase::DecodeNoModel, call.language(), {{u"FILE", call.Argument(0)}})};

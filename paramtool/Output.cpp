@@ -8,7 +8,7 @@
 namespace loader::paramtool {
 
 void Output::Line(std::u16string_view text) {
-  bytes_ += ToUtf8(text);
+  bytes_ += ToUtf8(VisibleText(text));
   bytes_ += '\n';
 }
 
@@ -21,7 +21,7 @@ void Output::Raw(std::string_view bytes) {
 }
 
 void Output::Message(std::u16string_view text) {
-  const std::string line = "paramtool: " + ToUtf8(text) + "\n";
+  const std::string line = "paramtool: " + ToUtf8(VisibleText(text)) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -84,7 +84,7 @@ std::u16string HeadedBlock(Phrase heading, Language language, std::u16string_vie
 
 std::string CheckedModel(const QCommandLineParser& parser, Language language) {
   std::string model = parser.value(QStringLiteral("model")).toStdString();
-  if (!model.empty() && model != "KOV" && model != "RUG") {
+  if (!model.empty() && !IsModelCode(model)) {
     throw WrongUsage{std::u16string(PhraseText(Phrase::WrongModel, language))};
   }
   return model;

@@ -10,7 +10,8 @@ Exit RunSet(Call& call) {
   const std::filesystem::path file = call.OutputFile();
   for (int at = 1; at < call.arguments.size(); ++at) { // before a recorder is read for nothing
     if (!call.arguments.at(at).contains(QLatin1Char('='))) {
-      throw WrongUsage{Say(Phrase::EditNoEquals, call.language(), {{u"ARGUMENT", call.Argument(at)}})};
+      throw WrongUsage{
+          Say(Phrase::EditNoEquals, call.language(), {{u"ARGUMENT", KeyInArgument(call.Argument(at))}})};
     }
   }
   WholeSetUp setUp = OpenAny(call, call.Argument(0));

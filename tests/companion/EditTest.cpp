@@ -85,6 +85,17 @@ TEST_F(Edits, TakeTheStoredNumberBehindAMark) {
   EXPECT_EQ(Refusals({u"A02A1VL=#8.5"}), "A02A1VL: not a number");
 }
 
+TEST_F(Edits, TakeNoWordOfAFormulaNotEvenBehindTheMark) {
+  EXPECT_EQ(Refusals({u"O00S111=#1500"}), "O00S111: formulas are edited on their screen");
+  EXPECT_EQ(Refusals({u"O00S111=1500"}), "O00S111: formulas are edited on their screen");
+}
+
+TEST_F(Edits, AnArgumentThatIsNoneIsToldAsFarAsAKeyGoes) {
+  EXPECT_EQ(KeyInArgument(u"C02TAG"), u"C02TAG");
+  EXPECT_EQ(KeyInArgument(u"K00PASS:SEKRET"), u"K00PASS\u2026");
+  EXPECT_EQ(KeyInArgument(u""), u"");
+}
+
 TEST_F(Edits, TakeAnEntryOfAListByItsText) {
   EXPECT_EQ(Refusals({u"C02COLR=青", u"J00ETHE=on", u"H00LANG=1"}), "");
   EXPECT_EQ(Value("C02COLR"), 2);

@@ -54,6 +54,36 @@ TEST_F(SetCommand, MayWriteOverItsSetUp) {
   EXPECT_EQ(Changed("plant.KOV"), (std::vector<std::string>{"C00COLR,4"}));
 }
 
+TEST_F(SetCommand, TakesNoOutputThatIsNoName) {
+  for (const char* name : {"-", ""}) {
+    const Ended ended = Tool({"set", plant, "C00COLR=4", "-o", name, "--lang", "en"});
+    EXPECT_EQ(ended.status, ExitUsage);
+    EXPECT_NE(ended.errors.find("--output takes the name of a file"), std::string::npos) << ended.errors;
+  }
+}
+
+TEST_F(SetCommand, TellsNothingOfWhatMayBeAPassword) {
+  const Ended ended = Tool({"set", plant, "K00PASS:SEKRET", "-o", File("new.KOV"), "--json"});
+  EXPECT_EQ(ended.status, ExitUsage);
+  EXPECT_EQ((ended.output + ended.errors).find("SEKRET"), std::string::npos);
+}
+
+TEST_F(SetCommand, AMessageCommandsNoTerminal) {
+  const Ended ended = Set({"C00\x1b[31mTAG=1"});
+  EXPECT_EQ(ended.status, ExitFailed);
+  EXPECT_EQ(ended.errors.find('\x1b'), std::string::npos) << ended.errors;
+}
+
+TEST_F(SetCommand, TellsOfADamagedLineNotThePasswordInIt) {
+  for (const char* line : {"K00PASS SEKRET", "SEKRET", "\x1b[1mK00PASS,SEKRET"}) {
+    const std::string file = Write("bad.KOV", was + line + "\r\n");
+    const Ended ended = Tool({"set", file, "C00COLR=4", "-o", File("new.KOV")});
+    EXPECT_EQ(ended.status, ExitFailed);
+    EXPECT_EQ(ended.errors.find("SEKRET"), std::string::npos) << ended.errors;
+    EXPECT_EQ(ended.errors.find('\x1b'), std::string::npos);
+  }
+}
+
 TEST_F(SetCommand, TakesTheInitialSettings) {
   EXPECT_EQ(Tool({"set", "default:RUG", "C00COLR=4", "-o", File("new.RUG")}).status, ExitGood);
   EXPECT_NE(Read("new.RUG").find("\r\nC00COLR,4\r\n"), std::string::npos);
