@@ -32,6 +32,7 @@ constexpr auto Words = std::to_array<WordRow>({
     {"N", Completed::Nothing},
     {"S", Completed::Nothing},
     {"SECONDS", Completed::Nothing},
+    {"TAG", Completed::Nothing},
 });
 
 std::string_view WithoutRepetition(std::string_view word) {
