@@ -122,5 +122,19 @@ TEST_F(DecodeCommand, CannotReadWhatIsNoTrace) {
   EXPECT_EQ(Decode("01 03 0F A8 00 01 06 FE\n", {"--firmware", "V12W", "--model", "KOV"}).status, ExitUsage);
 }
 
+TEST_F(DecodeCommand, OfTwoClientsThatCountAlikeGivesEachItsReply) {
+  const std::string trace = Write("two.txt", "> 00 01 00 00 00 06 01 03 03 E8 00 01\n"
+                                             "> 00 01 00 00 00 06 01 03 07 D0 00 02\n"
+                                             "< 00 01 00 00 00 05 01 03 02 00 00\n"
+                                             "< 00 01 00 00 00 07 01 03 04 00 00 00 00\n");
+  EXPECT_EQ(Tool({"decode", trace, "--model", "KOV", "--lang", "en"}).status, ExitGood);
+}
+
+TEST_F(DecodeCommand, RefusesWhatHasNoEnd) {
+  const Ended ended = Tool({"decode", "/dev/zero", "--model", "KOV", "--lang", "en"});
+  EXPECT_EQ(ended.status, ExitFailed);
+  EXPECT_NE(ended.errors.find("more than 4 MB"), std::string::npos) << ended.errors;
+}
+
 } // namespace
 } // namespace loader::test
