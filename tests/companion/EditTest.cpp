@@ -66,9 +66,9 @@ TEST_F(Edits, TakeANumberAtItsPosition) {
   EXPECT_EQ(Refusals({u"a02a1vl=  -12 "}), "");
   EXPECT_EQ(Value("A02A1VL"), -120);
   EXPECT_EQ(Refusals({u"A02A1VL=85.50"}), "") << "no digit is lost";
-  EXPECT_EQ(Refusals({u"A02A1VL=8.5e1"}), "A02A1VL: it takes 1 digits behind the point")
+  EXPECT_EQ(Refusals({u"A02A1VL=8.5e1"}), "A02A1VL: digits behind the point: at most 1")
       << "the field cuts it to 8.5";
-  EXPECT_EQ(Refusals({u"A02A1VL=85.55"}), "A02A1VL: it takes 1 digits behind the point");
+  EXPECT_EQ(Refusals({u"A02A1VL=85.55"}), "A02A1VL: digits behind the point: at most 1");
   EXPECT_EQ(Refusals({u"A02A1VL=1400.1"}), "A02A1VL: not within -230.0 to 1400.0");
   EXPECT_EQ(Refusals({u"A02A1VL=hot"}), "A02A1VL: not a number");
   EXPECT_EQ(Refusals({u"A02A1VL="}), "A02A1VL: not a number");
@@ -185,7 +185,7 @@ TEST_F(Edits, GiveAConstantThePositionThatIsTyped) {
   EXPECT_EQ(Value("N00CONP"), 2);
   EXPECT_EQ(Refusals({u"N00CONS=1.5", u"N00CONP=3"}), "") << "unless it is given too";
   EXPECT_EQ(Value("N00CONS"), 1500);
-  EXPECT_EQ(Refusals({u"N00CONS=1.23456"}), "N00CONS: it takes 4 digits behind the point");
+  EXPECT_EQ(Refusals({u"N00CONS=1.23456"}), "N00CONS: digits behind the point: at most 4");
 }
 
 // --- What depends on others

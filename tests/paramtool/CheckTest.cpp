@@ -183,7 +183,14 @@ TEST_F(CheckedPlants, OfTheOtherModelAreHeldAgainstItsLists) {
   };
   only({"C37OTCH,", "C37OTCH,72", NoSuchReference, Doubtful, "C37OTCH"});
   only({"M05MTM2,", "M05MTM2,16", NoSuchReference, Doubtful, "M05MTM2"});
-  only({"C01TYPE,", "C01TYPE,20", KindsCannotPair, Doubtful, "C01TYPE"});
+  // Its unit is that of another kind then, which is told as well.
+  const CheckedFile kinds =
+      Checked(Changed(rug_, {"C01TYPE,", "C01TYPE,20", KindsCannotPair, Doubtful, ""}), "RUG");
+  ASSERT_EQ(kinds.defects.size(), 2U);
+  EXPECT_EQ(kinds.defects[0].reason, KindsCannotPair);
+  EXPECT_EQ(ToUtf8(kinds.defects[0].key), "C01TYPE");
+  EXPECT_EQ(kinds.defects[1].reason, OutsideList);
+  EXPECT_EQ(ToUtf8(kinds.defects[1].key), "C01UNIT");
   EXPECT_TRUE(Checked(Changed(rug_, {"C01TYPE,", "C01TYPE,40", KindsCannotPair, Doubtful, ""}), "RUG")
                   .defects.empty());
 }

@@ -107,7 +107,7 @@ TEST_F(DecodeCommand, TellsDamageAndEndsWith1) {
   EXPECT_EQ(ended.output, "1: > RTU #1 read 44009 - no reply\n"
                           "2: < RTU - the check value is wrong\n"
                           "3: > - not hex throughout\n"
-                          "3 frames, 2 not understood\n");
+                          "frames: 3, not understood: 2\n");
 }
 
 TEST_F(DecodeCommand, CannotReadWhatIsNoTrace) {
