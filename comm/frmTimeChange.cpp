@@ -64,6 +64,7 @@ bool CheckField(TextField& field, const FieldRange& range) {
 }
 
 void CheckYear(TextField& year, const FieldRange& range) {
+  year.text = HalfWidthNumber(year.text);
   // A digit alone: anything else of one character is refused like any other field's.
   if (year.text.size() == 1 && IsDigit(year.text.front())) {
     year.text.insert(0, 1, u'0');
@@ -73,7 +74,8 @@ void CheckYear(TextField& year, const FieldRange& range) {
 
 // One or two digits.
 std::optional<std::uint8_t> ShortNumber(std::u16string_view text) {
-  const std::u16string_view digits = Trim(text);
+  const std::u16string half = HalfWidthNumber(text);
+  const std::u16string_view digits = Trim(half);
   const bool good =
       !digits.empty() && digits.size() <= 2 && std::all_of(digits.begin(), digits.end(), IsDigit);
   return good ? std::optional(static_cast<std::uint8_t>(RequireInt16(digits))) : std::nullopt;
