@@ -83,9 +83,7 @@ IpSettingScreen::IpSettingScreen() : Screen("frmIPSetting") {
   for (TextField& part : txtIP) {
     part.onLostFocus = [&part] { CheckNumber(part, AddressPartIsGood(part.text)); };
   }
-  txtStationNo.onLostFocus = [this] {
-    CheckNumber(txtStationNo, StationOf(txtStationNo.text).has_value());
-  };
+  txtStationNo.onLostFocus = [this] { CheckNumber(txtStationNo, StationOf(txtStationNo.text).has_value()); };
   cmdOK.onClick = [this] {
     TakeSettings(*this);
     ThePlatform().screens.Close(*this);

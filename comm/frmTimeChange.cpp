@@ -97,7 +97,7 @@ bool TakeDate(const TimeChangeScreen& screen, ClockSetting& clock) {
       .ok();
 }
 
-void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow) {
+void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow, const ClockFlow& setClock) {
   ClockSetting clock;
   if (!TakeDate(screen, clock)) {
     ShowMessage(LoadText(62500));
@@ -116,12 +116,13 @@ void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow) {
   }
   clock.hour = *hour;
   clock.minute = *minute;
-  SetRecorderClock(clock, mainWindow);
+  setClock(clock, mainWindow);
 }
 
 } // namespace
 
-TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("frmTimeChange") {
+TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow, const ClockFlow& setClock)
+    : Screen("frmTimeChange") {
   SetCaptions(*this);
   ShowNow(*this);
   for (const FieldRange& range : FieldRanges) {
@@ -129,7 +130,9 @@ TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("fr
     field.onLostFocus = [&field, &range] { CheckField(field, range); };
   }
   txtYear.onLostFocus = [this] { CheckYear(txtYear, FieldRanges[0]); };
-  cmdOK.onClick = [this, &mainWindow] { RunAlone(flowUnderWay, [&] { SetClock(*this, mainWindow); }); };
+  cmdOK.onClick = [this, &mainWindow, &setClock] {
+    RunAlone(flowUnderWay, [&] { SetClock(*this, mainWindow, setClock); });
+  };
   // Behind this screen the main window is free: it stays until its exchange has ended.
   onCloseQuery = [this] {
     if (flowUnderWay) {
@@ -140,8 +143,8 @@ TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("fr
   cmdCancel.onClick = [this] { ThePlatform().screens.Close(*this); };
 }
 
-void ShowTimeChange(const FlowCallbacks& mainWindow) {
-  TimeChangeScreen screen(mainWindow);
+void ShowTimeChange(const FlowCallbacks& mainWindow, const ClockFlow& setClock) {
+  TimeChangeScreen screen(mainWindow, setClock);
   ThePlatform().screens.ShowModal(screen);
 }
 

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <span>
 #include <string>
@@ -205,6 +206,10 @@ struct Screen {
   Control* focusRequest = nullptr;
   // Asked before the screen closes, whatever the way; false keeps it open. Empty: it closes.
   std::function<bool()> onCloseQuery;
+  // A file that the user drags onto the screen: whether it may be dropped now, and what is done with it then.
+  // Empty: the screen takes none.
+  std::function<bool()> mayTakeFile;
+  std::function<void(const std::filesystem::path&)> onFileDropped;
 
   [[nodiscard]] Control* Find(std::string_view controlName);
   [[nodiscard]] const Control* Find(std::string_view controlName) const;

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "qt/ActionKeys.h"
 #include "qt/FocusMark.h"
 #include "qt/GridView.h"
 #include "qt/LampView.h"
@@ -227,6 +228,7 @@ void ListenToButton(UserInterface& userInterface, Binder& binder, Binding& bindi
   // A style marks it only while the user goes about by the Tab key: not in a screen that was just opened, nor
   // behind one that has closed.
   new FocusMark(WidgetAs<QAbstractButton>(binding));
+  TieActionOf(WidgetAs<QAbstractButton>(binding));
   QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
                    [&userInterface, &button] {
                      userInterface.Act(
@@ -245,7 +247,11 @@ void ShowButtonCaption(Binding& binding, const std::u16string& caption) {
 }
 
 void ShowButton(Binding& binding) {
-  ShowButtonCaption(binding, RecordOf<Button>(binding).caption);
+  const std::u16string& caption = RecordOf<Button>(binding).caption;
+  if (binding.fresh || binding.text != caption) {
+    ShowCaptionOnAction(WidgetAs<QAbstractButton>(binding), ToQt(caption));
+  }
+  ShowButtonCaption(binding, caption);
 }
 
 void ListenToCheckBox(UserInterface& userInterface, Binder& binder, Binding& binding) {
@@ -279,7 +285,7 @@ void ShowToolButton(Binding& binding) {
   auto& tool = RecordOf<ToolButton>(binding);
   if (Differs(binding, tool.toolTip)) {
     auto& action = WidgetAs<QAction>(binding);
-    action.setToolTip(ToQt(tool.toolTip));
+    action.setToolTip(TipWithKey(action, ToQt(tool.toolTip)));
     action.setText(ToQt(tool.toolTip));
   }
 }
@@ -298,7 +304,7 @@ void ShowMenuEntry(Binding& binding) {
   auto& entry = RecordOf<MenuEntry>(binding);
   if (auto* menu = qobject_cast<QMenu*>(&binding.object)) {
     if (Differs(binding, entry.caption)) {
-      menu->setTitle(ToQt(entry.caption));
+      menu->setTitle(WithMnemonic(entry.caption));
       menu->setAccessibleName(SpokenCaption(entry.caption));
     }
     return;
@@ -306,7 +312,7 @@ void ShowMenuEntry(Binding& binding) {
   auto& action = WidgetAs<QAction>(binding);
   if (Differs(binding, entry.caption)) {
     action.setSeparator(entry.caption == u"-");
-    action.setText(ToQt(entry.caption));
+    action.setText(WithMnemonic(entry.caption));
   }
   // The action flips its own mark when it is triggered; the record has the say.
   if (entry.checked) {
