@@ -165,8 +165,11 @@ struct Grid : Control {
   [[nodiscard]] int Cols() const { return cols_; }
   // Keeps the cells that stay inside; new ones are empty and white. Negative sizes are a RunTimeFailure.
   void Resize(int rows, int cols);
-  // Empties every cell, colours included; sizes stay.
+  // Empties every cell, colours included; sizes stay. The table is laid out anew by it: a view forgets then
+  // how wide the user has dragged its columns.
   void Clear();
+  // How often that was done.
+  [[nodiscard]] std::uint64_t Clearings() const { return clearings_; }
 
   [[nodiscard]] const Cell& CellAt(int row, int col) const;
   [[nodiscard]] const std::u16string& TextMatrix(int row, int col) const { return CellAt(row, col).text; }
@@ -190,6 +193,7 @@ private:
   std::vector<Cell> cells_;
   std::vector<int> colWidths_;
   std::uint64_t revision_ = 0;
+  std::uint64_t clearings_ = 0;
 };
 
 struct Screen {

@@ -2,7 +2,9 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMenu>
 
 #include "qt/QtText.h"
 
@@ -48,18 +50,53 @@ bool IsLetter(QChar character) {
   return character >= u'A' && character <= u'Z';
 }
 
+class MenuLetters final : public QObject {
+public:
+  explicit MenuLetters(QMenu& menu) : QObject(&menu) { menu.installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) {
+      return false;
+    }
+    auto& menu = static_cast<QMenu&>(*watched);
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    QAction* entry = EntryOf(menu, key);
+    if (entry == nullptr) {
+      return false;
+    }
+    menu.setActiveAction(entry);
+    QKeyEvent choice(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(&menu, &choice);
+    return true;
+  }
+
+private:
+  static QAction* EntryOf(const QMenu& menu, const QKeyEvent& key) {
+    if ((key.modifiers() & ~Qt::ShiftModifier) != Qt::NoModifier || key.text().size() != 1) {
+      return nullptr;
+    }
+    const QChar letter = key.text().front().toUpper();
+    for (QAction* entry : menu.actions()) {
+      if (entry->isEnabled() && entry->isVisible() && LetterOf(entry->text()) == letter) {
+        return entry;
+      }
+    }
+    return nullptr;
+  }
+};
+
 } // namespace
 
-QString WithMnemonic(std::u16string_view caption) {
-  QString text = ToQt(caption);
-  const qsizetype close = text.lastIndexOf(u')');
-  const QStringView behind = QStringView(text).mid(close + 1);
-  const bool letter = close >= 2 && text[close - 2] == u'(' && IsLetter(text[close - 1]) &&
-                      (behind.isEmpty() || behind == u"...");
-  if (letter && !text.contains(u'&')) {
-    text.insert(close - 1, u'&');
-  }
-  return text;
+QChar LetterOf(QStringView text) {
+  const QStringView caption = text.left(text.indexOf(u'\t')); // without its key
+  const qsizetype close = caption.lastIndexOf(u')');
+  const QStringView behind = caption.mid(close + 1);
+  const bool letter = close >= 2 && caption[close - 2] == u'(' && IsLetter(caption[close - 1]) &&
+                      (behind.isEmpty() || behind == QStringView(u"..."));
+  return letter && !caption.contains(u'&') ? caption[close - 1] : QChar();
+}
+
+void LetLettersWork(QMenu& menu) {
+  new MenuLetters(menu); // the menu's own
 }
 
 void TieActionOf(QAbstractButton& button) {

@@ -5,16 +5,18 @@
 #pragma once
 
 #include <QString>
-#include <string_view>
 
 class QAbstractButton;
 class QAction;
+class QMenu;
 
 namespace loader {
 
-// A caption of a menu with its letter marked: "開く(O)" as "開く(&O)". A caption that marks one itself, or
-// ends otherwise, stays as it is.
-[[nodiscard]] QString WithMnemonic(std::u16string_view caption);
+// The letter that a caption of a menu shows at its end, "O" of "開く(O)"; null for any other caption, and for
+// one that marks its letter for Qt.
+[[nodiscard]] QChar LetterOf(QStringView text);
+// In the open menu the letter of an entry chooses it.
+void LetLettersWork(QMenu& menu);
 
 // Ties the action of the button's form that presses it, if there is one: its key and its menu entry are a
 // click, offered while the button is.

@@ -291,6 +291,9 @@ void ShowToolButton(Binding& binding) {
 }
 
 void ListenToMenuEntry(UserInterface& userInterface, Binder& binder, Binding& binding) {
+  if (auto* menu = qobject_cast<QMenu*>(&binding.object)) {
+    LetLettersWork(*menu);
+  }
   if (auto* action = qobject_cast<QAction*>(&binding.object)) {
     auto& entry = RecordOf<MenuEntry>(binding);
     QObject::connect(action, &QAction::triggered, &binder, [&userInterface, &entry] {
@@ -304,7 +307,7 @@ void ShowMenuEntry(Binding& binding) {
   auto& entry = RecordOf<MenuEntry>(binding);
   if (auto* menu = qobject_cast<QMenu*>(&binding.object)) {
     if (Differs(binding, entry.caption)) {
-      menu->setTitle(WithMnemonic(entry.caption));
+      menu->setTitle(ToQt(entry.caption));
       menu->setAccessibleName(SpokenCaption(entry.caption));
     }
     return;
@@ -312,7 +315,7 @@ void ShowMenuEntry(Binding& binding) {
   auto& action = WidgetAs<QAction>(binding);
   if (Differs(binding, entry.caption)) {
     action.setSeparator(entry.caption == u"-");
-    action.setText(WithMnemonic(entry.caption));
+    action.setText(ToQt(entry.caption));
   }
   // The action flips its own mark when it is triggered; the record has the say.
   if (entry.checked) {
@@ -393,6 +396,7 @@ void ShowPicture(Binding& binding) {
 void ListenToGrid(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& grid = RecordOf<Grid>(binding);
   auto& view = WidgetAs<GridView>(binding);
+  view.SetOpensRows(grid.onDoubleClick != nullptr);
   QObject::connect(&view, &GridView::CellEntered, &binder, [&userInterface, &grid](int row, int col) {
     if (row >= grid.Rows() || col >= grid.Cols()) {
       return; // a cell of a table that the program has just made smaller
