@@ -180,13 +180,25 @@ struct Dragged : MenuKeys {
         << "the file would be moved away";
     return event.isAccepted();
   }
-  bool Enter(const QList<QUrl>& urls) { return Send<QDragEnterEvent>(urls); }
+  bool Enter(const QList<QUrl>& urls) {
+    const bool taken = Send<QDragEnterEvent>(urls);
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(&Window(), &leave);
+    return taken;
+  }
   struct DropAt : QDropEvent {
     DropAt(QPoint at, Qt::DropActions actions, const QMimeData* data, Qt::MouseButtons buttons,
            Qt::KeyboardModifiers modifiers)
         : QDropEvent(QPointF(at), actions, data, buttons, modifiers) {}
   };
-  bool Drop(const QList<QUrl>& urls) { return Send<DropAt>(urls); }
+  // What was taken is dropped.
+  bool Drop(const QList<QUrl>& urls) { return Send<QDragEnterEvent>(urls) && Send<DropAt>(urls); }
+  // Something that comes in between: what was taken is no longer.
+  bool DropAfter(const QList<QUrl>& urls, const std::function<void()>& between) {
+    EXPECT_TRUE(Send<QDragEnterEvent>(urls));
+    between();
+    return Send<DropAt>(urls);
+  }
   std::u16string Question() const {
     return Replace(OwnText(OwnTextId::OpenDroppedFile), u"@FILE@", u"BOILER.KOV");
   }
@@ -215,7 +227,8 @@ TEST_F(Dragged, IsOpenedBehindTheQuestionAfterTheDropIsAnswered) {
 TEST_F(Dragged, IsRefusedDuringAnExchangeAndBehindABox) {
   frmParamLoader->flowUnderWay = true;
   EXPECT_FALSE(Enter({QUrl::fromLocalFile(file)}));
-  EXPECT_FALSE(Drop({QUrl::fromLocalFile(file)}));
+  frmParamLoader->flowUnderWay = false;
+  EXPECT_FALSE(DropAfter({QUrl::fromLocalFile(file)}, [] { frmParamLoader->flowUnderWay = true; }));
   frmParamLoader->flowUnderWay = false;
   boxes.Expect(Text(20106), BoxAnswer::Cancel, [&](QMessageBox& box) {
     EXPECT_FALSE(Drop({QUrl::fromLocalFile(file)}));
