@@ -35,12 +35,12 @@ FindBar::FindBar(QWidget& table, std::function<bool(const QString&, Direction)> 
   note_->setText(ToQt(OwnText(OwnTextId::TextNotFound)));
   note_->hide();
   // A text that is typed anew has not been looked for yet.
-  connect(text_, &QLineEdit::textEdited, note_, &QWidget::hide);
+  connect(text_, &QLineEdit::textEdited, this, [this] { Tell(true); });
   hide();
 }
 
 void FindBar::Open() {
-  note_->hide();
+  Tell(true);
   show();
   raise();
   text_->setFocus(Qt::ShortcutFocusReason);
@@ -57,13 +57,21 @@ void FindBar::GoOn(Direction direction) {
     show();
     raise();
   }
-  note_->setVisible(!found);
+  Tell(found);
 }
 
-void FindBar::Place(const QRect& area) {
-  adjustSize();
+void FindBar::Tell(bool found) {
+  note_->setVisible(!found);
+  Place(area_, cell_); // it is wider with the note
+}
+
+void FindBar::Place(const QRect& area, const QRect& cell) {
+  area_ = area;
+  cell_ = cell;
+  layout()->activate();
   resize(sizeHint().boundedTo(area.size()));
-  move(area.right() - width() + 1, area.top());
+  const QRect above(QPoint(area.right() - width() + 1, area.top()), size());
+  move(above.left(), above.intersects(cell) ? area.bottom() - height() + 1 : above.top());
 }
 
 void FindBar::Close() {

@@ -23,17 +23,20 @@ public:
   void Open();
   // Nothing to look for: it opens instead.
   void GoOn(Direction direction);
-  // Into the corner of this area of the table.
-  void Place(const QRect& area);
+  // Into the upper corner of this area of the table; into the lower one where it would cover the cell.
+  void Place(const QRect& area, const QRect& cell);
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
   void Close();
+  void Tell(bool found);
 
   QLineEdit* text_;
   QLabel* note_;
+  QRect area_;
+  QRect cell_;
   std::function<bool(const QString&, Direction)> find_;
 };
 

@@ -231,7 +231,7 @@ FindBar& GridView::Find() {
       return GoToText(text, direction);
     });
   }
-  find_->Place(viewport()->geometry());
+  PlaceFind();
   return *find_;
 }
 
@@ -240,8 +240,16 @@ bool GridView::GoToText(const QString& text, Direction direction) {
       FindText(model_, currentIndex(), text, direction, [this](int col) { return isColumnHidden(col); });
   if (found.isValid()) {
     setCurrentIndex(found);
+    PlaceFind();
   }
   return found.isValid();
+}
+
+void GridView::PlaceFind() {
+  if (find_ != nullptr) {
+    const QRect area = viewport()->geometry();
+    find_->Place(area, visualRect(currentIndex()).translated(area.topLeft()));
+  }
 }
 
 bool GridView::KeyOfTable(const QKeyEvent& key) {
@@ -409,9 +417,7 @@ void GridView::FitColumn(int col) {
 void GridView::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   GiveWay();
-  if (find_ != nullptr) {
-    find_->Place(viewport()->geometry());
-  }
+  PlaceFind();
 }
 
 // Where the program has put the current cell is where the user looks first; later the place is the user's

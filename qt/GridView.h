@@ -78,6 +78,7 @@ private:
   void TakeDragged(int col, int width);
   void FitColumn(int col);
   [[nodiscard]] FindBar& Find();
+  void PlaceFind();
   bool GoToText(const QString& text, Direction direction);
   bool KeyOfTable(const QKeyEvent& key);
   void ShowCurrentCell(const Grid& grid);

@@ -195,11 +195,30 @@ TEST_F(TableOfSample, TellsWhatIsNotThereAndStays) {
   ASSERT_TRUE(text.hasFocus());
   QTest::keyClicks(&text, QStringLiteral("nowhere"));
   Press(Qt::Key_Return);
-  EXPECT_TRUE(Find<QLabel>("findNote").isVisible());
+  const auto& note = Find<QLabel>("findNote");
+  EXPECT_TRUE(note.isVisible());
+  QCoreApplication::sendPostedEvents();
+  EXPECT_GE(note.mapTo(&View(), QPoint()).x(), text.mapTo(&View(), QPoint(text.width(), 0)).x()) << "over it";
   EXPECT_EQ(QStringLiteral("見つかりません"), Find<QLabel>("findNote").text());
   EXPECT_EQ((Place{1, 1}), (Place{grid.Row, grid.Col}));
   QTest::keyClicks(&text, QStringLiteral("x"));
   EXPECT_FALSE(Find<QLabel>("findNote").isVisible());
+}
+
+TEST_F(TableOfSample, TheFieldDoesNotCoverWhatIsFound) {
+  View().setMinimumSize(150, 150);
+  QCoreApplication::sendPostedEvents();
+  Press(Qt::Key_F, Qt::ControlModifier);
+  auto& text = Find<QLineEdit>("findText");
+  for (const char16_t* wanted : {u"14", u"44", u"12", u"42"}) {
+    text.setText(QString::fromUtf16(wanted));
+    Press(Qt::Key_Return);
+    const QRect cell =
+        View().visualRect(View().currentIndex()).translated(View().viewport()->geometry().topLeft());
+    EXPECT_EQ(QString::fromUtf16(wanted), View().currentIndex().data().toString());
+    EXPECT_FALSE(text.parentWidget()->geometry().intersects(cell))
+        << QString::fromUtf16(wanted).toStdString();
+  }
 }
 
 TEST_F(TableOfSample, TheMenuOpensTheRowCopiesAndFinds) {
