@@ -208,6 +208,13 @@ NumberReading ReadNumber(std::u16string_view text, int minimum, int maximum, int
   return reading;
 }
 
+int TypedPosition(std::u16string_view text) {
+  constexpr int MostDigits = 4;
+  const std::size_t point = text.find(u'.');
+  return point == std::u16string_view::npos ? 0
+                                            : std::min(static_cast<int>(text.size() - point) - 1, MostDigits);
+}
+
 bool TextToStored(std::u16string& text, std::int16_t& stored, int minimum, int maximum, int position) {
   NumberReading reading = ReadNumber(text, minimum, maximum, position);
   text = std::move(reading.text);

@@ -48,6 +48,9 @@ struct NumberReading {
 // TextToStored without its message box: a text that is refused says why. `text` is cut when it is numeric.
 [[nodiscard]] NumberReading ReadNumber(std::u16string_view text, int minimum, int maximum, int position);
 
+// The digits behind the point of a typed number, 4 at most: the position of a value that brings its own.
+[[nodiscard]] int TypedPosition(std::u16string_view text);
+
 // The typed text as a stored value. Digits behind the position are cut off, never rounded, and with them
 // whatever stands there; `text` keeps the cut form. On failure `stored` is unchanged, and a message (text
 // 62200 or 62201) has been shown with one exception: a number that cannot be computed (what is left after the

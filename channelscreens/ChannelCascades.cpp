@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "channel/Adjustable.h"
 #include "channel/InputTypeRules.h"
 #include "channel/modUtil.h"
 #include "core/Text.h"
@@ -19,63 +20,46 @@ constexpr Limits AnyStored{std::numeric_limits<std::int16_t>::min(),
 
 // --- What can be used
 
-// What of a kind decides it, with scaling where that does.
-enum class Class { Skip, Temperature, Unscaled, Scaled, OtherChannel };
 enum class UnderLog { AsEver, Off, Only };
 
+// A control follows the rule of its parameter (IsAdjustable); an alarm is a number, or a power under the
+// logarithm.
 struct EnableRow {
   std::string_view control;
-  std::array<bool, 5> byClass; // Skip, Temperature, Unscaled, Scaled, OtherChannel
+  std::string_view tag;
   UnderLog underLog = UnderLog::AsEver;
-  bool otherWithLogarithmAlone = false; // under OtherChannel
 };
-
-constexpr std::array<bool, 5> Always{true, true, true, true, true};
-constexpr std::array<bool, 5> OnOwnScale{false, false, false, true, true};
 
 // A control that a screen does not have, or that is not listed, is left alone.
 constexpr EnableRow EnableRows[] = {
-    {"cmbScale", {false, false, true, true, false}},
-    {"txtStMin", OnOwnScale},
-    {"txtStMax", OnOwnScale},
-    {"txtIndMin", OnOwnScale},
-    {"txtIndMax", OnOwnScale},
-    {"cmbDecimal", OnOwnScale, UnderLog::Off},
-    {"cmbROOT", OnOwnScale},
-    {"cmbInputOtch", {false, false, false, false, true}},
-    {"cmbTaisu", OnOwnScale, UnderLog::AsEver, true},
-    {"lblSelUnit", {false, true, false, true, true}},
-    {"cmdUnitSelect", {false, true, false, true, true}},
-    {"cmbSUBCh", Always, UnderLog::Off},
-    {"cmbFtio", Always, UnderLog::Off},
-    {"txtAlarmSet1", Always, UnderLog::Off},
-    {"txtAlarmSet2", Always, UnderLog::Off},
-    {"txtAlarmSet3", Always, UnderLog::Off},
-    {"txtAlarmSet4", Always, UnderLog::Off},
-    {"lblAlarmSetInput1", Always, UnderLog::Only},
-    {"lblAlarmSetInput2", Always, UnderLog::Only},
-    {"lblAlarmSetInput3", Always, UnderLog::Only},
-    {"lblAlarmSetInput4", Always, UnderLog::Only},
+    {"cmbScale", "SCAL"},
+    {"txtStMin", "MMIN"},
+    {"txtStMax", "MMAX"},
+    {"txtIndMin", "SMIN"},
+    {"txtIndMax", "SMAX"},
+    {"cmbDecimal", "POIN"},
+    {"cmbROOT", "ROOT"},
+    {"cmbInputOtch", "OTCH"},
+    {"cmbTaisu", "TAIS"},
+    {"lblSelUnit", "UNIT"},
+    {"cmdUnitSelect", "UNIT"},
+    {"cmbSUBCh", "SUBC"},
+    {"cmbFtio", "FTIO"},
+    {"txtAlarmSet1", "A1VL", UnderLog::Off},
+    {"txtAlarmSet2", "A2VL", UnderLog::Off},
+    {"txtAlarmSet3", "A3VL", UnderLog::Off},
+    {"txtAlarmSet4", "A4VL", UnderLog::Off},
+    {"lblAlarmSetInput1", "A1VL", UnderLog::Only},
+    {"lblAlarmSetInput2", "A2VL", UnderLog::Only},
+    {"lblAlarmSetInput3", "A3VL", UnderLog::Only},
+    {"lblAlarmSetInput4", "A4VL", UnderLog::Only},
 };
 
-Class ClassOf(const ChannelScreen& screen) {
-  if (screen.InputType == KindOtherChannel) {
-    return Class::OtherChannel;
-  }
-  if (screen.InputType >= FirstOtherKind) {
-    return screen.ScalingOn ? Class::Scaled : Class::Unscaled;
-  }
-  return screen.InputType > KindSkip ? Class::Temperature : Class::Skip;
-}
-
-bool IsEnabled(const EnableRow& row, Class kind, bool logOn) {
-  if (row.underLog != UnderLog::AsEver && (row.underLog == UnderLog::Only) != logOn) {
+bool IsEnabled(const EnableRow& row, const ChannelState& state) {
+  if (row.underLog != UnderLog::AsEver && (row.underLog == UnderLog::Only) != state.logOn) {
     return false;
   }
-  if (row.otherWithLogarithmAlone && kind == Class::OtherChannel && !HasLogarithm()) {
-    return false;
-  }
-  return row.byClass.at(static_cast<std::size_t>(kind));
+  return IsAdjustable(row.tag, state);
 }
 
 // --- Marks
@@ -147,10 +131,13 @@ constexpr std::array<std::string_view, ChannelScreen::Alarms> AlarmTags{"A1VL", 
 } // namespace
 
 void SetEnabled(ChannelScreen& screen) {
-  const Class kind = ClassOf(screen);
+  const ChannelState state{.kind = screen.InputType,
+                           .unit = screen.CurrentUnit,
+                           .scalingOn = screen.ScalingOn,
+                           .logOn = screen.LogOn};
   for (const EnableRow& row : EnableRows) {
     if (Control* control = screen.Find(row.control)) {
-      control->enabled = IsEnabled(row, kind, screen.LogOn);
+      control->enabled = IsEnabled(row, state);
     }
   }
 }

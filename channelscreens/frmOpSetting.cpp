@@ -1,9 +1,7 @@
 #include "channelscreens/frmOpSetting.h"
 
 #include <algorithm>
-#include <array>
 
-#include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "core/modIni.h"
@@ -12,12 +10,6 @@
 namespace loader {
 
 namespace {
-
-// By row of TermPrefixList.
-std::array<int, 6> InputCounts() {
-  return {AllChannels(),          Profile.TotalizerCount, Profile.DigitalInputCount,
-          Profile.CommInputCount, Profile.ConstantCount,  Profile.OperationResultCount};
-}
 
 void FillInputs(ListBox& list) {
   ClearList(list);
@@ -109,42 +101,6 @@ void HandBack(OpSettingScreen& screen) {
 }
 
 } // namespace
-
-int InputRows() {
-  int rows = 0;
-  for (const int count : InputCounts()) {
-    rows += count;
-  }
-  return rows;
-}
-
-std::optional<TermInput> InputOfRow(int row) {
-  if (row < 0) {
-    return std::nullopt;
-  }
-  int kind = 0;
-  for (const int count : InputCounts()) {
-    if (row < count) {
-      return TermInput{kind, row};
-    }
-    row -= count;
-    ++kind;
-  }
-  return std::nullopt;
-}
-
-int RowOfInput(TermInput input) {
-  const std::array<int, 6> counts = InputCounts();
-  const auto kind = static_cast<std::size_t>(input.kind);
-  if (input.kind < 0 || kind >= counts.size() || input.number < 0 || input.number >= counts[kind]) {
-    return -1;
-  }
-  int row = input.number;
-  for (std::size_t before = 0; before < kind; ++before) {
-    row += counts[before];
-  }
-  return row;
-}
 
 std::u16string InputRowText(TermInput input) {
   const std::u16string* name = CatalogueEntry(TermNameList, input.kind);

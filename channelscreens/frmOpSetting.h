@@ -9,19 +9,6 @@
 
 namespace loader {
 
-// An input that a term can have.
-struct TermInput {
-  int kind;   // row of TermPrefixList
-  int number; // from 0
-  bool operator==(const TermInput&) const = default;
-};
-// All inputs that the model in force has: its channels, then its totalizers, digital inputs, communication
-// inputs, constants and results. The lists of inputs offer them in this order.
-[[nodiscard]] int InputRows();
-// The input of a row; empty outside the lists.
-[[nodiscard]] std::optional<TermInput> InputOfRow(int row);
-// The row of an input; -1 for one that the model does not have.
-[[nodiscard]] int RowOfInput(TermInput input);
 // "ﾁｬﾈﾙ1 : C01".
 [[nodiscard]] std::u16string InputRowText(TermInput input);
 

@@ -17,15 +17,10 @@ namespace loader {
 
 namespace {
 
-struct ReadOrder {
-  int generation;
-  const GenerationRead& layout;
-  std::string_view sections; // one letter each
-};
 constexpr std::string_view OrderOfKov = "CAGTBHMUDENOJKXLY";
 // Without L and Y, which this model does not have.
 constexpr std::string_view OrderOfRug = "CAGTBEONHMUDJKX";
-constexpr std::array<ReadOrder, 8> ReadOrders{{
+constexpr std::array<ReadPlan, 8> ReadPlans{{
     {0, ReadLayoutG0, OrderOfKov},
     {1, ReadLayoutG1, OrderOfKov},
     {2, ReadLayoutG2, OrderOfKov},
@@ -46,20 +41,6 @@ void TakeDefault(ParamTextRecord& record) {
 void TakeDefaults(ParamItem& item) {
   std::for_each(item.TextRecords.begin(), item.TextRecords.end(), [](auto& record) { TakeDefault(record); });
   std::for_each(item.NumRecords.begin(), item.NumRecords.end(), [](auto& record) { TakeDefault(record); });
-}
-
-TagRead RuleOf(const SectionRead& layout, std::string_view tag, ReadRule otherwise) {
-  const auto rule = std::find_if(layout.tags.begin(), layout.tags.end(),
-                                 [&](const TagRead& entry) { return entry.tag == Trim(tag); });
-  return rule == layout.tags.end() ? TagRead{tag, otherwise} : *rule;
-}
-
-// An older recorder's number of an input kind as today's.
-std::int16_t InputKindToday(std::int16_t value, std::size_t kinds) {
-  const int index = value - FirstOldInputKind;
-  return index >= 0 && static_cast<std::size_t>(index) < kinds
-             ? InputKindOfOld[static_cast<std::size_t>(index)]
-             : value;
 }
 
 // One item under one layout, from BlockBuf into the store.
@@ -132,25 +113,6 @@ struct ItemReader {
   }
 };
 
-// The whole block is read first, also when none of it is used.
-void StoreSection(std::string_view sectionCode, ParamSection& section, const SectionRead& layout) {
-  for (std::size_t i = 0; i < section.Items.size(); ++i) {
-    const int index = static_cast<int>(i);
-    if (index < layout.items) {
-      ItemReader{sectionCode, index, ItemByteStart(section, index), section.Items[i], layout}.Read();
-    } else if (layout.beyond == ItemsBeyond::Default) {
-      TakeDefaults(section.Items[i]);
-    }
-  }
-}
-
-const SectionRead& LayoutOf(const GenerationRead& generation, std::string_view sectionCode) {
-  const auto found =
-      std::find_if(generation.sections.begin(), generation.sections.end(),
-                   [&](const SectionRead& layout) { return layout.section == Trim(sectionCode); });
-  return found == generation.sections.end() ? generation.others : *found;
-}
-
 // The one reader. A run-time failure, also that of a section which the store does not hold, is a failed read.
 TransferResult ReadSection(const GenerationRead& generation, std::string_view sectionCode) {
   TransferResult result{.section = std::string(sectionCode)};
@@ -161,7 +123,7 @@ TransferResult ReadSection(const GenerationRead& generation, std::string_view se
       result.request = RequestUnderWay(false);
       return result;
     }
-    StoreSection(sectionCode, ParamStore[section], LayoutOf(generation, sectionCode));
+    StoreSection(generation, sectionCode);
     return {};
   } catch (const RunTimeFailure& failure) {
     result.end = TransferEnd::SectionUnfit;
@@ -171,6 +133,35 @@ TransferResult ReadSection(const GenerationRead& generation, std::string_view se
 }
 
 } // namespace
+
+const ReadPlan* FindReadPlan(int generation) {
+  const auto plan = std::ranges::find(ReadPlans, generation, &ReadPlan::generation);
+  return plan == ReadPlans.end() ? nullptr : &*plan;
+}
+
+const SectionRead& LayoutOf(const GenerationRead& generation, std::string_view sectionCode) {
+  const auto found = std::ranges::find(generation.sections, Trim(sectionCode), &SectionRead::section);
+  return found == generation.sections.end() ? generation.others : *found;
+}
+
+TagRead RuleOf(const SectionRead& layout, std::string_view tag, ReadRule otherwise) {
+  const auto rule = std::ranges::find(layout.tags, Trim(tag), &TagRead::tag);
+  return rule == layout.tags.end() ? TagRead{tag, otherwise} : *rule;
+}
+
+// The whole block is read first, also when none of it is used.
+void StoreSection(const GenerationRead& generation, std::string_view sectionCode) {
+  ParamSection& section = ParamStore.at(gFFindSection(sectionCode));
+  const SectionRead& layout = LayoutOf(generation, sectionCode);
+  for (std::size_t i = 0; i < section.Items.size(); ++i) {
+    const int index = static_cast<int>(i);
+    if (index < layout.items) {
+      ItemReader{sectionCode, index, ItemByteStart(section, index), section.Items[i], layout}.Read();
+    } else if (layout.beyond == ItemsBeyond::Default) {
+      TakeDefaults(section.Items[i]);
+    }
+  }
+}
 
 bool gFReadSectionG0(std::string_view sectionCode) {
   return ReadSection(ReadLayoutG0, sectionCode).IsDone();
@@ -193,15 +184,13 @@ TransferResult ReadAll() {
   if (!all.IsDone()) {
     return all;
   }
-  const auto order = std::find_if(ReadOrders.begin(), ReadOrders.end(), [](const ReadOrder& candidate) {
-    return candidate.generation == RecorderGeneration;
-  });
-  if (order == ReadOrders.end()) {
+  const ReadPlan* plan = FindReadPlan(RecorderGeneration);
+  if (plan == nullptr) {
     return {.end = TransferEnd::NothingToTransfer};
   }
-  const std::string_view sections = order->sections;
+  const std::string_view sections = plan->sections;
   for (std::size_t i = 0; i < sections.size(); ++i) {
-    TransferResult section = ReadSection(order->layout, sections.substr(i, 1));
+    TransferResult section = ReadSection(plan->layout, sections.substr(i, 1));
     if (!section.IsDone()) {
       section.sections = std::move(all.sections);
       return section;

@@ -35,4 +35,24 @@ void ReadFromRecorder(const FlowCallbacks& window);
 [[nodiscard]] bool gFReadSectionG3(std::string_view sectionCode);
 [[nodiscard]] bool gFReadSectionPlain(std::string_view sectionCode); // generations 4, 5, 20, 21
 
+// --- What a read of a generation is, for programs that tell of it
+
+struct GenerationRead;
+struct SectionRead;
+struct TagRead;
+enum class ReadRule;
+
+struct ReadPlan {
+  int generation;
+  const GenerationRead& layout;
+  std::string_view sections; // in their order, one letter each
+};
+// nullptr for a generation that has none.
+[[nodiscard]] const ReadPlan* FindReadPlan(int generation);
+[[nodiscard]] const SectionRead& LayoutOf(const GenerationRead& generation, std::string_view sectionCode);
+// Of a tag that the layout does not name: `otherwise`, which is the layout's rule of texts or of numbers.
+[[nodiscard]] TagRead RuleOf(const SectionRead& layout, std::string_view tag, ReadRule otherwise);
+// A section's block, from BlockBuf into the store. RunTimeFailure for a value that no register can hold.
+void StoreSection(const GenerationRead& generation, std::string_view sectionCode);
+
 } // namespace loader

@@ -16,13 +16,8 @@ namespace loader {
 
 namespace {
 
-struct WriteOrder {
-  int generation;
-  const GenerationWrite& layout;
-  std::string_view sections; // one letter each
-};
 // Deliberately not the order of the read in generation 5: O goes before N.
-constexpr std::array<WriteOrder, 8> WriteOrders{{
+constexpr std::array<WritePlan, 8> WritePlans{{
     {0, WriteLayoutG0, "CAGTBHMUD"},
     {1, WriteLayoutG1, "CAGTBHMUD"},
     {2, WriteLayoutG2, "CAGTBHMUDE"},
@@ -32,12 +27,6 @@ constexpr std::array<WriteOrder, 8> WriteOrders{{
     {20, WriteLayoutG20, "CAGTBEONHMUDJKX"},
     {21, WriteLayoutPlain, "CAGTBEONHMUDJKX"},
 }};
-
-TagWrite RuleOf(const SectionWrite& layout, std::string_view tag, const TagWrite& otherwise) {
-  const auto rule = std::find_if(layout.tags.begin(), layout.tags.end(),
-                                 [&](const TagWrite& entry) { return entry.tag == Trim(tag); });
-  return rule == layout.tags.end() ? otherwise : *rule;
-}
 
 std::int16_t ZeroFrom(std::int16_t value, std::int16_t limit) {
   return value >= limit ? std::int16_t{0} : value;
@@ -152,22 +141,6 @@ struct ItemWriter {
   }
 };
 
-void LaySectionOver(const ParamSection& section, const SectionWrite& layout) {
-  for (std::size_t i = 0; i < section.Items.size(); ++i) {
-    const int index = static_cast<int>(i);
-    if (index < layout.items) {
-      ItemWriter{index, ItemByteStart(section, index), section.Items[i], layout}.Write();
-    }
-  }
-}
-
-const SectionWrite& LayoutOf(const GenerationWrite& generation, std::string_view sectionCode) {
-  const auto found =
-      std::find_if(generation.sections.begin(), generation.sections.end(),
-                   [&](const SectionWrite& layout) { return layout.section == Trim(sectionCode); });
-  return found == generation.sections.end() ? generation.others : *found;
-}
-
 // The one writer. A run-time failure, also that of a section which the store does not hold, is a failed
 // write.
 TransferResult WriteSection(const GenerationWrite& generation, std::string_view sectionCode) {
@@ -183,7 +156,7 @@ TransferResult WriteSection(const GenerationWrite& generation, std::string_view 
     if (!gFReadBlock(section, offset)) {
       return requestFailed(false);
     }
-    LaySectionOver(ParamStore[section], LayoutOf(generation, sectionCode));
+    LaySectionOver(generation, sectionCode);
     return gFWriteBlock(section, offset) ? TransferResult{} : requestFailed(true);
   } catch (const RunTimeFailure& failure) {
     result.end = TransferEnd::SectionUnfit;
@@ -193,6 +166,32 @@ TransferResult WriteSection(const GenerationWrite& generation, std::string_view 
 }
 
 } // namespace
+
+const WritePlan* FindWritePlan(int generation) {
+  const auto plan = std::ranges::find(WritePlans, generation, &WritePlan::generation);
+  return plan == WritePlans.end() ? nullptr : &*plan;
+}
+
+const SectionWrite& LayoutOf(const GenerationWrite& generation, std::string_view sectionCode) {
+  const auto found = std::ranges::find(generation.sections, Trim(sectionCode), &SectionWrite::section);
+  return found == generation.sections.end() ? generation.others : *found;
+}
+
+TagWrite RuleOf(const SectionWrite& layout, std::string_view tag, const TagWrite& otherwise) {
+  const auto rule = std::ranges::find(layout.tags, Trim(tag), &TagWrite::tag);
+  return rule == layout.tags.end() ? otherwise : *rule;
+}
+
+void LaySectionOver(const GenerationWrite& generation, std::string_view sectionCode) {
+  const ParamSection& section = ParamStore.at(gFFindSection(sectionCode));
+  const SectionWrite& layout = LayoutOf(generation, sectionCode);
+  for (std::size_t i = 0; i < section.Items.size(); ++i) {
+    const int index = static_cast<int>(i);
+    if (index < layout.items) {
+      ItemWriter{index, ItemByteStart(section, index), section.Items[i], layout}.Write();
+    }
+  }
+}
 
 bool gFWriteSectionG0(std::string_view sectionCode) {
   return WriteSection(WriteLayoutG0, sectionCode).IsDone();
@@ -222,15 +221,13 @@ TransferResult WriteAll() {
     return all;
   }
   CommLink.BlockBuf.fill(0);
-  const auto order = std::find_if(WriteOrders.begin(), WriteOrders.end(), [](const WriteOrder& candidate) {
-    return candidate.generation == RecorderGeneration;
-  });
-  if (order == WriteOrders.end()) {
+  const WritePlan* plan = FindWritePlan(RecorderGeneration);
+  if (plan == nullptr) {
     return {.end = TransferEnd::NothingToTransfer};
   }
-  const std::string_view sections = order->sections;
+  const std::string_view sections = plan->sections;
   for (std::size_t i = 0; i < sections.size(); ++i) {
-    TransferResult section = WriteSection(order->layout, sections.substr(i, 1));
+    TransferResult section = WriteSection(plan->layout, sections.substr(i, 1));
     if (!section.IsDone()) {
       section.sections = std::move(all.sections);
       return section;

@@ -39,4 +39,23 @@ void WriteToRecorder(const FlowCallbacks& window);
 [[nodiscard]] bool gFWriteSectionPlain(std::string_view sectionCode); // generations 5 and 21
 [[nodiscard]] bool gFWriteSectionG20(std::string_view sectionCode);
 
+// --- What a write to a generation is, for programs that tell of it
+
+struct GenerationWrite;
+struct SectionWrite;
+struct TagWrite;
+
+struct WritePlan {
+  int generation;
+  const GenerationWrite& layout;
+  std::string_view sections; // in their order, one letter each
+};
+// nullptr for a generation that has none.
+[[nodiscard]] const WritePlan* FindWritePlan(int generation);
+[[nodiscard]] const SectionWrite& LayoutOf(const GenerationWrite& generation, std::string_view sectionCode);
+// Of a tag that the layout does not name: `otherwise`, which is the layout's rule of texts or of numbers.
+[[nodiscard]] TagWrite RuleOf(const SectionWrite& layout, std::string_view tag, const TagWrite& otherwise);
+// The store's section over the block in BlockBuf, as a write lays it there.
+void LaySectionOver(const GenerationWrite& generation, std::string_view sectionCode);
+
 } // namespace loader

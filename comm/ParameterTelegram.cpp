@@ -4,10 +4,13 @@
 #include <span>
 #include <utility>
 
+#include "comm/TransferWatch.h"
 #include "comm/modComunication.h"
 #include "core/Text.h"
 
 namespace loader {
+
+TransferWatch WatchOfTransfers;
 
 namespace {
 
@@ -50,22 +53,36 @@ bool TransferRequest(Transfer transfer, std::span<std::uint8_t> block) {
   return true;
 }
 
+bool MayGo(const BlockStep& step) {
+  if (WatchOfTransfers.mayGo && !WatchOfTransfers.mayGo(step)) {
+    CommLink.ResultCode = ResultStopped;
+    return false;
+  }
+  return true;
+}
+
 bool TransferBlock(Transfer transfer, StoreIndex sectionIndex, std::int16_t registerOffset) {
   const ParamSection& section = SectionOf(sectionIndex);
-  std::int32_t left = RegistersOf(section);
+  const bool writing = transfer == Transfer::Write;
+  const std::int32_t all = RegistersOf(section);
+  std::int32_t left = all;
   std::int64_t nextRegister = std::int64_t{section.BaseAddress} + registerOffset;
   std::int32_t byteIndex = 0;
   do {
     const std::int32_t count = std::min(left, MaxRegisters);
     CommLink.RegCount = static_cast<std::int16_t>(count);
     CommLink.RegAddress = RegisterNumber(nextRegister);
-    if (!TransferRequest(transfer, Field(byteIndex, 2 * count))) {
+    if (!MayGo({Trim(section.Code), writing, all - left, all}) ||
+        !TransferRequest(transfer, Field(byteIndex, 2 * count))) {
       return false;
     }
     byteIndex += 2 * count;
     nextRegister += count;
     left -= count;
   } while (left > 0);
+  if (WatchOfTransfers.whole) {
+    WatchOfTransfers.whole({sectionIndex, registerOffset, writing, Field(0, 2 * all)});
+  }
   return true;
 }
 

@@ -220,4 +220,12 @@ inline constexpr GenerationRead ReadLayoutG0{0, ReadSectionsG0, DefaultFilled()}
 
 inline constexpr GenerationRead ReadLayoutPlain{5, {}, {}};
 
+// An older recorder's number of an input kind as today's; `kinds` of them are known.
+[[nodiscard]] constexpr std::int16_t InputKindToday(std::int16_t value, std::size_t kinds) {
+  const int index = value - FirstOldInputKind;
+  return index >= 0 && static_cast<std::size_t>(index) < kinds
+             ? InputKindOfOld[static_cast<std::size_t>(index)]
+             : value;
+}
+
 } // namespace loader

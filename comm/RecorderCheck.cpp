@@ -91,6 +91,20 @@ TransferResult EndedInIdentity(TransferEnd end) {
 
 } // namespace
 
+RecorderIdentity ReadIdentity() {
+  RecorderIdentity identity;
+  identity.result = ReadItem("P", TransferEnd::IdentityNotRead);
+  const auto text = [](std::string_view tag, std::size_t width) {
+    const ParamTextRecord* record = FindTextRecord("P", 0, tag);
+    return record == nullptr ? std::u16string() : std::u16string(Trim(record->Value).substr(0, width));
+  };
+  if (identity.result.IsDone()) {
+    identity.model = Narrow(text("PILC", ModelWidth));
+    identity.versionTag = text("PVER", VersionTagWidth);
+  }
+  return identity;
+}
+
 TransferResult CheckRecorder() {
   TransferResult read = ReadItem("P", TransferEnd::IdentityNotRead);
   if (!read.IsDone()) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "comm/TransferResult.h"
@@ -24,6 +25,15 @@ constexpr std::int16_t RecorderNotRead = 2;
 // force (a ModeCheckOff other than 0 lets it pass). The generation follows the model that the recorder
 // reports; a model without version tags passes and leaves the generation as it stands.
 [[nodiscard]] bool gFCheckRecorder();
+
+// What the recorder says of itself, from section P, whatever it is: blanks at the ends taken off, the model
+// in three characters, the tag in four.
+struct RecorderIdentity {
+  TransferResult result; // Done or IdentityNotRead
+  std::string model;
+  std::u16string versionTag;
+};
+[[nodiscard]] RecorderIdentity ReadIdentity();
 
 // The same without the messages: Done, IdentityNotRead, OtherModel or NoVersion.
 [[nodiscard]] TransferResult CheckRecorder();

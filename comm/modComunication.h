@@ -30,6 +30,7 @@ constexpr std::uint8_t ResultWrongLength = 4;       // USB only
 constexpr std::uint8_t ResultWrongTransaction = 10; // Ethernet only
 constexpr std::uint8_t ResultRunTimeFailure = 100;  // escaped from a serial or Ethernet exchange
 constexpr std::uint8_t ResultNoAnswer = 200;        // time-out; USB: no device, or the write failed
+constexpr std::uint8_t ResultStopped = 201;         // not sent: who watches the transfer has ended it
 
 constexpr int MaxRegisters = 64; // of one request: a whole frame then fits the byte-wide lengths
 constexpr int MaxBlockRegisters = 5000;

@@ -9,6 +9,7 @@
 namespace loader {
 
 std::int32_t UsbHandle = NoUsbHandle;
+std::uint32_t UsbFailuresTakenForSuccess = 0;
 std::array<std::int32_t, 256> UsbSendWords{};
 std::array<std::int32_t, 256> UsbRecvWords{};
 
@@ -59,6 +60,7 @@ void gFUsbExchange() {
     // Deliberately no code of its own, unlike the other two links: a call that fails counts as success, with
     // the registers of the exchange before.
     CommLink.ResultCode = ResultOk;
+    ++UsbFailuresTakenForSuccess;
   }
 }
 

@@ -111,9 +111,43 @@ std::optional<StoredValue> ValueOf(const ParameterRef& ref) {
   return found.number == nullptr ? std::nullopt : std::optional<StoredValue>(found.number->Value);
 }
 
+std::vector<StoredValue> AllValues() {
+  std::vector<StoredValue> values;
+  for (const ParamSection& section : ParamStore) {
+    for (const ParamItem& item : section.Items) {
+      for (const ParamTextRecord& record : item.TextRecords) {
+        values.emplace_back(std::u16string(TrimRight(record.Value)));
+      }
+      for (const ParamNumRecord& record : item.NumRecords) {
+        values.emplace_back(record.Value);
+      }
+    }
+  }
+  return values;
+}
+
 std::u16string RawText(const StoredValue& value) {
   const auto* text = std::get_if<std::u16string>(&value);
   return text != nullptr ? *text : DecimalText(std::get<std::int16_t>(value));
+}
+
+std::u16string VisibleText(std::u16string_view text) {
+  constexpr char16_t Signs = 0x2400; // of the characters below the blank, in their order
+  constexpr char16_t Delete = 0x7F;
+  constexpr char16_t SignOfDelete = 0x2421;
+  constexpr char16_t LastControl = 0x9F;
+  constexpr char16_t NoCharacter = 0xFFFD;
+  std::u16string visible(text);
+  for (char16_t& c : visible) {
+    if (c < u' ') {
+      c = static_cast<char16_t>(Signs + c);
+    } else if (c == Delete) {
+      c = SignOfDelete;
+    } else if (c > Delete && c <= LastControl) {
+      c = NoCharacter;
+    }
+  }
+  return visible;
 }
 
 bool IsSecret(const ParameterRef& ref) {
@@ -136,7 +170,7 @@ std::u16string ReadableValue(const ParameterRef& ref, const Speech& speech) {
   std::u16string text = ReportText(ref.section, ref.item, ref.tag);
   // A view leaves a number outside of its limits blank; a report never hides a number that is there.
   const bool number = std::holds_alternative<std::int16_t>(*value);
-  return number && Trim(text).empty() ? RawText(*value) : text;
+  return number && Trim(text).empty() ? RawText(*value) : VisibleText(text);
 }
 
 Page PageOf(const ParameterRef& ref) {

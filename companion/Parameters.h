@@ -45,6 +45,8 @@ void ForEachParameter(const std::function<void(const ParameterRef&, const Stored
 using StoredValue = std::variant<std::int16_t, std::u16string>;
 // Empty where the set-up in force does not have it.
 [[nodiscard]] std::optional<StoredValue> ValueOf(const ParameterRef& ref);
+// The values of AllParameters, in its order: for set-ups of one model the same place is the same parameter.
+[[nodiscard]] std::vector<StoredValue> AllValues();
 // As the parameter file writes it.
 [[nodiscard]] std::u16string RawText(const StoredValue& value);
 
@@ -58,10 +60,15 @@ struct Speech {
 inline constexpr std::u16string_view HiddenSecret = u"\u2022\u2022\u2022\u2022";
 [[nodiscard]] bool IsSecret(const ParameterRef& ref);
 
+// A recorder may hold line breaks and other control characters in a text. In a report each shows as its sign,
+// so that a parameter stays one line and nothing of a set-up commands a terminal.
+[[nodiscard]] std::u16string VisibleText(std::u16string_view text);
+
 // "CH 3 Alarm 1 set value"; a parameter that has no name of its own is called by its tag.
 [[nodiscard]] std::u16string NameOf(const ParameterRef& ref, Language language);
 // The value as an engineer reads it, by the set-up in force: "800.0", "K熱電対", "8:05". A value that has no
-// such text (outside its list or its limits) is its number. A secret is hidden unless asked for.
+// such text (outside its list or its limits) is its number. A secret is hidden unless asked for. Always one
+// line: VisibleText.
 [[nodiscard]] std::u16string ReadableValue(const ParameterRef& ref, const Speech& speech);
 
 // The pages of the window, in their order, then what stands on none of them.

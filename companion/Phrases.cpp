@@ -20,7 +20,7 @@ std::u16string_view PhraseText(Phrase id, Language language) {
   return language == Language::Japanese ? row.japanese : row.english;
 }
 
-std::u16string Say(Phrase id, Language language, std::initializer_list<Filling> fillings) {
+std::u16string Say(Phrase id, Language language, std::span<const Filling> fillings) {
   constexpr char16_t Mark = u'@';
   std::u16string_view rest = PhraseText(id, language);
   std::u16string said;
@@ -42,6 +42,10 @@ std::u16string Say(Phrase id, Language language, std::initializer_list<Filling> 
     rest.remove_prefix(close + 1);
   }
   return said;
+}
+
+std::u16string Say(Phrase id, Language language, std::initializer_list<Filling> fillings) {
+  return Say(id, language, std::span(fillings.begin(), fillings.size()));
 }
 
 std::span<const PhraseRow> AllPhrases() {

@@ -26,6 +26,7 @@ struct Filling {
 };
 // What is filled in is never itself searched for placeholders.
 [[nodiscard]] std::u16string Say(Phrase id, Language language, std::initializer_list<Filling> fillings);
+[[nodiscard]] std::u16string Say(Phrase id, Language language, std::span<const Filling> fillings);
 
 struct PhraseRow {
   std::string_view name; // the id as it is written in the code

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <set>
 #include <utility>
@@ -36,9 +37,8 @@ constexpr std::array<Scheme, 4> Schemes{{
 // Reads the parts of an address from its end.
 class AddressReader {
 public:
-  AddressReader(std::u16string_view text, Language language) : language_(language) {
+  AddressReader(std::u16string_view text, Language language) : rest_(text), language_(language) {
     address_.text = text;
-    rest_ = text;
   }
 
   SetUpAddress Read() {
@@ -174,13 +174,10 @@ std::string ModelFieldOf(std::string_view bytes) {
   return {};
 }
 
-std::string ModelOfName(const std::filesystem::path& file) {
-  std::string ending = file.extension().string();
-  std::ranges::transform(ending, ending.begin(),
-                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  const auto model =
-      std::ranges::find_if(Models, [&](std::string_view name) { return ending == "." + std::string(name); });
-  return model == Models.end() ? std::string() : std::string(*model);
+void RefuseRecorder(const SetUpAddress& address, Language language) {
+  if (IsRecorder(address.place)) {
+    throw Undone{Say(Phrase::RecorderNotHere, language, {{u"SETUP", address.text}})};
+  }
 }
 
 std::string ReadFileOf(const SetUpAddress& address, Language language) {
@@ -265,6 +262,11 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   if (!asked.empty()) {
     return {ModelBasis::Asked, asked};
   }
+  // All of the smaller model's parameters exist in the larger one, and a damaged line of it may be a good one
+  // there: a whole file is of the model whose items it names, whatever it opens as.
+  if (std::string model = ModelByItems(bytes, language); !model.empty()) {
+    return {ModelBasis::Content, std::move(model)};
+  }
   std::vector<std::string> fitting;
   for (const std::string_view model : Models) {
     if (OpensAs(model, bytes, language)) {
@@ -273,14 +275,6 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   }
   if (fitting.size() == 1) {
     return {ModelBasis::Content, fitting.front()};
-  }
-  // All of the smaller model's parameters exist in the larger one: a whole file is of the model whose items
-  // it names, no more and no less.
-  const ItemSet named = ItemsNamedBy(bytes);
-  for (const std::string& model : fitting) {
-    if (ItemsOf(InitialSetUp(model, language).store) == named) {
-      return {ModelBasis::Content, model};
-    }
   }
   if (const std::string model = ModelFieldOf(bytes); !model.empty()) {
     return {ModelBasis::ModelField, model};
@@ -292,10 +286,40 @@ ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file
   return model.empty() ? ModelFinding{ModelBasis::Both, {}} : ModelFinding{ModelBasis::FileName, model};
 }
 
-OpenedSetUp OpenStrictly(const SetUpAddress& address, const std::string& model, Language language) {
-  if (IsRecorder(address.place)) {
-    throw Undone{Say(Phrase::RecorderNotHere, language, {{u"SETUP", address.text}})};
+std::string ModelByItems(std::string_view bytes, Language language) {
+  constexpr std::size_t OneIn = 10; // items may differ
+  const ItemSet named = ItemsNamedBy(bytes);
+  for (const std::string_view model : Models) {
+    const ItemSet items = ItemsOf(InitialSetUp(model, language).store);
+    std::vector<std::string> different;
+    std::ranges::set_symmetric_difference(named, items, std::back_inserter(different));
+    if (different.size() * OneIn <= items.size()) {
+      return std::string(model);
+    }
   }
+  return {};
+}
+
+std::string ModelOfName(const std::filesystem::path& file) {
+  std::string ending = file.extension().string();
+  std::ranges::transform(ending, ending.begin(),
+                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  const auto model =
+      std::ranges::find_if(Models, [&](std::string_view name) { return ending == "." + std::string(name); });
+  return model == Models.end() ? std::string() : std::string(*model);
+}
+
+std::string FileBytesOf(const SetUpAddress& address, Language language) {
+  RefuseRecorder(address, language);
+  if (address.place == Place::Default) {
+    WholeSetUp initial = InitialSetUp(Narrow(address.where), language);
+    return WithSetUp(initial, [] { return ParamFileBytes(); });
+  }
+  return ReadFileOf(address, language);
+}
+
+OpenedSetUp OpenStrictly(const SetUpAddress& address, const std::string& model, Language language) {
+  RefuseRecorder(address, language);
   OpenedSetUp opened;
   opened.address = address;
   if (address.place == Place::Default) {

@@ -47,7 +47,7 @@ struct Undone {
 // Which model a file is of.
 enum class ModelBasis {
   Asked,      // --model
-  Content,    // it opens as one of the two alone, or names just the items of one
+  Content,    // it names nearly all items of one and hardly another, or opens as one of the two alone
   ModelField, // both, or neither; PILC says
   FileName,   // both; its name ends in .KOV or .RUG
   Both,       // unsettled
@@ -59,6 +59,15 @@ struct ModelFinding {
 };
 [[nodiscard]] ModelFinding FindModel(std::string_view bytes, const std::filesystem::path& file,
                                      const std::string& asked, Language language);
+
+// The model of which a file names nearly all items and hardly another: that of a whole file, damaged or not,
+// whatever it opens as. Empty for a file that is none.
+[[nodiscard]] std::string ModelByItems(std::string_view bytes, Language language);
+// Which model the ending of a file's name says; empty where it says none.
+[[nodiscard]] std::string ModelOfName(const std::filesystem::path& file);
+// The bytes of a file, or those that a save of the initial settings has. Undone for a recorder and for a file
+// that cannot be read.
+[[nodiscard]] std::string FileBytesOf(const SetUpAddress& address, Language language);
 
 struct OpenedSetUp {
   SetUpAddress address;

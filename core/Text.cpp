@@ -115,7 +115,9 @@ std::unique_ptr<const CodePageTables> BuildTables() {
   auto tables = std::make_unique<CodePageTables>();
   const iconv_t decode = iconv_open("UTF-16LE", "CP932");
   const iconv_t encode = iconv_open("CP932", "UTF-16LE");
-  if (decode == reinterpret_cast<iconv_t>(-1) || encode == reinterpret_cast<iconv_t>(-1)) {
+  // What the system gives for a converter that it does not have.
+  const auto none = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+  if (decode == none || encode == none) {
     throw std::runtime_error("the system has no converter for code page 932");
   }
   // ASCII stands for itself, the backslash included.

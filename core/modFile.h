@@ -1,6 +1,7 @@
 // Model selection and the initial settings file, which shapes the parameter store.
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <string>
@@ -66,10 +67,12 @@ template <typename Character>
 [[nodiscard]] std::basic_string_view<Character> TakeLine(std::basic_string_view<Character>& rest) {
   constexpr Character LineEnds[] = {'\r', '\n'};
   const std::basic_string_view<Character> ends(LineEnds, std::size(LineEnds));
-  const std::size_t end = rest.find_first_of(ends);
-  if (end == std::basic_string_view<Character>::npos) {
+  // Character by character: find_first_of calls a function for each of them.
+  const auto at = std::find_if(rest.begin(), rest.end(), [](Character c) { return c == '\r' || c == '\n'; });
+  if (at == rest.end()) {
     return std::exchange(rest, {});
   }
+  const auto end = static_cast<std::size_t>(at - rest.begin());
   const std::basic_string_view<Character> line = rest.substr(0, end);
   rest.remove_prefix(end + (rest.substr(end, ends.size()) == ends ? ends.size() : 1));
   return line;

@@ -35,7 +35,7 @@ QString SerialPortPath([[maybe_unused]] const std::filesystem::path& programFold
 }
 
 QString UsbPath(const std::filesystem::path& programFolder, const std::filesystem::path& devices) {
-  const QString entry = EntryPath(programFolder / "USB");
+  QString entry = EntryPath(programFolder / "USB");
   if (!entry.isEmpty()) {
     return entry;
   }

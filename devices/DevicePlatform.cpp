@@ -10,13 +10,19 @@ std::filesystem::path ProgramFolderOr(const std::filesystem::path& wanted) {
                         : wanted;
 }
 
+namespace {
+DevicePlatformOptions WithFolder(DevicePlatformOptions options) {
+  options.programFolder = ProgramFolderOr(options.programFolder);
+  return options;
+}
+} // namespace
+
 DevicePlatform::DevicePlatform(DevicePlatformOptions options)
-    : programFolder_(ProgramFolderOr(options.programFolder)), socket(std::move(options.portMap)),
-      bare({.timers = &timers,
-            .eventLoop = &eventLoop,
-            .MSComm1 = &serial,
-            .winSock = &socket,
-            .USBOCX1 = &usb,
-            .programFolder = programFolder_}) {}
+    : options_(WithFolder(std::move(options))), bare({.timers = &timers,
+                                                      .eventLoop = &eventLoop,
+                                                      .MSComm1 = &serial,
+                                                      .winSock = &socket,
+                                                      .USBOCX1 = &usb,
+                                                      .programFolder = options_.programFolder}) {}
 
 } // namespace loader

@@ -18,7 +18,9 @@ namespace loader {
 struct DevicePlatformOptions {
   // Empty: the folder of the executable.
   std::filesystem::path programFolder;
-  PortMap portMap;
+  PortMap portMap = {};
+  ChosenLine serialLine = {}; // of a user who names the device himself
+  QString usbDevice = {};
 };
 
 class DevicePlatform {
@@ -29,14 +31,14 @@ public:
   DevicePlatform& operator=(const DevicePlatform&) = delete;
 
 private:
-  std::filesystem::path programFolder_;
+  DevicePlatformOptions options_;
 
 public:
   QtTimers timers;
   QtEventLoop eventLoop;
-  QtSerial serial{programFolder_};
-  QtSocket socket;
-  QtUsb usb{programFolder_};
+  QtSerial serial{options_.programFolder, options_.serialLine};
+  QtSocket socket{options_.portMap};
+  QtUsb usb{options_.programFolder, options_.usbDevice};
   BarePlatform bare;
   Platform& platform = bare.platform;
 };

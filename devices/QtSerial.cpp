@@ -8,7 +8,8 @@
 
 namespace loader {
 
-QtSerial::QtSerial(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
+QtSerial::QtSerial(std::filesystem::path programFolder, ChosenLine chosen)
+    : programFolder_(std::move(programFolder)), chosen_(std::move(chosen)) {}
 QtSerial::~QtSerial() = default;
 
 bool QtSerial::PortOpen() const {
@@ -21,13 +22,16 @@ void QtSerial::SetPortOpen(bool open) {
     return;
   }
   constexpr int LastPort = 16;
-  const std::optional<SerialSettings> settings = ParseSerialSettings(Settings);
+  std::optional<SerialSettings> settings = ParseSerialSettings(Settings);
   if (CommPort < 1 || CommPort > LastPort || !settings) {
     throw RunTimeFailure("no such port or settings");
   }
+  if (chosen_.baud > 0) {
+    settings->baud = chosen_.baud;
+  }
   constexpr int RtsHandshake = 2;
-  device_ = std::make_unique<SerialDevice>(SerialPortPath(programFolder_, CommPort), *settings,
-                                           Handshaking == RtsHandshake);
+  const QString path = chosen_.device.isEmpty() ? SerialPortPath(programFolder_, CommPort) : chosen_.device;
+  device_ = std::make_unique<SerialDevice>(path, *settings, Handshaking == RtsHandshake);
 }
 
 SerialDevice& QtSerial::Device() const {

@@ -1,6 +1,7 @@
 // MSComm1: the serial port.
 #pragma once
 
+#include <QString>
 #include <filesystem>
 #include <memory>
 
@@ -10,9 +11,15 @@ namespace loader {
 
 class SerialDevice;
 
+// A line that a user names himself, in place of the program's own ports.
+struct ChosenLine {
+  QString device; // as the system calls it: "/dev/ttyUSB0", "COM3"; empty for the program's ports
+  int baud = 0;   // 0: as the settings of the port say
+};
+
 class QtSerial final : public SerialControl {
 public:
-  explicit QtSerial(std::filesystem::path programFolder);
+  explicit QtSerial(std::filesystem::path programFolder, ChosenLine chosen = {});
   ~QtSerial() override;
 
   [[nodiscard]] bool PortOpen() const override;
@@ -28,6 +35,7 @@ private:
   SerialDevice& Device() const;
 
   std::filesystem::path programFolder_;
+  ChosenLine chosen_;
   std::unique_ptr<SerialDevice> device_;
 };
 

@@ -55,6 +55,10 @@ QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
   QObject::connect(&socket_, &QAbstractSocket::errorOccurred, &socket_,
                    [this](QAbstractSocket::SocketError error) {
                      failed_ = error != QAbstractSocket::RemoteHostClosedError;
+                     TellDeviceFailure(ToQt(RemoteHost), socket_.errorString());
+                     if (onFailure) {
+                       onFailure();
+                     }
                    });
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Devices.h"
+
 namespace loader {
 
 [[nodiscard]] inline QString ToQt(std::u16string_view text) {
@@ -13,6 +15,13 @@ namespace loader {
 
 [[nodiscard]] inline std::u16string FromQt(const QString& text) {
   return text.toStdU16String();
+}
+
+// To whoever hears of failing devices.
+inline void TellDeviceFailure(const QString& device, const QString& reason) {
+  if (WhenDeviceFails) {
+    WhenDeviceFails(FromQt(device), FromQt(reason));
+  }
 }
 
 } // namespace loader

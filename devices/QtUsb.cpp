@@ -17,12 +17,13 @@ constexpr SerialSettings ProtocolSettings{19200, QSerialPort::OddParity, QSerial
                                           QSerialPort::OneStop};
 } // namespace
 
-QtUsb::QtUsb(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
+QtUsb::QtUsb(std::filesystem::path programFolder, QString device)
+    : programFolder_(std::move(programFolder)), chosen_(std::move(device)) {}
 QtUsb::~QtUsb() = default;
 
 std::int32_t QtUsb::Open(std::int32_t /*windowProperty*/) {
   device_.reset();
-  const QString path = UsbPath(programFolder_);
+  const QString path = chosen_.isEmpty() ? UsbPath(programFolder_) : chosen_;
   if (path.isEmpty()) {
     return NoHandle;
   }

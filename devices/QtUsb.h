@@ -2,6 +2,7 @@
 // for each exchange.
 #pragma once
 
+#include <QString>
 #include <filesystem>
 #include <memory>
 
@@ -13,7 +14,8 @@ class SerialDevice;
 
 class QtUsb final : public UsbControl {
 public:
-  explicit QtUsb(std::filesystem::path programFolder);
+  // `device`: the one that a user names himself, in place of the one that is found.
+  explicit QtUsb(std::filesystem::path programFolder, QString device = {});
   ~QtUsb() override;
 
   // A device that was left open is closed first.
@@ -30,6 +32,7 @@ private:
   [[nodiscard]] bool Holds(std::int32_t handle) const;
 
   std::filesystem::path programFolder_;
+  QString chosen_;
   std::unique_ptr<SerialDevice> device_;
   std::int32_t handle_ = 0; // of the last opening
 };

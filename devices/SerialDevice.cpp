@@ -3,6 +3,7 @@
 #include <charconv>
 #include <vector>
 
+#include "devices/QtText.h"
 #include "platform/RunTimeFailure.h"
 
 namespace loader {
@@ -71,6 +72,7 @@ SerialDevice::SerialDevice(const QString& path, const SerialSettings& settings, 
   port_.setFlowControl(hardwareHandshake ? QSerialPort::HardwareControl : QSerialPort::NoFlowControl);
   // Parity after opening: a pseudo-terminal refuses it, and that alone must not fail the opening.
   if (!port_.open(QIODevice::ReadWrite) || (!port_.setParity(settings.parity) && !IsPseudoTerminal(path))) {
+    TellDeviceFailure(path, port_.errorString());
     throw RunTimeFailure("the port " + path.toStdString() + " can't be opened");
   }
   port_.clearError();
@@ -79,6 +81,7 @@ SerialDevice::SerialDevice(const QString& path, const SerialSettings& settings, 
       return;
     }
     lost_ = true;
+    TellDeviceFailure(port_.portName(), port_.errorString());
     // A hung-up device is readable for ever; closed, it wakes nobody any more.
     QMetaObject::invokeMethod(
         &port_, [this] { port_.close(); }, Qt::QueuedConnection);

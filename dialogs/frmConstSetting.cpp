@@ -1,8 +1,8 @@
 #include "dialogs/frmConstSetting.h"
 
-#include <algorithm>
 #include <array>
 
+#include "channel/modUtil.h"
 #include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "platform/Platform.h"
@@ -21,14 +21,6 @@ constexpr auto Labels = std::to_array<CaptionOf>({
     {"lblMessage", 18170},
     {"lblSelectNo", 18004},
 });
-
-constexpr int MostDigits = 4; // behind the point
-
-int TypedPosition(std::u16string_view text) {
-  const std::size_t point = text.find(u'.');
-  return point == std::u16string_view::npos ? 0
-                                            : std::min(static_cast<int>(text.size() - point) - 1, MostDigits);
-}
 
 void ShowConstant(ConstSettingScreen& screen) {
   const int item = screen.browsing.entry;

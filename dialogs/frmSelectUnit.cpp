@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "channel/InputTypeRules.h"
+#include "channel/Adjustable.h"
 #include "core/TextTable.h"
 #include "core/modIni.h"
 #include "platform/Platform.h"
@@ -12,7 +12,6 @@ namespace loader {
 namespace {
 
 constexpr int UnitColumns = 6;
-constexpr int TemperatureUnits = 2; // the first ones of the list
 
 void LayOut(Grid& grid, int units, int columns) {
   grid.FixedRows = 0;

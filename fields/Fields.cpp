@@ -43,6 +43,9 @@ const ChannelRow* ChannelOf(const FieldSet& set) {
 
 FieldShape ShapeOf(const FieldRow& row, const MeaningRow& meaning) {
   if (row.asNumber) {
+    if (!meaning.meaning.alsoTyped) {
+      throw std::logic_error(std::string(row.control) + ": the list of the parameter is all that it takes");
+    }
     return FieldShape::Number;
   }
   switch (FormIn(meaning, View::Screen).sense) {

@@ -32,7 +32,7 @@ struct FieldRow {
   int elements = 0;
   std::string_view minutes = {}; // the minute list of a time of day
   bool otherList = false;        // offers the parameter's second list, that of another generation
-  bool asNumber = false;         // an edit field over a parameter that has a list as well
+  bool asNumber = false;         // an edit field over a parameter that has a list as well: alsoTyped
   bool noneIsZero = false;       // a dialog's list that selects nothing stores 0
   int tooLong = 20117;           // message of a text with too many bytes, with @LEN@
   int forbidden = 0;             // message of a text with a comma, with @MID@; 0: the screen takes it

@@ -289,7 +289,7 @@ FileDefect DefectOf(LineDefect reason, std::size_t number, const KeyAndValue& pa
 // One pass over the lines of a file, which ends at its first bad line unless somebody wants to hear of all.
 class FileReader {
 public:
-  explicit FileReader(const DefectSink& sink) : sink_(sink) {}
+  FileReader(const DefectSink& sink, const LineSink& laid) : sink_(sink), laid_(laid) {}
 
   bool Read(std::string_view bytes) {
     // Every line is split before the first one is laid: a file that is no parameter file changes nothing.
@@ -344,6 +344,9 @@ private:
       if (loss) {
         sink_(DefectOf(*loss, number, *parts, line));
       }
+      if (laid_) {
+        laid_({number, parts->key, parts->value, line.section, line.item, line.tag, line.value});
+      }
     } catch (const BadLine& bad) {
       Break();
       if (sink_) {
@@ -353,6 +356,7 @@ private:
   }
 
   const DefectSink& sink_;
+  const LineSink& laid_;
   bool broken_ = false;
   ParamStoreTable storeAtBreak_;
 };
@@ -408,8 +412,13 @@ Replacement SaveParamFileProved(const std::filesystem::path& path) {
   return ReplaceFileProved(path, ParamFileBytes(), Neighbours::OfOthers);
 }
 
-bool LoadParamBytes(std::string_view bytes, const DefectSink& sink) {
-  return FileReader(sink).Read(bytes);
+bool LoadParamBytes(std::string_view bytes, const DefectSink& sink, const LineSink& laid) {
+  return FileReader(sink, laid).Read(bytes);
+}
+
+bool IsHeadLine(std::string_view line) {
+  const std::optional<KeyAndValue> parts = SplitLine(line);
+  return parts && parts->key == HeadKey;
 }
 
 bool gFLoadParamFile(const std::filesystem::path& path) {

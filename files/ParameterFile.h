@@ -74,9 +74,28 @@ struct FileDefect {
 // open.
 using DefectSink = std::function<void(const FileDefect&)>;
 
+// A line that was laid, for those who have to know which line a value comes from. All views last for the
+// call. The key and the bytes of the value are those of the file, without trailing blanks; parameter and
+// value are what became of them: an older file may call it otherwise.
+struct LaidLine {
+  std::size_t line; // from 1
+  std::string_view key;
+  std::string_view bytes;
+  std::string_view section;
+  std::int16_t item;
+  std::string_view tag;
+  std::u16string_view value;
+};
+using LineSink = std::function<void(const LaidLine&)>;
+
 // The same for the bytes of a file. A sink hears of the bad lines behind the first one too; result and store
-// are the same with it and without: nothing behind the first bad line stays in the store.
-[[nodiscard]] bool LoadParamBytes(std::string_view bytes, const DefectSink& sink = {});
+// are the same with it and without: nothing behind the first bad line stays in the store. `laid` hears of
+// every line that is good, of those behind the first bad one only where there is a sink as well; the head is
+// none of them.
+[[nodiscard]] bool LoadParamBytes(std::string_view bytes, const DefectSink& sink = {},
+                                  const LineSink& laid = {});
+// Whether the line, without its end, is a head: the reader passes it over wherever it stands.
+[[nodiscard]] bool IsHeadLine(std::string_view line);
 
 // Open, from the file dialog to the screen: rebuilds the store and lays the chosen file over it. A file that
 // does not load shows text 11003 and leaves every parameter at its default. `refresh` shows the store on the

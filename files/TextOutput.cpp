@@ -179,8 +179,12 @@ std::string PrintedSheet(std::string_view templateBytes) {
   return sheet;
 }
 
+std::filesystem::path TemplateFile() {
+  return ThePlatform().programFolder / ("Text" + ModelCode + ".Ini");
+}
+
 bool gFTextOutput(const std::filesystem::path& path) {
-  const std::filesystem::path pattern = ThePlatform().programFolder / ("Text" + ModelCode + ".Ini");
+  const std::filesystem::path pattern = TemplateFile();
   std::error_code error;
   if (std::filesystem::equivalent(path, pattern, error)) {
     return false; // the sheet would take the place of its own template

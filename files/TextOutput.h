@@ -17,6 +17,9 @@ namespace loader {
 // sheet cannot be written to the last line.
 [[nodiscard]] bool gFTextOutput(const std::filesystem::path& path);
 
+// The template of the model in force, in the program's folder.
+[[nodiscard]] std::filesystem::path TemplateFile();
+
 // The sheet that a template's bytes give. Throws RunTimeFailure for a line that does not fit its 2047 bytes,
 // before or after the values are in, and for a placeholder of an item that does not exist. A quoted word that
 // is no placeholder stays, and ends the work on its line.

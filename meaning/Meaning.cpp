@@ -1,6 +1,7 @@
 #include "meaning/Meaning.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <vector>
 
@@ -65,6 +66,22 @@ std::vector<MeaningRow> MakeTable() {
   return table;
 }
 
+// The rows of a section stand together.
+std::span<const MeaningRow> RowsOfSection(std::string_view code) {
+  using Extents = std::array<std::span<const MeaningRow>, 'Z' - 'A' + 1>;
+  static const Extents extents = [] {
+    Extents found;
+    for (const MeaningRow& row : Meanings()) {
+      auto& extent = found.at(static_cast<std::size_t>(row.meaning.section.front() - 'A'));
+      extent = extent.empty() ? std::span(&row, 1) : std::span(extent.data(), extent.size() + 1);
+    }
+    return found;
+  }();
+  return code.size() == 1 && code.front() >= 'A' && code.front() <= 'Z'
+             ? extents[static_cast<std::size_t>(code.front() - 'A')]
+             : std::span<const MeaningRow>();
+}
+
 // --- Names
 
 using enum OwnTextId;
@@ -115,18 +132,6 @@ std::u16string EnglishName(const ParameterNames& names) {
   return FromUtf8(names.english);
 }
 
-std::u16string ItemName(std::string_view section, int item, Language language) {
-  const auto names = std::ranges::find(SectionTable, section, &SectionNames::code);
-  if (names == std::ranges::end(SectionTable) || !names->item) {
-    return {};
-  }
-  // A formula is told by the number of its channel, as everything else of it is.
-  const int number = section == "O" ? Profile.FirstOperationChannel + item : item + 1;
-  return std::u16string(language == Language::Japanese ? OwnText(*names->item)
-                                                       : OwnTextEnglish(*names->item)) +
-         DecimalText(number);
-}
-
 } // namespace
 
 std::span<const MeaningRow> Meanings() {
@@ -137,8 +142,8 @@ std::span<const MeaningRow> Meanings() {
 const MeaningRow* FindMeaning(std::string_view section, std::string_view tag) {
   const std::string_view code = Trim(section);
   const std::string_view name = Trim(tag);
-  for (const MeaningRow& row : Meanings()) {
-    if (row.meaning.section == code && IsOf(name, row.meaning.tag)) {
+  for (const MeaningRow& row : RowsOfSection(code)) {
+    if (IsOf(name, row.meaning.tag)) {
       return &row;
     }
   }
@@ -170,6 +175,18 @@ std::u16string ParameterName(const Meaning& meaning, std::string_view tag, Langu
   const std::string digits = FamilyDigits(Trim(tag), meaning.tag);
   const bool told = digits.empty() || name.find(AnyDigit) != std::u16string::npos;
   return told ? WithDigits(name, digits) : name + u" " + Widen(digits);
+}
+
+std::u16string ItemName(std::string_view section, int item, Language language) {
+  const auto names = std::ranges::find(SectionTable, section, &SectionNames::code);
+  if (names == std::ranges::end(SectionTable) || !names->item) {
+    return {};
+  }
+  // A formula is told by the number of its channel, as everything else of it is.
+  const int number = section == "O" ? Profile.FirstOperationChannel + item : item + 1;
+  return std::u16string(language == Language::Japanese ? OwnText(*names->item)
+                                                       : OwnTextEnglish(*names->item)) +
+         DecimalText(number);
 }
 
 std::u16string FullName(std::string_view section, int item, std::string_view tag, Language language) {

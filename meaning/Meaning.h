@@ -108,6 +108,7 @@ struct Meaning {
   Sense sense;
   const ChoiceList* choices = nullptr;      // Choice, Colour
   const ChoiceList* otherChoices = nullptr; // a second list for the same number, of another generation
+  bool alsoTyped = false; // a screen has an edit field over it too: any number within the record's limits
   NumberRule number = {};
   TextKind text = {};
   // Choices that another parameter of the item decides: by its value; nullptr: it has no meaning there.
@@ -176,6 +177,8 @@ struct SectionNames {
 
 // "警報No.1 警報設定値", "Alarm 1 set value": without the item.
 [[nodiscard]] std::u16string ParameterName(const Meaning& meaning, std::string_view tag, Language language);
+// "CH 3", "Group 2"; empty where a section has one item or its items have no name.
+[[nodiscard]] std::u16string ItemName(std::string_view section, int item, Language language);
 // "CH 3 警報No.1 警報設定値". A parameter without a row is named by its section, item and tag.
 [[nodiscard]] std::u16string FullName(std::string_view section, int item, std::string_view tag,
                                       Language language);

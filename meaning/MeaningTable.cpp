@@ -54,6 +54,10 @@ consteval Meaning Decided(std::string_view section, std::string_view tag, const 
   row.byDecider = byDecider;
   return row;
 }
+consteval Meaning AlsoTyped(Meaning row) {
+  row.alsoTyped = true;
+  return row;
+}
 consteval Meaning Depending(Meaning row, std::string_view on) {
   row.dependsOn = on;
   return row;
@@ -223,7 +227,7 @@ constexpr auto Rows = std::to_array<Meaning>({
     Kept("H", "FTIR", Nameless),
     Counted("H", "FTIT", Caption(18124, 18128, "F value, reset temperature (°C)")),
     Listed("H", "BAAL", Caption(18105, "Battery alarm output"), BatteryOutputs),
-    Listed("H", "SHOU", Caption(18103, "LCD off after (min)"), Backlight, ScreenOff),
+    AlsoTyped(Listed("H", "SHOU", Caption(18103, "LCD off after (min)"), Backlight, ScreenOff)),
     Listed("H", "CFFL", Caption(18104, "Memory full output"), MemoryFullOutputs),
     Secret(Counted("H", "PAS1", Caption(18184, "Password of the parameters"))),
     Secret(Counted("H", "PAS2", Caption(18185, "Password of the memory card"))),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/ModelProfile.h"
 #include "core/Text.h"
 #include "core/modIni.h"
 #include "core/modMain.h"
@@ -39,6 +40,12 @@ const FunctionShape* ShapeOf(int function) {
              : nullptr;
 }
 
+// By row of TermPrefixList.
+std::array<int, 6> InputCounts() {
+  return {AllChannels(),          Profile.TotalizerCount, Profile.DigitalInputCount,
+          Profile.CommInputCount, Profile.ConstantCount,  Profile.OperationResultCount};
+}
+
 std::string FormulaTag(std::string_view stem, int formula, int term) {
   return std::string(stem) + std::to_string(formula) + std::to_string(term + 1);
 }
@@ -64,7 +71,7 @@ std::u16string TermText(const FormulaTerm& term) {
   if (shape == nullptr || pattern == nullptr) {
     return {};
   }
-  const std::u16string first = InputName(term.Input1Kind, term.Input1No);
+  std::u16string first = InputName(term.Input1Kind, term.Input1No);
   if (term.Func == 0) {
     return first;
   }
@@ -94,6 +101,42 @@ int FunctionInputs(int function) {
 std::u16string InputName(int kind, int number) {
   const std::u16string* letter = CatalogueEntry(TermPrefixList, kind);
   return (letter == nullptr ? std::u16string() : *letter) + PaddedDecimal(number + 1, 2);
+}
+
+int InputRows() {
+  int rows = 0;
+  for (const int count : InputCounts()) {
+    rows += count;
+  }
+  return rows;
+}
+
+std::optional<TermInput> InputOfRow(int row) {
+  if (row < 0) {
+    return std::nullopt;
+  }
+  int kind = 0;
+  for (const int count : InputCounts()) {
+    if (row < count) {
+      return TermInput{kind, row};
+    }
+    row -= count;
+    ++kind;
+  }
+  return std::nullopt;
+}
+
+int RowOfInput(TermInput input) {
+  const std::array<int, 6> counts = InputCounts();
+  const auto kind = static_cast<std::size_t>(input.kind);
+  if (input.kind < 0 || kind >= counts.size() || input.number < 0 || input.number >= counts[kind]) {
+    return -1;
+  }
+  int row = input.number;
+  for (std::size_t before = 0; before < kind; ++before) {
+    row += counts[before];
+  }
+  return row;
 }
 
 int AveragesAndSums(const FormulaTable& table, int formula) {

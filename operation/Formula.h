@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace loader {
@@ -45,6 +46,20 @@ struct FormulaBytes {
 // "C01": the letter of the kind, and the number, from 0, as it is counted on the screens. A kind that is no
 // row of TermPrefixList has no letter.
 [[nodiscard]] std::u16string InputName(int kind, int number);
+
+// An input that a term can have.
+struct TermInput {
+  int kind;   // row of TermPrefixList
+  int number; // from 0
+  bool operator==(const TermInput&) const = default;
+};
+// All inputs that the model in force has: its channels, then its totalizers, digital inputs, communication
+// inputs, constants and results. The lists of inputs offer them in this order.
+[[nodiscard]] int InputRows();
+// The input of a row; empty outside the lists.
+[[nodiscard]] std::optional<TermInput> InputOfRow(int row);
+// The row of an input; -1 for one that the model does not have.
+[[nodiscard]] int RowOfInput(TermInput input);
 
 // How many terms of formula `formula` (1 to 4) are AVG or SUM. The recorder takes one of them in a formula.
 [[nodiscard]] int AveragesAndSums(const FormulaTable& table, int formula);

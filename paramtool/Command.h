@@ -109,7 +109,17 @@ struct Command {
 [[nodiscard]] std::u16string CommandHelp(const Command& command, Language language);
 
 // Each stands in the file of its name, with its options.
+[[nodiscard]] Exit RunCheck(Call& call);
 [[nodiscard]] Exit RunShow(Call& call);
+[[nodiscard]] Exit RunCompare(Call& call);
+[[nodiscard]] Exit RunConvert(Call& call);
+[[nodiscard]] Exit RunPrint(Call& call);
+[[nodiscard]] Exit RunSet(Call& call);
+[[nodiscard]] Exit RunMerge(Call& call);
+[[nodiscard]] Exit RunDecode(Call& call);
+[[nodiscard]] Exit RunRead(Call& call);
+[[nodiscard]] Exit RunWrite(Call& call);
+[[nodiscard]] Exit RunFleet(Call& call);
 
 // The whole program, from the arguments (the program's own name is the first) to its exit code. A platform is
 // in force.

@@ -18,6 +18,10 @@ constexpr int ReportForm = 1;
 
 // {"key", "section", "item", "tag", "name", "page"}: item from 0, as in the key.
 [[nodiscard]] QJsonObject JsonOf(const ParameterRef& ref, Language language);
+// The same for a parameter of a set-up that is not in force.
+[[nodiscard]] QJsonObject JsonOf(const ParameterRef& ref, std::u16string_view name, Page page);
+// A number or a string.
+[[nodiscard]] QJsonValue JsonValueOf(const StoredValue& value);
 // A number or a string; null for a secret that is hidden.
 [[nodiscard]] QJsonValue JsonValueOf(const ParameterRef& ref, const StoredValue& value, const Speech& speech);
 

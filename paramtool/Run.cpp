@@ -55,17 +55,22 @@ Language AskedLanguage(const QStringList& arguments) {
   return english ? Language::English : Language::Japanese;
 }
 
-// The first word that is neither an option nor the value of --lang or --model.
+// The first word that is a command: the value of an option may stand before it ("--jobs 8 fleet"). Where none
+// is, the first one that is neither an option nor the value of --lang or --model.
 qsizetype CommandAt(const QStringList& arguments) {
+  qsizetype first = -1;
   for (qsizetype at = 1; at < arguments.size(); ++at) {
     const QString& word = arguments.at(at);
-    if (word == QLatin1String("--lang") || word == QLatin1String("--model")) {
-      ++at;
-    } else if (!word.startsWith(QLatin1Char('-'))) {
+    if (word == HelpOption || FindCommand(word) != nullptr) {
       return at;
     }
+    if (word == QLatin1String("--lang") || word == QLatin1String("--model")) {
+      ++at;
+    } else if (first < 0 && !word.startsWith(QLatin1Char('-'))) {
+      first = at;
+    }
   }
-  return -1;
+  return first;
 }
 
 std::u16string HeadedBlock(Phrase heading, Language language, std::u16string_view text) {
@@ -78,7 +83,7 @@ std::u16string HeadedBlock(Phrase heading, Language language, std::u16string_vie
 }
 
 std::string CheckedModel(const QCommandLineParser& parser, Language language) {
-  const std::string model = parser.value(QStringLiteral("model")).toStdString();
+  std::string model = parser.value(QStringLiteral("model")).toStdString();
   if (!model.empty() && model != "KOV" && model != "RUG") {
     throw WrongUsage{std::u16string(PhraseText(Phrase::WrongModel, language))};
   }

@@ -1,5 +1,8 @@
+#include "companion/Show.h"
+
 #include <QJsonArray>
 
+#include "companion/Formulas.h"
 #include "core/WholeSetUp.h"
 #include "paramtool/Command.h"
 #include "paramtool/Json.h"
@@ -25,29 +28,66 @@ std::vector<ParameterRef> Chosen(const Call& call) {
   return chosen;
 }
 
+void SayLines(Call& call, const std::vector<ShownLine>& lines) {
+  const bool headings = !lines.empty() && lines.front().page != lines.back().page;
+  std::optional<Page> page;
+  for (const ShownLine& line : lines) {
+    if (headings && line.page != page) {
+      call.out.Line(
+          Say(Phrase::PageHeading, call.language(), {{u"PAGE", PageName(line.page, call.language())}}));
+      page = line.page;
+    }
+    // No blank at the end of a line: tools that show differences point at them.
+    call.out.Line(line.name + u":" + (line.text.empty() ? u"" : u" " + line.text));
+  }
+}
+
+QJsonArray JsonParameters(const Call& call, const std::vector<ParameterRef>& chosen) {
+  QJsonArray parameters;
+  for (const ParameterRef& ref : chosen) {
+    QJsonObject parameter = JsonOf(ref, call.language());
+    parameter.insert(QStringLiteral("value"), JsonValueOf(ref, *ValueOf(ref), call.speech));
+    parameter.insert(QStringLiteral("text"), Q(ReadableValue(ref, call.speech)));
+    parameters.append(parameter);
+  }
+  return parameters;
+}
+
+// Of each formula of which a word was chosen.
+QJsonArray JsonFormulas(const Call& call, const std::vector<ParameterRef>& chosen) {
+  QJsonArray formulas;
+  for (const ParameterRef& ref : chosen) {
+    const std::optional<FormulaRef> formula = FormulaOf(ref);
+    const auto same = [&](const QJsonValue& told) {
+      return told[QStringLiteral("item")].toInt() == formula->item &&
+             told[QStringLiteral("number")].toInt() == formula->number;
+    };
+    if (formula && std::ranges::none_of(formulas, same)) {
+      formulas.append(QJsonObject{{QStringLiteral("item"), formula->item},
+                                  {QStringLiteral("number"), formula->number},
+                                  {QStringLiteral("name"), Q(NameOf(*formula, call.language()))},
+                                  {QStringLiteral("text"), Q(TextOf(*formula))}});
+    }
+  }
+  return formulas;
+}
+
 } // namespace
 
 Exit RunShow(Call& call) {
   WholeSetUp setUp = OpenAny(call, call.Argument(0));
   const SetUpInForce inForce(setUp);
-  QJsonArray parameters;
-  for (const ParameterRef& ref : Chosen(call)) {
-    const std::u16string text = ReadableValue(ref, call.speech);
-    if (call.json) {
-      QJsonObject parameter = JsonOf(ref, call.language());
-      parameter.insert(QStringLiteral("value"), JsonValueOf(ref, *ValueOf(ref), call.speech));
-      parameter.insert(QStringLiteral("text"), Q(text));
-      parameters.append(parameter);
-    } else {
-      call.out.Line(NameOf(ref, call.language()) + u": " + text);
-    }
+  const std::vector<ParameterRef> chosen = Chosen(call);
+  if (!call.json) {
+    SayLines(call, ShownLines(chosen, call.speech));
+    return Exit::Good;
   }
-  if (call.json) {
-    QJsonObject report = call.Report();
-    report.insert(QStringLiteral("model"), Q(ModelCode));
-    report.insert(QStringLiteral("parameters"), parameters);
-    call.out.Json(report);
-  }
+  QJsonObject report = call.Report();
+  report.insert(QStringLiteral("setup"), Q(call.Argument(0)));
+  report.insert(QStringLiteral("model"), Q(ModelCode));
+  report.insert(QStringLiteral("parameters"), JsonParameters(call, chosen));
+  report.insert(QStringLiteral("formulas"), JsonFormulas(call, chosen));
+  call.out.Json(report);
   return Exit::Good;
 }
 

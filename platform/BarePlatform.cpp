@@ -105,7 +105,7 @@ void NoSocket::SendData(std::span<const std::uint8_t> /*bytes*/) {
   ThereIsNo("network");
 }
 
-BarePlatform::BarePlatform(PlatformParts parts)
+BarePlatform::BarePlatform(const PlatformParts& parts)
     : platform(WithParts({.boxes = boxes,
                           .fileDialogs = fileDialogs,
                           .screens = screens,
@@ -116,7 +116,7 @@ BarePlatform::BarePlatform(PlatformParts parts)
                           .winSock = socket,
                           .USBOCX1 = usb,
                           .programFolder = {}},
-                         std::move(parts))),
+                         parts)),
       before_(SetPlatform(&platform)) {}
 
 BarePlatform::~BarePlatform() {

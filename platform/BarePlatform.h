@@ -101,7 +101,7 @@ struct NoUsb final : UsbControl {
 // for the bare one and has to outlive this.
 class BarePlatform {
 public:
-  explicit BarePlatform(PlatformParts parts = {});
+  explicit BarePlatform(const PlatformParts& parts = {});
   ~BarePlatform();
   BarePlatform(const BarePlatform&) = delete;
   BarePlatform& operator=(const BarePlatform&) = delete;

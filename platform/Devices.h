@@ -6,11 +6,17 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace loader {
 
 using Bytes = std::vector<std::uint8_t>;
+
+// Hears why a device failed (opened, or while it was in use), in the system's words: "/dev/ttyUSB0",
+// "Permission denied". The flows go by what they see themselves; this is for a person who asks why. Set by
+// the program; empty: nobody listens.
+extern std::function<void(std::u16string_view device, std::u16string_view reason)> WhenDeviceFails;
 
 // A serial port. The plain fields are set before the port is opened. Any operation may throw RunTimeFailure
 // (no such port, a device that was unplugged).
@@ -35,6 +41,9 @@ struct SocketControl {
   int RemotePort = 0;
   // The one event that is handled: the connection stands.
   std::function<void()> onConnect;
+  // The connection could not be made, or has gone: for a program that wants to know at once. The window has
+  // none and waits for its five seconds.
+  std::function<void()> onFailure;
 
   virtual ~SocketControl() = default;
   [[nodiscard]] virtual int State() const = 0;

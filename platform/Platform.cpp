@@ -5,6 +5,8 @@
 
 namespace loader {
 
+std::function<void(std::u16string_view device, std::u16string_view reason)> WhenDeviceFails;
+
 namespace {
 Platform* platformInForce = nullptr;
 
@@ -13,7 +15,7 @@ template <typename Part> Part& Either(Part* given, Part& own) {
 }
 } // namespace
 
-Platform WithParts(const Platform& platform, PlatformParts parts) {
+Platform WithParts(const Platform& platform, const PlatformParts& parts) {
   return {.boxes = Either(parts.boxes, platform.boxes),
           .fileDialogs = Either(parts.fileDialogs, platform.fileDialogs),
           .screens = Either(parts.screens, platform.screens),
@@ -23,8 +25,7 @@ Platform WithParts(const Platform& platform, PlatformParts parts) {
           .MSComm1 = Either(parts.MSComm1, platform.MSComm1),
           .winSock = Either(parts.winSock, platform.winSock),
           .USBOCX1 = Either(parts.USBOCX1, platform.USBOCX1),
-          .programFolder =
-              parts.programFolder.empty() ? platform.programFolder : std::move(parts.programFolder)};
+          .programFolder = parts.programFolder.empty() ? platform.programFolder : parts.programFolder};
 }
 
 Platform& ThePlatform() {

@@ -130,7 +130,7 @@ struct PlatformParts {
   UsbControl* USBOCX1 = nullptr;
   std::filesystem::path programFolder = {};
 };
-[[nodiscard]] Platform WithParts(const Platform& platform, PlatformParts parts);
+[[nodiscard]] Platform WithParts(const Platform& platform, const PlatformParts& parts);
 
 // The record in force. Calling it before SetPlatform is a defect of the program (std::logic_error).
 [[nodiscard]] Platform& ThePlatform();

@@ -141,7 +141,7 @@ std::string GetPrivateProfileStringA(std::string_view section, std::string_view 
       }
     }
   }
-  value = value.substr(0, value.find('\0'));
+  value.resize(std::min(value.find('\0'), value.size()));
   return value.substr(0, bufferSize == 0 ? 0 : bufferSize - 1);
 }
 

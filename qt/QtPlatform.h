@@ -16,9 +16,9 @@ namespace loader {
 // What a test replaces; the program takes it as it is.
 struct QtPlatformOptions {
   // Empty: the folder of the executable.
-  std::filesystem::path programFolder;
+  std::filesystem::path programFolder = {};
   FormMaker makeForm = MakeForm;
-  PortMap portMap;
+  PortMap portMap = {};
 };
 
 class QtPlatform {

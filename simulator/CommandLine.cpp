@@ -160,6 +160,8 @@ constexpr OptionRow Rows[] = {
      [](Options& to, std::string_view name, std::string_view value) { to.shape = NotEmpty(name, value); }},
     {"--pattern", Value::Required, TakePattern},
     {"--trace", Value::None, [](Options& to, std::string_view, std::string_view) { to.trace = true; }},
+    {"--trace-frames", Value::None,
+     [](Options& to, std::string_view, std::string_view) { to.traceFrames = true; }},
     {"--fault", Value::Required, TakeFault},
     {"--seed", Value::Required, TakeSeed},
 };
@@ -239,6 +241,7 @@ Memory:
 
 Tests:
   --trace                tell every request on the standard error output
+  --trace-frames         show the bytes of every request (>) and reply (<) there, passwords included
   --fault KIND@N         a fault in request number N, counted from 1 over all lines
   --fault KIND:P%        a fault in P of 100 requests, by chance; --fault may be given several times
   --seed N               another run of chance (1)

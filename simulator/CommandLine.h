@@ -36,6 +36,7 @@ struct Options {
   std::optional<std::uint16_t> pattern;
 
   bool trace = false;
+  bool traceFrames = false;
   std::vector<FaultRule> faults;
   std::uint64_t seed = 1;
 };

@@ -4,6 +4,19 @@
 
 namespace loader::simulator {
 
+namespace {
+
+// All that leaves, as damaged as it leaves.
+Bytes BytesOf(const ReplyPlan& plan) {
+  Bytes bytes;
+  for (const ReplyStep& step : plan) {
+    bytes.insert(bytes.end(), step.bytes.begin(), step.bytes.end());
+  }
+  return bytes;
+}
+
+} // namespace
+
 Simulator::Simulator(Recorder recorder, SimulatorSettings settings)
     : recorder_(std::move(recorder)), settings_(std::move(settings)),
       faults_(settings_.faults, settings_.seed), tcp_(Line::Tcp, recorder_.station),
@@ -29,7 +42,15 @@ ReplyPlan Simulator::Handle(Line line, const std::string& client, std::span<cons
     settings_.trace(std::to_string(requests_) + " " + client + ": " + what + " " +
                     Describe(answer, effects, recorder_, answer.reply.empty() ? std::nullopt : fault));
   }
-  return PlanReply(line, request.size(), answer.reply, fault, settings_.timing);
+  ReplyPlan plan = PlanReply(line, request.size(), answer.reply, fault, settings_.timing);
+  if (settings_.frames) {
+    const std::string head = std::to_string(requests_) + " " + client + ": ";
+    settings_.frames(head + "> " + HexOf(request));
+    if (const Bytes sent = BytesOf(plan); !sent.empty()) {
+      settings_.frames(head + "< " + HexOf(sent));
+    }
+  }
+  return plan;
 }
 
 } // namespace loader::simulator

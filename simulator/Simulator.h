@@ -17,6 +17,7 @@ struct SimulatorSettings {
   std::uint64_t seed = 1;
   Timing timing;
   std::function<void(const std::string&)> trace;   // one line a request; empty: no trace
+  std::function<void(const std::string&)> frames;  // a line a request, one a reply; empty: none
   std::function<void(const Recorder&)> whenStored; // the recorder has stored its settings
 };
 

@@ -101,4 +101,15 @@ std::string Describe(const ModbusAnswer& answer, const WriteEffects& effects, co
   return text + "-> " + std::to_string(answer.reply.size()) + " bytes";
 }
 
+std::string HexOf(std::span<const std::uint8_t> bytes) {
+  constexpr std::string_view Digits = "0123456789ABCDEF";
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    text += text.empty() ? "" : " ";
+    text += Digits[byte >> 4];
+    text += Digits[byte & 0xF];
+  }
+  return text;
+}
+
 } // namespace loader::simulator

@@ -1,7 +1,9 @@
 // Requests and what became of them, in plain words.
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "simulator/Faults.h"
@@ -20,5 +22,8 @@ namespace loader::simulator {
 // front of it what the write set off and the fault.
 [[nodiscard]] std::string Describe(const ModbusAnswer& answer, const WriteEffects& effects,
                                    const Recorder& recorder, std::optional<FaultKind> fault);
+
+// "01 03 0F A0": the bytes of a frame.
+[[nodiscard]] std::string HexOf(std::span<const std::uint8_t> bytes);
 
 } // namespace loader::simulator

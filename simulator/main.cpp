@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "core/modFile.h"
+#include "platform/DataFolder.h"
 #include "simulator/CommandLine.h"
 #include "simulator/MemoryFile.h"
 #include "simulator/Plant.h"
@@ -37,7 +38,9 @@ std::string ShapeFile(const Options& options) {
     return options.shape;
   }
   std::error_code error;
-  return (std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "InitSet.Ini").string();
+  return (DataFolder(std::filesystem::read_symlink("/proc/self/exe", error).parent_path()) /
+          InitialSettingsName)
+      .string();
 }
 
 // The memory file says what recorder it is of; the options must not say otherwise.
@@ -88,9 +91,13 @@ void SaveKept(const Options& options, const Recorder& recorder) {
 }
 
 SimulatorSettings SettingsOf(const Options& options) {
-  SimulatorSettings settings{options.faults, options.seed, options.timing, {}, {}};
+  SimulatorSettings settings{options.faults, options.seed, options.timing, {}, {}, {}};
+  const auto tell = [](const std::string& line) { std::cerr << line + "\n" << std::flush; };
   if (options.trace) {
-    settings.trace = [](const std::string& line) { std::cerr << line + "\n" << std::flush; };
+    settings.trace = tell;
+  }
+  if (options.traceFrames) {
+    settings.frames = tell;
   }
   settings.whenStored = [&options](const Recorder& recorder) {
     try {

@@ -7,8 +7,14 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
 #include <stdexcept>
 #include <string>
+#include <termios.h>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "comm/modComunication.h"
@@ -51,6 +57,32 @@ struct WithoutWindow : testing::Test {
 
 TEST_F(WithoutWindow, TheProgramFolderIsThatOfTheExecutable) {
   EXPECT_EQ(ThePlatform().programFolder, std::filesystem::canonical("/proc/self/exe").parent_path());
+}
+
+// The system's own words, for who asks why.
+TEST_F(WithoutWindow, ADeviceThatFailsTellsWhy) {
+  std::vector<std::pair<std::u16string, std::u16string>> told;
+  WhenDeviceFails = [&](std::u16string_view device, std::u16string_view reason) {
+    told.emplace_back(device, reason);
+  };
+  platform.serial.CommPort = 16;
+  EXPECT_THROW(platform.serial.SetPortOpen(true), RunTimeFailure);
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].first, u"/dev/ttyS15");
+  EXPECT_EQ(told[0].second, u"No such file or directory");
+
+  QTcpServer gone;
+  ASSERT_TRUE(gone.listen(QHostAddress::LocalHost));
+  platform.socket.RemoteHost = u"127.0.0.1";
+  platform.socket.RemotePort = gone.serverPort();
+  gone.close();
+  platform.socket.Connect();
+  while (told.size() < 2) {
+    DoEvents();
+  }
+  EXPECT_EQ(told[1].first, u"127.0.0.1");
+  EXPECT_EQ(told[1].second, u"Connection refused");
+  WhenDeviceFails = {};
 }
 
 TEST_F(WithoutWindow, AWaitTakesNoProcessor) {
@@ -136,6 +168,71 @@ TEST_F(WithoutWindow, ThePortsAreTheSystems) {
     FAIL() << "there is a port 16";
   } catch (const RunTimeFailure& failure) {
     EXPECT_NE(std::string(failure.what()).find("/dev/ttyS15"), std::string::npos) << failure.what();
+  }
+}
+
+TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  const int port = server.serverPort();
+  server.close();
+  SocketControl& socket = ThePlatform().winSock;
+  socket.RemoteHost = u"127.0.0.1";
+  socket.RemotePort = port;
+  bool failed = false;
+  socket.onFailure = [&] { failed = true; };
+  socket.Connect();
+  Timer limit;
+  bool over = false;
+  limit.onTimer = [&] { over = true; };
+  StartTimer(limit, 5000);
+  while (!failed && !over) {
+    DoEvents();
+  }
+  StopTimer(limit);
+  EXPECT_TRUE(failed);
+  EXPECT_EQ(socket.State(), 9);
+  socket.Close();
+  socket.onFailure = nullptr;
+}
+
+// A terminal of the test's own, as a serial device.
+struct OwnTerminal {
+  OwnTerminal() {
+    grantpt(master);
+    unlockpt(master);
+  }
+  ~OwnTerminal() { ::close(master); }
+  OwnTerminal(const OwnTerminal&) = delete;
+  OwnTerminal& operator=(const OwnTerminal&) = delete;
+  [[nodiscard]] QString Name() const { return QString::fromLocal8Bit(ptsname(master)); }
+
+  int master = posix_openpt(O_RDWR | O_NOCTTY);
+};
+
+TEST(ChosenDevices, AreThoseThatTheUserNamesWithTheirSpeed) {
+  const OwnTerminal serial;
+  const OwnTerminal usb;
+  for (const auto& [baud, speed] : {std::pair{9600, B9600}, std::pair{0, B19200}}) {
+    const DevicePlatform platform(
+        {.programFolder = {}, .portMap = {}, .serialLine = {serial.Name(), baud}, .usbDevice = usb.Name()});
+    SerialControl& port = ThePlatform().MSComm1;
+    port.CommPort = 16; // there is none; the device that is named counts
+    port.SetPortOpen(true);
+    EXPECT_TRUE(port.PortOpen());
+    termios settings{};
+    ASSERT_EQ(tcgetattr(serial.master, &settings), 0);
+    EXPECT_EQ(cfgetospeed(&settings), static_cast<speed_t>(speed));
+    port.SetPortOpen(false);
+
+    std::int32_t handle = ThePlatform().USBOCX1.Open(0);
+    EXPECT_GT(handle, 0);
+    constexpr std::array<std::int32_t, 2> Sent{0x41, 0x42};
+    EXPECT_EQ(ThePlatform().USBOCX1.Write(handle, Sent, 2, 1000), 2);
+    std::array<char, 2> arrived{};
+    EXPECT_EQ(::read(usb.master, arrived.data(), arrived.size()), 2);
+    EXPECT_EQ(std::string(arrived.begin(), arrived.end()), "AB");
+    ThePlatform().USBOCX1.Close(handle);
   }
 }
 

@@ -212,6 +212,10 @@ void Guest::AnswerBox(QMessageBox& box) {
   if (box.text() != next.text) {
     failure_ = QStringLiteral("a box says \"%1\" in place of \"%2\"").arg(box.text(), next.text);
   }
+  // As a user: a box that went before the window manager knew it would leave no window active behind it.
+  if (!test::BecomesActive(box)) {
+    throw TourFailure(QStringLiteral("a box does not become active: ") + box.text());
+  }
   const auto role = next.button == QMessageBox::Ok ? QMessageBox::AcceptRole : QMessageBox::RejectRole;
   for (QAbstractButton* button : box.buttons()) {
     if (box.buttonRole(button) == role) {

@@ -6,6 +6,8 @@
 #include <set>
 #include <string>
 
+#include "platform/DataFolder.h"
+
 namespace loader::tour {
 
 namespace fs = std::filesystem;
@@ -40,7 +42,7 @@ fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {
   const fs::path program = folder / ("program-" + std::string(plant.model));
   fs::remove_all(program);
   fs::create_directories(program);
-  const fs::path data = QCoreApplication::applicationDirPath().toStdString();
+  const fs::path data = DataFolder(QCoreApplication::applicationDirPath().toStdString());
   for (const char* file : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
     if (fs::exists(data / file)) {
       fs::copy_file(data / file, program / file);

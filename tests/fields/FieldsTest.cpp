@@ -94,6 +94,8 @@ TEST_F(FieldEngine, RefusesRowsThatTheirMeaningForbids) {
   // Eight boxes, six lists: no single field stands for them.
   EXPECT_TRUE(refused({{.control = "chkAddress", .section = "X", .tag = "EADD"}}));
   EXPECT_TRUE(refused({{.control = "cmbTerm", .section = "O", .tag = "OP11"}}));
+  // What is typed would be a value that the list does not have.
+  EXPECT_TRUE(refused({{.control = "txtLanguage", .section = "H", .tag = "LANG", .asNumber = true}}));
   // Filled in their order, the second would go by what the first one showed before.
   EXPECT_TRUE(refused({{.control = "cmbTiming1", .section = "M", .tag = "MTM2"},
                        {.control = "cmbTiming", .section = "M", .tag = "MTM1"}}));

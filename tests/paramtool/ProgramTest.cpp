@@ -64,6 +64,14 @@ TEST_F(Program, WrongUsageIsToldInOneLineAndEndsWith64) {
   }
 }
 
+TEST_F(Program, OptionsMayStandBeforeTheCommand) {
+  const Ended usual = Tool({"show", "default:KOV", "CH1", "--lang", "en"});
+  EXPECT_EQ(Tool({"--lang", "en", "show", "default:KOV", "CH1"}).output, usual.output);
+  EXPECT_EQ(Tool({"--model", "KOV", "--lang=en", "show", "default:KOV", "CH1"}).output, usual.output);
+  const Ended fleet = Tool({"--jobs", "8", "fleet", File("absent.csv"), "read"});
+  EXPECT_EQ(fleet.status, ExitFailed) << fleet.errors;
+}
+
 TEST_F(Program, WhatCannotBeDoneIsOneLineWithWhatAndWhereAndEndsWith2) {
   const std::string file = File("absent.KOV");
   const Ended ended = Tool({"show", file, "--lang", "en"});

@@ -32,7 +32,8 @@ TEST(CommandLine, WithoutOptionsServesTcpToThisMachineOnly) {
   EXPECT_TRUE(options.rtu.empty());
   EXPECT_FALSE(options.model);
   EXPECT_FALSE(options.firmware);
-  EXPECT_FALSE(options.recording || options.computing || options.trace || options.help);
+  EXPECT_FALSE(options.recording || options.computing || options.trace || options.traceFrames ||
+               options.help);
   EXPECT_EQ(options.timing.pace, 0);
   EXPECT_EQ(options.timing.turnaround, 0ms);
 }
@@ -128,9 +129,9 @@ TEST(CommandLine, RefusesWrongValues) {
 TEST(CommandLineHelp, NamesEveryOptionAndEveryKindOfFault) {
   const std::string help = HelpText();
   for (const char* option :
-       {"--help",  "--model", "--firmware",   "--station", "--recording", "--computing", "--tcp",
-        "--rtu",   "--pace",  "--turnaround", "--load",    "--save",      "--dump",      "--pattern",
-        "--shape", "--trace", "--fault",      "--seed",    "--late",      "--idle"}) {
+       {"--help",  "--model", "--firmware",     "--station", "--recording", "--computing", "--tcp",
+        "--rtu",   "--pace",  "--turnaround",   "--load",    "--save",      "--dump",      "--pattern",
+        "--shape", "--trace", "--trace-frames", "--fault",   "--seed",      "--late",      "--idle"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
   for (const FaultKindRow& row : FaultKinds()) {

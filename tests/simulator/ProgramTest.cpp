@@ -299,6 +299,18 @@ TEST(Program, TracesOnTheErrorOutput) {
                         "MINT) clock set to 2025-07-04 13:05; -> 12 bytes\n"));
 }
 
+TEST(Program, ShowsFramesOnTheErrorOutput) {
+  RunningSimulator simulator({"--trace-frames", "--tcp", "0"});
+  std::uint16_t values[1] = {0};
+  EXPECT_EQ(modbus_read_registers(ConnectTcp(simulator.Port()).get(), 9, 1, values), 1);
+
+  const Ended ended = simulator.Stop(SIGTERM);
+
+  EXPECT_THAT(ended.errors, HasSubstr(": > 00 01 00 00 00 06 01 03 00 09 00 01\n"));
+  EXPECT_THAT(ended.errors, HasSubstr(": < 00 01 00 00 00 05 01 03 02 00 00\n"));
+  EXPECT_EQ(ended.errors.find("read 1"), std::string::npos) << "words are another option";
+}
+
 TEST(Program, ForgetsAWriteAtARestartUnlessItWasStored) {
   const TestFolder folder;
   const std::string memory = folder / "memory.txt";

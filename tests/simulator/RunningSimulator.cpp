@@ -15,7 +15,8 @@ Ended RunSimulator(std::vector<std::string> arguments) {
 
 RunningSimulator::RunningSimulator(std::vector<std::string> arguments, int lines)
     : process_(RECORDER_SIM, std::move(arguments)) {
-  std::istringstream text(process_.ReadLines(lines));
+  greeting_ = process_.ReadLines(lines);
+  std::istringstream text(greeting_);
   constexpr std::string_view Ready = "listening on ";
   for (std::string line; std::getline(text, line);) {
     EXPECT_TRUE(line.starts_with(Ready)) << line;
@@ -30,7 +31,9 @@ int RunningSimulator::Port() const {
 
 Ended RunningSimulator::Stop(int signal) {
   process_.Signal(signal);
-  return process_.Wait();
+  Ended ended = process_.Wait();
+  ended.output.erase(0, greeting_.size());
+  return ended;
 }
 
 } // namespace loader::simulator

@@ -32,11 +32,12 @@ public:
   [[nodiscard]] int Port() const;
   [[nodiscard]] int ProcessId() const { return process_.ProcessId(); }
 
-  // Sends the signal and waits for the end.
+  // Sends the signal and waits for the end; its output is what came behind Lines().
   [[nodiscard]] Ended Stop(int signal);
 
 private:
   test::RunningProcess process_;
+  std::string greeting_;
   std::vector<std::string> lines_;
 };
 

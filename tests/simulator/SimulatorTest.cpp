@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "simulator/Trace.h"
 #include "tests/simulator/TestRecorder.h"
 
 namespace loader::simulator {
@@ -104,6 +105,26 @@ TEST_F(Simulators, TraceEveryRequestWithItsNumber) {
                           "2 client: write 1 holding register 40001 (F 1: FIX) settings stored; fault late; "
                           "-> 12 bytes",
                           "3 line: damaged request -> no reply: Invalid CRC"));
+}
+
+TEST_F(Simulators, ShowTheFramesAsTheyPass) {
+  std::vector<std::string> lines;
+  settings.frames = [&](const std::string& line) { lines.push_back(line); };
+  settings.faults = {{FaultKind::Truncated, 2, 0}, {FaultKind::NoReply, 3, 0}};
+  Simulator simulator = Make();
+
+  for (int request = 1; request <= 3; ++request) {
+    (void)simulator.Handle(Line::Tcp, "client", ReadType);
+  }
+
+  const std::string request = "client: > " + HexOf(ReadType);
+  ASSERT_EQ(lines.size(), 5U);
+  EXPECT_EQ(lines[0], "1 " + request);
+  EXPECT_TRUE(lines[1].starts_with("1 client: < ")) << lines[1];
+  EXPECT_EQ(lines[2], "2 " + request);
+  EXPECT_EQ(lines[3], "2" + lines[1].substr(1, lines[1].size() - 1 - std::string(" 00 00").size()))
+      << "damaged";
+  EXPECT_EQ(lines[4], "3 " + request) << "no reply, no line";
 }
 
 } // namespace

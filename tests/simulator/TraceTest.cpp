@@ -61,6 +61,11 @@ TEST_F(Traces, TellTheAnswer) {
             "fault crc-both; -> 8 bytes");
 }
 
+TEST_F(Traces, ShowBytes) {
+  EXPECT_EQ(HexOf(Bytes{}), "");
+  EXPECT_EQ(HexOf(Bytes{0x00, 0x0A, 0xF0, 0xFF}), "00 0A F0 FF");
+}
+
 TEST_F(Traces, TellWhatAWriteSetOff) {
   Recorder recorder = start.On();
   recorder.clock = ClockSetting{25, 7, 4, 13, 5};
