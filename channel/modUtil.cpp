@@ -42,6 +42,33 @@ std::size_t DigitsAt(std::string_view text, std::size_t at) {
   return end - at;
 }
 
+// The half-width character of a full-width one that numbers are typed in. Two of them are a minus: that of
+// code page 932 and that of other input methods.
+char16_t HalfWidth(char16_t character) {
+  constexpr char16_t FirstDigit = u'\uFF10';
+  constexpr char16_t LastDigit = u'\uFF19';
+  if (character >= FirstDigit && character <= LastDigit) {
+    return static_cast<char16_t>(u'0' + (character - FirstDigit));
+  }
+  switch (character) {
+  case u'\uFF0B':
+    return u'+';
+  case u'\uFF0D':
+  case u'\u2212':
+    return u'-';
+  case u'\uFF0E':
+    return u'.';
+  default:
+    return character;
+  }
+}
+
+std::u16string InHalfWidth(std::u16string_view text) {
+  std::u16string half(text);
+  std::transform(half.begin(), half.end(), half.begin(), HalfWidth);
+  return half;
+}
+
 // Digits, point, digits, exponent; a digit before the exponent and one in it are required.
 bool IsUnsignedNumber(std::string_view text) {
   std::size_t at = DigitsAt(text, 0);
@@ -119,8 +146,12 @@ std::u16string DecimalMask(int position) {
   return position > 0 ? u"." + ZeroText(position) : std::u16string{};
 }
 
+std::u16string HalfWidthNumber(std::u16string_view text) {
+  return NumericText(text) ? InHalfWidth(text) : std::u16string(text);
+}
+
 std::optional<double> NumericText(std::u16string_view text) {
-  const std::string ascii = Narrow(Trim(text));
+  const std::string ascii = Narrow(Trim(InHalfWidth(text)));
   std::string_view number = ascii;
   const bool negative = number.starts_with('-');
   if (negative || number.starts_with('+')) {
@@ -150,7 +181,8 @@ NumberReading ReadNumber(std::u16string_view text, int minimum, int maximum, int
     reading.message = LoadText(62200);
     return reading;
   }
-  if (const std::size_t point = text.find(u'.'); point != std::u16string_view::npos) {
+  reading.text = InHalfWidth(text);
+  if (const std::size_t point = reading.text.find(u'.'); point != std::u16string::npos) {
     // The cut is blind on purpose: an exponent behind the last digit goes with it, wholly or in part.
     reading.text.resize(std::min(text.size(), point + DecimalMask(position).size()));
   }
@@ -205,10 +237,9 @@ bool CheckValueField(int position, int minimum, int maximum, TextField& field) {
     }
     return false;
   }
-  // Deliberate: the year alone keeps the text as it was typed.
-  if (field.name != "txtYear") {
-    field.text = StoredToText(stored, position, minimum, maximum);
-  }
+  // Deliberate: the year alone keeps the digits as they were typed.
+  field.text = field.name == "txtYear" ? HalfWidthNumber(field.text)
+                                       : StoredToText(stored, position, minimum, maximum);
   return true;
 }
 

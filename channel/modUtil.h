@@ -25,9 +25,13 @@ namespace loader {
 // "." and `position` zeros; empty for a position of 0 or less.
 [[nodiscard]] std::u16string DecimalMask(int position);
 
+// A number as it is typed under a Japanese input method, "－１２．５", in the characters that numbers are shown
+// in: digits, signs and the point, one for one. A text that is no number then either stays as it is.
+[[nodiscard]] std::u16string HalfWidthNumber(std::u16string_view text);
+
 // The general numeric test: blanks, a sign, digits with an optional point among or around them, an exponent
-// ("e" or "E", a sign, digits), blanks. Empty when the text fails it. A number beyond the range of double is
-// an infinity.
+// ("e" or "E", a sign, digits), blanks; digits, signs and point may be full-width. Empty when the text fails
+// it. A number beyond the range of double is an infinity.
 [[nodiscard]] std::optional<double> NumericText(std::u16string_view text);
 
 // The canonical field text: at least one digit before the point, exactly `position` digits behind it, no
@@ -38,7 +42,7 @@ namespace loader {
 // What a typed text is as a stored value.
 struct NumberReading {
   std::optional<std::int16_t> stored; // empty: refused
-  std::u16string text;                // as typed, cut behind the position
+  std::u16string text;                // as typed, of a number half-width and cut behind the position
   std::u16string message;             // why it was refused; empty for a refusal without a word
 };
 // TextToStored without its message box: a text that is refused says why. `text` is cut when it is numeric.
@@ -56,7 +60,7 @@ struct NumberReading {
 
 // The whole check of a number field that is left. A failed field has shown its message, takes the focus back
 // and has its text selected; a good one shows the canonical text, except the field `txtYear`, which keeps
-// what was typed. A disabled field shows its message and leaves the focus where it is. While WaitTimer2 runs
+// the digits that were typed. A disabled field shows its message and leaves the focus where it is. While WaitTimer2 runs
 // nothing is checked and the result is false. The caller answers a false result with WaitChk.
 [[nodiscard]] bool CheckValueField(int position, int minimum, int maximum, TextField& field);
 

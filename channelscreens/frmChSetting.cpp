@@ -135,8 +135,10 @@ void ApplyInputType(ChannelScreen& screen) {
 // --- cmbInputOtch
 
 // The integer that the digits of a text show; nothing for one with more than four behind the point.
-std::optional<std::int16_t> IntegerOfDigits(std::u16string_view text) {
+std::optional<std::int16_t> IntegerOfDigits(std::u16string_view typed) {
   constexpr std::size_t MostDigits = 4;
+  const std::u16string half = HalfWidthNumber(typed);
+  const std::u16string_view text = half;
   const std::size_t point = text.find(u'.');
   const std::u16string_view behind = point == std::u16string_view::npos ? u"" : text.substr(point + 1);
   if (behind.size() > MostDigits || !std::ranges::all_of(behind, IsDigit)) {

@@ -1,6 +1,7 @@
 #include "comm/RecorderCommands.h"
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -60,15 +61,31 @@ bool gFFixSettings() {
   return true;
 }
 
-void SetRecorderClock(const ClockSetting& clock, const FlowCallbacks& window) {
+namespace {
+
+// Empty when the check of the recorder failed; otherwise whether the clock was set.
+std::optional<bool> TryToSetClock(const ClockSetting& clock) {
+  if (!gFCheckRecorder()) {
+    return std::nullopt;
+  }
+  if (RecorderGeneration == GenerationWithoutClock) {
+    ShowMessage(LoadText(62501), BoxIcon::Exclamation);
+    return false;
+  }
+  const std::array<std::uint8_t, 6> registers{1,         clock.year, clock.month,
+                                              clock.day, clock.hour, clock.minute};
+  return WriteCommand("H", "TIMS", registers); // deliberately: no message follows, either way
+}
+
+} // namespace
+
+bool SetRecorderClock(const ClockSetting& clock, const FlowCallbacks& window) {
   if (!gFLinkOpen()) {
-    return;
+    return false;
   }
   FlowFrame frame(window);
   const std::int16_t status = gFRecorderBusy();
-  if (status == RecorderFree) {
-    gFSetClock(clock);
-  }
+  const bool set = status == RecorderFree && TryToSetClock(clock).value_or(false);
   frame.CloseLink();
   if (status == RecorderBusy) {
     // Deliberately with the lamp still on and in other words than the bulk write.
@@ -76,20 +93,11 @@ void SetRecorderClock(const ClockSetting& clock, const FlowCallbacks& window) {
   }
   frame.StopLamp();
   frame.EnableControls();
+  return set;
 }
 
 bool gFSetClock(const ClockSetting& clock) {
-  if (!gFCheckRecorder()) {
-    return false;
-  }
-  if (RecorderGeneration == GenerationWithoutClock) {
-    ShowMessage(LoadText(62501), BoxIcon::Exclamation);
-    return true;
-  }
-  const std::array<std::uint8_t, 6> registers{1,         clock.year, clock.month,
-                                              clock.day, clock.hour, clock.minute};
-  static_cast<void>(WriteCommand("H", "TIMS", registers)); // deliberately: no message follows, either way
-  return true;
+  return TryToSetClock(clock).has_value();
 }
 
 } // namespace loader

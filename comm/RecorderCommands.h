@@ -29,8 +29,8 @@ struct ClockSetting {
 };
 
 // The clock's flow: opens the link, refuses a busy recorder (text 62502), sets the clock, closes. A clock
-// that was set is told by no message.
-void SetRecorderClock(const ClockSetting& clock, const FlowCallbacks& window);
+// that was set is told by no message; true for one.
+bool SetRecorderClock(const ClockSetting& clock, const FlowCallbacks& window);
 
 // Checks the recorder, then writes six registers from TIMS of section H up: 1 and the setting. False when the
 // check failed, else true, whatever the write did. The clock of generation 0 cannot be set: a box says so.

@@ -27,17 +27,28 @@ std::optional<std::int16_t> InRange(std::optional<double> number) {
 }
 
 bool AddressPartIsGood(std::u16string_view text) {
-  return std::all_of(text.begin(), text.end(), IsDigit) && InRange(NumericText(text));
+  const std::u16string digits = HalfWidthNumber(text);
+  return std::all_of(digits.begin(), digits.end(), IsDigit) && InRange(NumericText(digits));
 }
 
 std::optional<std::int16_t> StationOf(std::u16string_view text) {
-  return text.find_first_of(u",.") == std::u16string_view::npos ? InRange(NumericText(text)) : std::nullopt;
+  return HalfWidthNumber(text).find_first_of(u",.") == std::u16string::npos ? InRange(NumericText(text))
+                                                                            : std::nullopt;
 }
 
 void Refuse(TextField& field) {
   ShowMessage(
       Replace(Replace(LoadText(20115), u"@FORMIN@", DecimalText(Lowest)), u"@FORMAX@", DecimalText(Highest)));
   RequestFocusAndSelectAll(field);
+}
+
+// A field that is left: a good number in half-width characters, as the address is sent and kept.
+void CheckNumber(TextField& field, bool good) {
+  if (good) {
+    field.text = HalfWidthNumber(field.text);
+  } else {
+    Refuse(field);
+  }
 }
 
 void ShowAddress(IpSettingScreen& screen, std::u16string_view address) {
@@ -70,17 +81,9 @@ IpSettingScreen::IpSettingScreen() : Screen("frmIPSetting") {
   txtStationNo.text = DecimalText(Settings.StationSetting);
 
   for (TextField& part : txtIP) {
-    part.onLostFocus = [&part] {
-      if (!AddressPartIsGood(part.text)) {
-        Refuse(part);
-      }
-    };
+    part.onLostFocus = [&part] { CheckNumber(part, AddressPartIsGood(part.text)); };
   }
-  txtStationNo.onLostFocus = [this] {
-    if (!StationOf(txtStationNo.text)) {
-      Refuse(txtStationNo);
-    }
-  };
+  txtStationNo.onLostFocus = [this] { CheckNumber(txtStationNo, StationOf(txtStationNo.text).has_value()); };
   cmdOK.onClick = [this] {
     TakeSettings(*this);
     ThePlatform().screens.Close(*this);

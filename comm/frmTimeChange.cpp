@@ -64,6 +64,7 @@ bool CheckField(TextField& field, const FieldRange& range) {
 }
 
 void CheckYear(TextField& year, const FieldRange& range) {
+  year.text = HalfWidthNumber(year.text);
   // A digit alone: anything else of one character is refused like any other field's.
   if (year.text.size() == 1 && IsDigit(year.text.front())) {
     year.text.insert(0, 1, u'0');
@@ -73,7 +74,8 @@ void CheckYear(TextField& year, const FieldRange& range) {
 
 // One or two digits.
 std::optional<std::uint8_t> ShortNumber(std::u16string_view text) {
-  const std::u16string_view digits = Trim(text);
+  const std::u16string half = HalfWidthNumber(text);
+  const std::u16string_view digits = Trim(half);
   const bool good =
       !digits.empty() && digits.size() <= 2 && std::all_of(digits.begin(), digits.end(), IsDigit);
   return good ? std::optional(static_cast<std::uint8_t>(RequireInt16(digits))) : std::nullopt;
@@ -95,7 +97,7 @@ bool TakeDate(const TimeChangeScreen& screen, ClockSetting& clock) {
       .ok();
 }
 
-void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow) {
+void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow, const ClockFlow& setClock) {
   ClockSetting clock;
   if (!TakeDate(screen, clock)) {
     ShowMessage(LoadText(62500));
@@ -114,12 +116,13 @@ void SetClock(TimeChangeScreen& screen, const FlowCallbacks& mainWindow) {
   }
   clock.hour = *hour;
   clock.minute = *minute;
-  SetRecorderClock(clock, mainWindow);
+  setClock(clock, mainWindow);
 }
 
 } // namespace
 
-TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("frmTimeChange") {
+TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow, const ClockFlow& setClock)
+    : Screen("frmTimeChange") {
   SetCaptions(*this);
   ShowNow(*this);
   for (const FieldRange& range : FieldRanges) {
@@ -127,7 +130,9 @@ TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("fr
     field.onLostFocus = [&field, &range] { CheckField(field, range); };
   }
   txtYear.onLostFocus = [this] { CheckYear(txtYear, FieldRanges[0]); };
-  cmdOK.onClick = [this, &mainWindow] { RunAlone(flowUnderWay, [&] { SetClock(*this, mainWindow); }); };
+  cmdOK.onClick = [this, &mainWindow, &setClock] {
+    RunAlone(flowUnderWay, [&] { SetClock(*this, mainWindow, setClock); });
+  };
   // Behind this screen the main window is free: it stays until its exchange has ended.
   onCloseQuery = [this] {
     if (flowUnderWay) {
@@ -138,8 +143,8 @@ TimeChangeScreen::TimeChangeScreen(const FlowCallbacks& mainWindow) : Screen("fr
   cmdCancel.onClick = [this] { ThePlatform().screens.Close(*this); };
 }
 
-void ShowTimeChange(const FlowCallbacks& mainWindow) {
-  TimeChangeScreen screen(mainWindow);
+void ShowTimeChange(const FlowCallbacks& mainWindow, const ClockFlow& setClock) {
+  TimeChangeScreen screen(mainWindow, setClock);
   ThePlatform().screens.ShowModal(screen);
 }
 

@@ -1,14 +1,19 @@
 // The screen that sets the recorder's clock.
 #pragma once
 
+#include <functional>
+
 #include "comm/FlowCallbacks.h"
+#include "comm/RecorderCommands.h"
 #include "platform/Controls.h"
 
 namespace loader {
 
+using ClockFlow = std::function<void(const ClockSetting&, const FlowCallbacks&)>;
+
 struct TimeChangeScreen : Screen {
-  // `mainWindow` is told what the flow does. It has to outlive the screen.
-  explicit TimeChangeScreen(const FlowCallbacks& mainWindow);
+  // `mainWindow` is told what the flow does. Both have to outlive the screen.
+  TimeChangeScreen(const FlowCallbacks& mainWindow, const ClockFlow& setClock);
   Label Label3{*this, "Label3"};
   TextField txtYear{*this, "txtYear"};
   Label lblYear{*this, "lblYear"};
@@ -27,7 +32,7 @@ struct TimeChangeScreen : Screen {
   bool flowUnderWay = false;
 };
 
-// Shows it modally, filled with the computer's date and time.
-void ShowTimeChange(const FlowCallbacks& mainWindow);
+// Shows it modally, filled with the computer's date and time. `setClock` is the flow that it starts.
+void ShowTimeChange(const FlowCallbacks& mainWindow, const ClockFlow& setClock = SetRecorderClock);
 
 } // namespace loader

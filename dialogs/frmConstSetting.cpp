@@ -37,7 +37,7 @@ void ApplyConstant(ConstSettingScreen& screen) {
     return;
   }
   std::u16string& text = screen.txtMessage.text;
-  text = std::u16string(Trim(text));
+  text = HalfWidthNumber(Trim(text));
   const int digits = TypedPosition(text);
   if (!CheckGuardedField(digits, value->MinValue, value->MaxValue, screen.txtMessage)) {
     return;

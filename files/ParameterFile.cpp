@@ -436,10 +436,14 @@ void OpenParameterFile(const std::function<void()>& refresh) {
   if (ThePlatform().fileDialogs.ShowOpen(dialog) != 0) {
     return; // cancelled
   }
+  OpenParameterFile(PathOf(dialog.FileName), refresh);
+}
+
+void OpenParameterFile(const std::filesystem::path& path, const std::function<void()>& refresh) {
   if (!RebuildStoreOrEnd()) {
     return;
   }
-  if (gFLoadParamFile(PathOf(dialog.FileName))) {
+  if (gFLoadParamFile(path)) {
     UpdateUserUnitNames();
   } else {
     ShowMessage(LoadText(11003));

@@ -102,6 +102,8 @@ using LineSink = std::function<void(const LaidLine&)>;
 // window; it runs after every open that the user did not cancel, the failed one included. When the store
 // cannot be rebuilt, text 11005 is shown and the program ends without it.
 void OpenParameterFile(const std::function<void()>& refresh);
+// The same for a file that was chosen in another way.
+void OpenParameterFile(const std::filesystem::path& path, const std::function<void()>& refresh);
 
 // Save, from the file dialog on; text 11002 when the file cannot be written.
 void SaveParameterFile();

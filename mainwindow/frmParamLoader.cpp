@@ -13,6 +13,7 @@
 #include "comm/frmTimeChange.h"
 #include "conversion/modModelChng.h"
 #include "core/ModelProfile.h"
+#include "core/OwnTexts.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "core/modFile.h"
@@ -27,7 +28,10 @@
 #include "mainwindow/CellsKept.h"
 #include "mainwindow/ParameterTables.h"
 #include "mainwindow/SettingsPages.h"
+#include "mainwindow/StatusLine.h"
 #include "mainwindow/TableLayouts.h"
+#include "mainwindow/UserGuide.h"
+#include "mainwindow/WindowCaptions.h"
 #include "mainwindow/frmAbout.h"
 #include "mainwindow/modJoint.h"
 
@@ -40,61 +44,6 @@ namespace {
 constexpr int StartWidth = 800;
 constexpr int StartHeight = 650;
 
-// Text ids of the pages' captions, in page order.
-constexpr std::array<TextId, PageCount> PageCaptions{18094, 18157, 18095, 18096, 18097, 18098};
-
-void SetCaptions(ParamLoaderScreen& window) {
-  window.caption = LoadText(10000);
-  struct MenuCaption {
-    MenuEntry& entry;
-    TextId text;
-  };
-  const MenuCaption menus[] = {
-      {window.menuFile, 10500},
-      {window.smenuOpen, 10501},
-      {window.smenuOverWrite, 10502},
-      {window.smenuTextWrite, 10503},
-      {window.menuLine, 10504},
-      {window.smenuEnd, 10505},
-      {window.menuEdit, 10506},
-      {window.smenuCopy, 10507},
-      {window.smenuPaste, 10508},
-      {window.menuRS, 10509},
-      {window.menuRScomunication, 10510},
-      {window.menuRScomunicationf(0), 10511},
-      {window.menuRScomunicationf(1), 10512},
-      {window.menuRScomunicationf(2), 10513},
-      {window.menuRSipaddr, 10514},
-      {window.smenuTermset, 10515},
-      {window.smenuCOM(0), 10516},
-      {window.smenuCOM(1), 10517},
-      {window.smenuCOM(2), 10518},
-      {window.smenuCOM(3), 10519},
-      {window.smenuCOM(4), 10520},
-      {window.menuHelp, 10521},
-      {window.menuVersion, 10522},
-  };
-  for (const MenuCaption& menu : menus) {
-    menu.entry.caption = LoadText(menu.text);
-  }
-  constexpr TextId FirstToolTip = 10600;
-  for (int button = 1; button <= window.V.Count(); ++button) {
-    window.V(button).toolTip = LoadText(FirstToolTip + (button - 1));
-  }
-  window.lblCommStatus.caption = LoadText(18093);
-  window.btnRegRead.caption = LoadText(19623);
-  window.btnRegWrite.caption = LoadText(19624);
-  window.cmdFIX.caption = LoadText(19625);
-  window.cmdTime.caption = LoadText(19626);
-}
-
-void AddPages(ParamLoaderScreen& window) {
-  window.tbsParameter.pages.clear();
-  for (const TextId caption : PageCaptions) {
-    window.tbsParameter.pages.push_back({std::u16string(LoadText(caption))});
-  }
-}
-
 // Checks the entry of the index and no other; an index outside the array checks none.
 void CheckOnly(ControlArray<MenuEntry>& entries, int index) {
   for (int n = 0; n < entries.Count(); ++n) {
@@ -102,9 +51,18 @@ void CheckOnly(ControlArray<MenuEntry>& entries, int index) {
   }
 }
 
+void ShowRecorder(ParamLoaderScreen& window) {
+  window.statusRecorder.caption = RecorderText(Settings, ModelCode);
+}
+
+void Do(ParamLoaderScreen& window, Deed deed, const DeedAction& action) {
+  DoAndTell(deed, action, [&window](const DeedDone& done) { window.statusDone.caption = DoneText(done); });
+}
+
 void ShowCommSettings(ParamLoaderScreen& window) {
   CheckOnly(window.menuRScomunicationf, Settings.ConfiguredLink);
   CheckOnly(window.smenuCOM, Settings.ComPortIndex);
+  ShowRecorder(window);
 }
 
 bool HasTablesToCopyIn(int page) {
@@ -156,21 +114,30 @@ void TakeCopyFocus(ParamLoaderScreen& window, CopyKinds kind) {
 }
 
 // The file commands are not offered during an exchange: an open would pull the store from under it.
+void DoWithFile(ParamLoaderScreen& window, Deed deed, void (*command)()) {
+  if (!ExchangeUnderWay(window)) {
+    Do(window, deed, [command] {
+      command();
+      return DeedResult{};
+    });
+  }
+}
+
 void OpenFile(ParamLoaderScreen& window) {
-  if (!ExchangeUnderWay(window)) {
-    OpenParameterFile(RefreshAll);
-  }
+  DoWithFile(window, Deed::Open, [] { OpenParameterFile(RefreshAll); });
 }
 
-void SaveFile(ParamLoaderScreen& window) {
-  if (!ExchangeUnderWay(window)) {
-    SaveParameterFile();
+// A file that the user has dragged here may come by mistake: nothing is replaced without a click.
+void OpenDropped(ParamLoaderScreen& window, const std::filesystem::path& file) {
+  if (ExchangeUnderWay(window)) {
+    return;
   }
-}
-
-void WriteText(ParamLoaderScreen& window) {
-  if (!ExchangeUnderWay(window)) {
-    WriteTextOutput();
+  const std::u16string name = FromUtf8(file.filename().string());
+  if (AskBeforeLoss(Replace(OwnText(OwnTextId::OpenDroppedFile), u"@FILE@", name))) {
+    Do(window, Deed::Open, [&] {
+      OpenParameterFile(file, RefreshAll);
+      return DeedResult{.file = name};
+    });
   }
 }
 
@@ -224,6 +191,7 @@ void ChangeModel(ParamLoaderScreen& window) {
     ConvertToRug();
   }
   RefreshAll();
+  ShowRecorder(window);
 }
 
 // False keeps the window open.
@@ -249,12 +217,16 @@ bool MayClose(ParamLoaderScreen& window) {
 
 void TieMenus(ParamLoaderScreen& window) {
   window.smenuOpen.onClick = window.V(1).onClick = [&window] { OpenFile(window); };
-  window.smenuOverWrite.onClick = [&window] { SaveFile(window); };
-  window.smenuTextWrite.onClick = [&window] { WriteText(window); };
+  window.smenuOverWrite.onClick = [&window] { DoWithFile(window, Deed::Save, SaveParameterFile); };
+  window.smenuTextWrite.onClick = [&window] { DoWithFile(window, Deed::TextOutput, WriteTextOutput); };
   window.smenuEnd.onClick = [&window] { ThePlatform().screens.Close(window); };
   window.smenuCopy.onClick = window.V(2).onClick = [&window] { CopyEntry(window); };
   window.smenuPaste.onClick = window.V(3).onClick = [&window] { PasteEntry(window); };
-  window.menuRSipaddr.onClick = [] { ShowIpSetting(); };
+  window.menuRSipaddr.onClick = [&window] {
+    ShowIpSetting();
+    ShowRecorder(window);
+  };
+  window.menuGuide.onClick = ShowUserGuide;
   window.menuVersion.onClick = window.V(4).onClick = [] { ShowAbout(); };
   for (int link = 0; link < window.menuRScomunicationf.Count(); ++link) {
     window.menuRScomunicationf(link).onClick = [&window, link] {
@@ -351,21 +323,31 @@ void TieTables(ParamLoaderScreen& window) {
 
 // One flow at a time. A flow disables its controls when its link stands; while a recorder that does not
 // answer is waited for, they look free.
-void StartFlow(ParamLoaderScreen& window, Flow kind, void (*flow)(const FlowCallbacks&)) {
+void StartFlow(ParamLoaderScreen& window, Flow kind, Deed deed, void (*flow)(const FlowCallbacks&)) {
   RunAlone(window.flowUnderWay, [&] {
     window.lastFlow = kind;
-    flow(CallbacksOf(window, kind));
+    Do(window, deed, [&] {
+      flow(CallbacksOf(window, kind));
+      return DeedResult{};
+    });
   });
 }
 
 void TieCommunication(ParamLoaderScreen& window) {
-  window.btnRegRead.onClick = [&window] { StartFlow(window, Flow::ReadOrWrite, ReadFromRecorder); };
-  window.btnRegWrite.onClick = [&window] { StartFlow(window, Flow::ReadOrWrite, WriteToRecorder); };
-  window.cmdFIX.onClick = [&window] { StartFlow(window, Flow::StoreSettings, FixSettings); };
+  window.btnRegRead.onClick = [&window] {
+    StartFlow(window, Flow::ReadOrWrite, Deed::Read, ReadFromRecorder);
+  };
+  window.btnRegWrite.onClick = [&window] {
+    StartFlow(window, Flow::ReadOrWrite, Deed::Write, WriteToRecorder);
+  };
+  window.cmdFIX.onClick = [&window] { StartFlow(window, Flow::StoreSettings, Deed::Store, FixSettings); };
   // The clock's screen starts its flow itself and covers the window meanwhile.
   window.cmdTime.onClick = [&window] {
     if (!window.flowUnderWay) {
-      ShowTimeChange(CallbacksOf(window, Flow::SetClock));
+      ShowTimeChange(CallbacksOf(window, Flow::SetClock), [&window](const ClockSetting& clock,
+                                                                    const FlowCallbacks& callbacks) {
+        Do(window, Deed::SetClock, [&] { return DeedResult{.done = SetRecorderClock(clock, callbacks)}; });
+      });
     }
   };
   window.LampTimer.onTimer = [&window] {
@@ -392,6 +374,8 @@ ParamLoaderScreen::ParamLoaderScreen() : Screen("frmParamLoader") {
   cmbType.onChange = [this] { ChangeModel(*this); };
   tbsParameter.onChange = [this] { ChangePage(*this); };
   onCloseQuery = [this] { return MayClose(*this); };
+  mayTakeFile = [this] { return !ExchangeUnderWay(*this); };
+  onFileDropped = [this](const std::filesystem::path& file) { OpenDropped(*this, file); };
 }
 
 ParamLoaderScreen::~ParamLoaderScreen() {

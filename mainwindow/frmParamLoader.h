@@ -74,6 +74,7 @@ struct ParamLoaderScreen : Screen {
   MenuEntry smenuTermset{*this, "smenuTermset"};
   ControlArray<MenuEntry> smenuCOM{*this, "smenuCOM", 5}; // COM1 to COM5
   MenuEntry menuHelp{*this, "menuHelp"};
+  MenuEntry menuGuide{*this, "menuGuide"};
   MenuEntry menuVersion{*this, "menuVersion"};
   ControlArray<ToolButton> V{*this, "V", 4, 1}; // open, copy, paste, help
 
@@ -98,6 +99,10 @@ struct ParamLoaderScreen : Screen {
   Button cmdFIX{*this, "cmdFIX"};
   Button cmdTime{*this, "cmdTime"};
   Button cmdRec{*this, "cmdRec"}; // inert: recording is neither started nor stopped from here
+
+  // The status line.
+  Label statusRecorder{*this, "statusRecorder"}; // what a flow would talk to
+  Label statusDone{*this, "statusDone"};         // what was done last
 
   // The labels, frames and fields of the settings pages, made from the tables of SettingsPages.
   std::deque<Label> labels;

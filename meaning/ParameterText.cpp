@@ -145,8 +145,9 @@ std::optional<std::u16string> NumRecordText(const MeaningRow& row, View view, in
 
 NumberReading ReadOctet(std::u16string_view text, const ParamNumRecord& record) {
   NumberReading reading{std::nullopt, std::u16string(text), {}};
-  const bool digits = std::ranges::all_of(text, IsDigit);
-  const std::optional<std::int16_t> value = ParseInt16(text); // an empty box is no number
+  const std::u16string half = HalfWidthNumber(text);
+  const bool digits = std::ranges::all_of(half, IsDigit);
+  const std::optional<std::int16_t> value = ParseInt16(half); // an empty box is no number
   if (digits && value && *value >= record.MinValue && *value <= record.MaxValue) {
     reading.stored = value;
     reading.text = DecimalText(*value);

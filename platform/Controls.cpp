@@ -72,6 +72,7 @@ void Grid::Resize(int rows, int cols) {
 }
 
 void Grid::Clear() {
+  ++clearings_;
   std::fill(cells_.begin(), cells_.end(), Cell{});
   ++revision_;
 }

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <span>
 #include <string>
@@ -164,8 +165,11 @@ struct Grid : Control {
   [[nodiscard]] int Cols() const { return cols_; }
   // Keeps the cells that stay inside; new ones are empty and white. Negative sizes are a RunTimeFailure.
   void Resize(int rows, int cols);
-  // Empties every cell, colours included; sizes stay.
+  // Empties every cell, colours included; sizes stay. The table is laid out anew by it: a view forgets then
+  // how wide the user has dragged its columns.
   void Clear();
+  // How often that was done.
+  [[nodiscard]] std::uint64_t Clearings() const { return clearings_; }
 
   [[nodiscard]] const Cell& CellAt(int row, int col) const;
   [[nodiscard]] const std::u16string& TextMatrix(int row, int col) const { return CellAt(row, col).text; }
@@ -189,6 +193,7 @@ private:
   std::vector<Cell> cells_;
   std::vector<int> colWidths_;
   std::uint64_t revision_ = 0;
+  std::uint64_t clearings_ = 0;
 };
 
 struct Screen {
@@ -205,6 +210,10 @@ struct Screen {
   Control* focusRequest = nullptr;
   // Asked before the screen closes, whatever the way; false keeps it open. Empty: it closes.
   std::function<bool()> onCloseQuery;
+  // A file that the user drags onto the screen: whether it may be dropped now, and what is done with it then.
+  // Empty: the screen takes none.
+  std::function<bool()> mayTakeFile;
+  std::function<void(const std::filesystem::path&)> onFileDropped;
 
   [[nodiscard]] Control* Find(std::string_view controlName);
   [[nodiscard]] const Control* Find(std::string_view controlName) const;

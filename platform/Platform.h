@@ -61,6 +61,8 @@ struct Screens {
   virtual void Close(Screen& screen) = 0;
   // Ends the program at once, with no question.
   virtual void EndProgram() = 0;
+  // Shows a document in the viewer that the system has for it; false when there is none.
+  virtual bool ShowDocument(const std::filesystem::path& /*file*/) { return false; }
   // Width of a text in the font of the tables, in twips (1/1440 inch).
   [[nodiscard]] virtual double TextWidth(std::u16string_view text) = 0;
 };

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "qt/ActionKeys.h"
 #include "qt/FocusMark.h"
 #include "qt/GridView.h"
 #include "qt/LampView.h"
@@ -227,6 +228,7 @@ void ListenToButton(UserInterface& userInterface, Binder& binder, Binding& bindi
   // A style marks it only while the user goes about by the Tab key: not in a screen that was just opened, nor
   // behind one that has closed.
   new FocusMark(WidgetAs<QAbstractButton>(binding));
+  TieActionOf(WidgetAs<QAbstractButton>(binding));
   QObject::connect(&WidgetAs<QAbstractButton>(binding), &QAbstractButton::clicked, &binder,
                    [&userInterface, &button] {
                      userInterface.Act(
@@ -245,7 +247,11 @@ void ShowButtonCaption(Binding& binding, const std::u16string& caption) {
 }
 
 void ShowButton(Binding& binding) {
-  ShowButtonCaption(binding, RecordOf<Button>(binding).caption);
+  const std::u16string& caption = RecordOf<Button>(binding).caption;
+  if (binding.fresh || binding.text != caption) {
+    ShowCaptionOnAction(WidgetAs<QAbstractButton>(binding), ToQt(caption));
+  }
+  ShowButtonCaption(binding, caption);
 }
 
 void ListenToCheckBox(UserInterface& userInterface, Binder& binder, Binding& binding) {
@@ -279,12 +285,15 @@ void ShowToolButton(Binding& binding) {
   auto& tool = RecordOf<ToolButton>(binding);
   if (Differs(binding, tool.toolTip)) {
     auto& action = WidgetAs<QAction>(binding);
-    action.setToolTip(ToQt(tool.toolTip));
+    action.setToolTip(TipWithKey(action, ToQt(tool.toolTip)));
     action.setText(ToQt(tool.toolTip));
   }
 }
 
 void ListenToMenuEntry(UserInterface& userInterface, Binder& binder, Binding& binding) {
+  if (auto* menu = qobject_cast<QMenu*>(&binding.object)) {
+    LetLettersWork(*menu);
+  }
   if (auto* action = qobject_cast<QAction*>(&binding.object)) {
     auto& entry = RecordOf<MenuEntry>(binding);
     QObject::connect(action, &QAction::triggered, &binder, [&userInterface, &entry] {
@@ -387,6 +396,7 @@ void ShowPicture(Binding& binding) {
 void ListenToGrid(UserInterface& userInterface, Binder& binder, Binding& binding) {
   auto& grid = RecordOf<Grid>(binding);
   auto& view = WidgetAs<GridView>(binding);
+  view.SetOpensRows(grid.onDoubleClick != nullptr);
   QObject::connect(&view, &GridView::CellEntered, &binder, [&userInterface, &grid](int row, int col) {
     if (row >= grid.Rows() || col >= grid.Cols()) {
       return; // a cell of a table that the program has just made smaller

@@ -1,8 +1,12 @@
 #include "qt/GridView.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <QToolTip>
@@ -11,6 +15,9 @@
 #include <cmath>
 #include <utility>
 
+#include "core/OwnTexts.h"
+#include "qt/ActionKeys.h"
+#include "qt/FindBar.h"
 #include "qt/HeadingView.h"
 #include "qt/QtText.h"
 #include "qt/ReadableColour.h"
@@ -38,8 +45,12 @@ public:
     const QPalette::ColorGroup group = view.isEnabled() ? QPalette::Active : QPalette::Disabled;
     const QColor base = option.palette.color(group, QPalette::Base);
     const QColor shown = back.isValid() ? ShadeOn(base, back.value<QColor>()) : base;
-    painter->fillRect(option.rect, shown);
-    painter->setPen(back.isValid() ? ReadableOn(shown) : option.palette.color(group, QPalette::Text));
+    const bool marked = option.state.testFlag(QStyle::State_Selected) && index != view.currentIndex();
+    const QColor fill =
+        marked ? Marked(shown, option.palette.color(QPalette::Active, QPalette::Highlight)) : shown;
+    painter->fillRect(option.rect, fill);
+    painter->setPen(back.isValid() || marked ? ReadableOn(fill)
+                                             : option.palette.color(group, QPalette::Text));
     const QString whole = index.data().toString();
     const QRect inside = option.rect.adjusted(GridView::CellMargin, 0, -GridView::CellMargin, 0);
     const QRect most = RoomOf(option.rect);
@@ -53,6 +64,13 @@ public:
   }
 
 private:
+  // The cell's own colour is still to be seen through the mark.
+  static QColor Marked(const QColor& cell, const QColor& highlight) {
+    constexpr int Share = 35; // of the highlight, in hundredths
+    const auto mixed = [](int below, int above) { return (below * (100 - Share) + above * Share) / 100; };
+    return {mixed(cell.red(), highlight.red()), mixed(cell.green(), highlight.green()),
+            mixed(cell.blue(), highlight.blue())};
+  }
   // A line in the palette's base inside the frame parts it from a cell of nearly the same colour.
   static void PaintFrame(QPainter& painter, const QRect& cell, const QPalette& palette, bool focused) {
     const int width = focused ? 2 : 1;
@@ -125,14 +143,21 @@ GridView::GridView(QWidget* parent)
   setCornerButtonEnabled(false);
   setModel(&model_);
   setItemDelegate(new CellPainter(this));
-  setSelectionMode(QAbstractItemView::SingleSelection);
+  setSelectionMode(QAbstractItemView::ContiguousSelection);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setTabKeyNavigation(false); // Tab goes to the next control
   setWordWrap(false);
   connect(this, &QAbstractItemView::clicked, this, [this] { emit CellClicked(); });
   connect(this, &QAbstractItemView::doubleClicked, this, [this] { emit CellOpened(); });
+  // The base class would go to the row's first cell.
+  disconnect(left_, &QHeaderView::sectionPressed, this, nullptr);
+  disconnect(left_, &QHeaderView::sectionEntered, this, nullptr);
   connect(left_, &QHeaderView::sectionPressed, this, [this](int row) { EnterRow(row); });
+  connect(above_, &QHeaderView::sectionResized, this,
+          [this](int col, int /*before*/, int width) { TakeDragged(col, width); });
+  disconnect(above_, &QHeaderView::sectionHandleDoubleClicked, this, nullptr);
+  connect(above_, &QHeaderView::sectionHandleDoubleClicked, this, [this](int col) { FitColumn(col); });
   connect(left_, &QHeaderView::sectionDoubleClicked, this, [this](int row) {
     EnterRow(row);
     emit CellOpened();
@@ -145,7 +170,11 @@ void GridView::ShowRecord(const Grid& grid) {
   }
   showing_ = true;
   const GridModel::Change change = model_.Take(grid);
-  if (change.headings || change.widths) {
+  const bool anew = std::exchange(clearings_, grid.Clearings()) != grid.Clearings() && !dragged_.empty();
+  if (anew) {
+    dragged_.clear();
+  }
+  if (change.headings || change.widths || anew) {
     LayOut();
   }
   ShowCurrentCell(grid);
@@ -169,9 +198,98 @@ void GridView::ShowCurrentCell(const Grid& grid) {
   setAutoScroll(follows);
 }
 
+// The whole row is marked, and the current cell stays in its column.
 void GridView::EnterRow(int row) {
   const int col = std::max(currentIndex().column(), 0);
-  setCurrentIndex(model_.index(row, col));
+  selectionModel()->select({model_.index(row, 0), model_.index(row, model_.columnCount() - 1)},
+                           QItemSelectionModel::ClearAndSelect);
+  selectionModel()->setCurrentIndex(model_.index(row, col), QItemSelectionModel::NoUpdate);
+}
+
+void GridView::CopyCells() const {
+  std::vector<int> rows;
+  std::vector<int> cols;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      rows.push_back(row);
+    }
+    for (int col = range.left(); col <= range.right(); ++col) {
+      if (!isColumnHidden(col)) {
+        cols.push_back(col);
+      }
+    }
+    break; // there is never more than one
+  }
+  if (!rows.empty()) {
+    QGuiApplication::clipboard()->setText(TabSeparated(model_, rows, cols));
+  }
+}
+
+FindBar& GridView::Find() {
+  if (find_ == nullptr) {
+    find_ = new FindBar(*this, [this](const QString& text, Direction direction) { // the table's own
+      return GoToText(text, direction);
+    });
+  }
+  PlaceFind();
+  return *find_;
+}
+
+bool GridView::GoToText(const QString& text, Direction direction) {
+  const QModelIndex found =
+      FindText(model_, currentIndex(), text, direction, [this](int col) { return isColumnHidden(col); });
+  if (found.isValid()) {
+    setCurrentIndex(found);
+    PlaceFind();
+  }
+  return found.isValid();
+}
+
+void GridView::PlaceFind() {
+  if (find_ != nullptr) {
+    const QRect area = viewport()->geometry();
+    find_->Place(area, visualRect(currentIndex()).translated(area.topLeft()));
+  }
+}
+
+bool GridView::KeyOfTable(const QKeyEvent& key) {
+  const Qt::KeyboardModifiers modifiers = key.modifiers();
+  if (key.key() == Qt::Key_C && modifiers == (Qt::ControlModifier | Qt::ShiftModifier)) {
+    CopyCells();
+  } else if (key.key() == Qt::Key_F && modifiers == Qt::ControlModifier) {
+    Find().Open();
+  } else if (key.key() == Qt::Key_F3 && (modifiers & ~Qt::ShiftModifier) == Qt::NoModifier) {
+    Find().GoOn(modifiers == Qt::NoModifier ? Direction::Forward : Direction::Backward);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  const QPoint at = byKey ? visualRect(currentIndex()).bottomLeft() : event->pos();
+  auto* menu = new QMenu(this);
+  menu->setObjectName(QStringLiteral("tableMenu"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  LetLettersWork(*menu);
+  const auto add = [menu](OwnTextId text, const QString& key) {
+    return menu->addAction(ToQt(OwnText(text)) + u'\t' + key);
+  };
+  if (opensRows_ && currentIndex().isValid()) {
+    connect(add(OwnTextId::OpenTableRow, ToQt(OwnText(OwnTextId::DoubleClickOpens))), &QAction::triggered,
+            this, [this] { emit CellOpened(); });
+    menu->addSeparator();
+  }
+  connect(add(OwnTextId::CopyTableCells, QStringLiteral("Ctrl+Shift+C")), &QAction::triggered, this,
+          [this] { CopyCells(); });
+  connect(add(OwnTextId::FindInTable, QStringLiteral("Ctrl+F")), &QAction::triggered, this,
+          [this] { Find().Open(); });
+  connect(add(OwnTextId::FindNext, QStringLiteral("F3")), &QAction::triggered, this,
+          [this] { Find().GoOn(Direction::Forward); });
+  connect(add(OwnTextId::FindPrevious, QStringLiteral("Shift+F3")), &QAction::triggered, this,
+          [this] { Find().GoOn(Direction::Backward); });
+  menu->popup(viewport()->mapToGlobal(at));
 }
 
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -189,12 +307,15 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
     return;
   }
-  QTableView::keyPressEvent(event);
+  if (!KeyOfTable(*event)) {
+    QTableView::keyPressEvent(event);
+  }
 }
 
 void GridView::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    dragged_.clear(); // pixels of another size of characters
     LayOut();
   }
 }
@@ -235,6 +356,7 @@ int GridView::Pixels(int twips) const {
 }
 
 void GridView::LayOut() {
+  const bool within = std::exchange(layingOut_, true);
   twipsPerPixel_ = TwipsPerPixel(font());
   above_->setVisible(model_.FixedRows() > 0);
   left_->setVisible(model_.FixedCols() > 0);
@@ -245,13 +367,20 @@ void GridView::LayOut() {
   WidenForHeadings();
   left_->Rebuild();
   firstColumnWidth_ = columnWidth(0);
+  laidOutLength_ = above_->length();
+  for (const auto& [col, width] : dragged_) {
+    if (!isColumnHidden(col)) {
+      setColumnWidth(col, width);
+    }
+  }
+  layingOut_ = within;
   GiveWay();
   updateGeometries();
   updateGeometry();
 }
 
 void GridView::GiveWay() {
-  if (firstColumnCharacters_ == 0 || isColumnHidden(0)) {
+  if (firstColumnCharacters_ == 0 || isColumnHidden(0) || dragged_.contains(0)) {
     return;
   }
   const int others = above_->length() - columnWidth(0);
@@ -260,13 +389,35 @@ void GridView::GiveWay() {
   const int room = std::max(viewport()->width() - others, least);
   const int width = std::min(room, firstColumnWidth_);
   if (width != columnWidth(0)) {
+    const bool within = std::exchange(layingOut_, true);
     setColumnWidth(0, width);
+    layingOut_ = within;
   }
+}
+
+void GridView::TakeDragged(int col, int width) {
+  if (!layingOut_ && width > 0) {
+    dragged_[col] = width;
+    above_->viewport()->update(); // a heading over several columns begins before this one
+  }
+}
+
+// As wide as what it shows: its cells, and its own heading.
+void GridView::FitColumn(int col) {
+  int width = 0;
+  for (int row = 0; row < model_.rowCount(); ++row) {
+    width = std::max(width, fontMetrics().horizontalAdvance(model_.index(row, col).data().toString()));
+  }
+  const QString heading =
+      ToQt(model_.CellAt(model_.FixedRows() - 1, col + model_.FixedCols()).text).trimmed();
+  setColumnWidth(col, std::max(width + 2 * CellMargin + GridLine,
+                               above_->fontMetrics().horizontalAdvance(heading) + HeadingView::Margin));
 }
 
 void GridView::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   GiveWay();
+  PlaceFind();
 }
 
 // Where the program has put the current cell is where the user looks first; later the place is the user's
@@ -281,9 +432,8 @@ void GridView::showEvent(QShowEvent* event) {
 QSize GridView::sizeHint() const {
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
   const int around = bar + 2 * frameWidth();
-  const int columns = above_->length() + (isColumnHidden(0) ? 0 : firstColumnWidth_ - columnWidth(0));
   const int most = mostRows_ > 0 ? mostRows_ * left_->defaultSectionSize() : left_->length();
-  return {left_->sizeHint().width() + columns + around,
+  return {left_->sizeHint().width() + laidOutLength_ + around,
           above_->sizeHint().height() + std::min(left_->length(), most) + around};
 }
 

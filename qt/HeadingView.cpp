@@ -65,8 +65,10 @@ std::vector<HeadingBox> HeadingBoxes(const GridModel& model, const std::function
 
 HeadingView::HeadingView(Qt::Orientation orientation, const GridModel& model, QWidget* parent)
     : QHeaderView(orientation, parent), model_(model) {
-  setSectionResizeMode(QHeaderView::Fixed);
-  setMinimumSectionSize(1);
+  // Columns can be dragged wider and narrower, never so far that nothing is left to drag.
+  const bool across = orientation == Qt::Horizontal;
+  setSectionResizeMode(across ? QHeaderView::Interactive : QHeaderView::Fixed);
+  setMinimumSectionSize(across ? fontMetrics().horizontalAdvance(u'0') + Margin : 1);
   setHighlightSections(false);
   setSectionsClickable(orientation == Qt::Vertical);
 }

@@ -1,7 +1,9 @@
 #include "qt/ListBoxView.h"
 
+#include <QAbstractItemView>
 #include <QFontMetricsF>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyleOptionComboBox>
@@ -41,7 +43,6 @@ ListBoxView::ListBoxView(QWidget* parent) : QComboBox(parent) {
   // nobody opens.
   setModel(&rows_);
   setFocusPolicy(Qt::StrongFocus);
-  setMaxVisibleItems(20);
 }
 
 void ListBoxView::ShowItems(const std::vector<std::u16string>& items, int index) {
@@ -78,6 +79,18 @@ void ListBoxView::paintEvent(QPaintEvent* event) {
   QComboBox::paintEvent(event);
   if (hasFocus()) {
     PaintFocusMark(*this);
+  }
+}
+
+void ListBoxView::showPopup() {
+  constexpr int MostRows = 20;
+  constexpr int Around = 8; // pixels of the popup's frame
+  const int rowHeight = std::max(view()->sizeHintForRow(0), fontMetrics().height());
+  const int room = screen()->availableGeometry().height() / 2 - Around;
+  setMaxVisibleItems(std::clamp(room / std::max(rowHeight, 1), 1, MostRows));
+  QComboBox::showPopup();
+  if (currentIndex() >= 0) {
+    view()->scrollTo(view()->currentIndex(), QAbstractItemView::PositionAtCenter);
   }
 }
 

@@ -29,6 +29,8 @@ public:
   void setCharacters(int characters);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
+  // No higher than half the screen, with the current row in its middle.
+  void showPopup() override;
 
 protected:
   void keyPressEvent(QKeyEvent* event) override;

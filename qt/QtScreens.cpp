@@ -1,13 +1,19 @@
 #include "qt/QtScreens.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
+#include "core/Text.h"
 #include "qt/FrontWindow.h"
 #include "qt/GridView.h"
 #include "qt/QtText.h"
@@ -34,6 +40,18 @@ void TakeSizeOfContents(QWidget& window) {
     window.layout()->activate();
     window.resize(window.sizeHint());
   }
+}
+
+// The one file of this machine that is dragged; empty for several, for a folder and for anything else.
+QString FileOf(const QMimeData& dragged) {
+  const QList<QUrl> urls = dragged.urls();
+  const QString path =
+      urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
+  return QFileInfo(path).isFile() ? path : QString();
+}
+
+bool IsDrag(QEvent::Type type) {
+  return type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::Drop;
 }
 
 } // namespace
@@ -74,6 +92,7 @@ QtScreens::OpenScreen& QtScreens::Open(Screen& screen, const FrontWindow* front)
   }
   auto binder = std::make_unique<Binder>(userInterface_, screen, *window, makeForm_, missing_);
   window->installEventFilter(this);
+  window->setAcceptDrops(screen.onFileDropped != nullptr);
   open_.push_back(std::make_unique<OpenScreen>(
       OpenScreen{.screen = screen, .window = std::move(window), .binder = std::move(binder), .loop = {}}));
   OpenScreen& open = *open_.back();
@@ -163,12 +182,42 @@ bool QtScreens::eventFilter(QObject* watched, QEvent* event) {
     }
     return true;
   }
+  if (IsDrag(event->type()) && open.screen.onFileDropped) {
+    Drag(open, *static_cast<QDropEvent*>(event));
+    return true;
+  }
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
       open.loop != nullptr) {
     open.window->close(); // not QDialog's own way, which asks nobody
     return true;
   }
   return false;
+}
+
+void QtScreens::Drag(const OpenScreen& open, QDropEvent& event) {
+  const QString path = FileOf(*event.mimeData());
+  const bool may = !path.isEmpty() && QApplication::activeModalWidget() == nullptr &&
+                   (event.possibleActions() & Qt::CopyAction) != 0 &&
+                   (!open.screen.mayTakeFile || open.screen.mayTakeFile());
+  event.setAccepted(may);
+  if (!may) {
+    return;
+  }
+  event.setDropAction(Qt::CopyAction); // the file stays where it is, whatever was offered
+  if (event.type() != QEvent::Drop) {
+    return;
+  }
+  // Later: the program that the file comes from waits until this event has been answered, and a question is
+  // not answered before the user has read it.
+  QTimer::singleShot(0, open.window.get(), [this, &screen = open.screen, path] {
+    if (QApplication::activeModalWidget() == nullptr) {
+      userInterface_.ActOn(screen, [&] { screen.onFileDropped(PathOf(FromQt(path))); });
+    }
+  });
+}
+
+bool QtScreens::ShowDocument(const std::filesystem::path& file) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
 }
 
 void QtScreens::EndProgram() {

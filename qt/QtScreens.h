@@ -1,6 +1,7 @@
 // Shows screens: makes the form of a screen, binds it, and closes it through the screen's close query.
 #pragma once
 
+#include <QDropEvent>
 #include <QEventLoop>
 #include <QObject>
 #include <QWidget>
@@ -27,6 +28,7 @@ public:
   void ShowModal(Screen& screen) override;
   void Close(Screen& screen) override;
   void EndProgram() override;
+  bool ShowDocument(const std::filesystem::path& file) override;
   [[nodiscard]] double TextWidth(std::u16string_view text) override;
 
   // Runs `start` and then the event loop, until the last screen has closed or EndProgram was called.
@@ -52,6 +54,8 @@ private:
   bool MayClose(OpenScreen& open);
   void Closed(OpenScreen& open);
   [[nodiscard]] OpenScreen* Find(const Screen& screen) const;
+  // A file that is dragged over the window, or dropped on it.
+  void Drag(const OpenScreen& open, QDropEvent& event);
 
   UserInterface& userInterface_;
   FormMaker makeForm_;

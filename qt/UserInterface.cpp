@@ -147,6 +147,15 @@ void UserInterface::Act(Control& control, const std::function<void()>& take, con
   RearmActiveField();
 }
 
+void UserInterface::ActOn(const Screen& screen, const Handler& handler) {
+  const bool leaves = activeField_ != nullptr && &activeField_->screen == &screen;
+  if (refreshing_ || BinderOf(screen) == nullptr || (leaves && !LeaveField())) {
+    return;
+  }
+  Run(handler);
+  RearmActiveField();
+}
+
 void UserInterface::Run(const Handler& handler) {
   RunHandler(handler);
   Refresh();

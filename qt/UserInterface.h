@@ -32,6 +32,8 @@ public:
   // happens when the control is disabled or when the field that is being left asks the focus back; the
   // widget then falls back to what its record says.
   void Act(Control& control, const std::function<void()>& take, const Handler& handler);
+  // The same for what the user does to a screen and to no control of it.
+  void ActOn(const Screen& screen, const Handler& handler);
   // Runs a handler that no control stands behind (a timer, a socket).
   void Run(const Handler& handler);
   // Shows what differs on all open screens and honours their focus requests.

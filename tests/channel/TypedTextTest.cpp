@@ -97,7 +97,7 @@ TEST_F(TypedText, TextsThatAreNoNumberAreRefused) {
        {u" ",        u"-",     u"+",   u".",   u"-.",  u"e5",  u".e5", u"1e",  u"1e+",
         u"1e5.5",    u"1.2.3", u"--1", u"+-1", u"- 1", u"1 2", u"1-",  u"1,5", u"1,000",
         u"0x10",     u"&H10",  u"1d3", u"1f",  u"abc", u"nan", u"NaN", u"inf", u"-inf",
-        u"Infinity", u"１２",  u"1\t", u"\t1", u"　1", u"¥1",  u"ー1"}) {
+        u"Infinity", u"１２ｍ", u"1\t", u"\t1", u"　1", u"¥1",  u"ー1"}) {
     SCOPED_TRACE(ToUtf8(typed));
     ExpectNotNumeric();
     EXPECT_EQ(std::nullopt, Store(typed, 1));
@@ -208,6 +208,45 @@ TEST_F(TypedText, TheNumericTestTellsTooLargeFromTooSmall) {
   EXPECT_EQ(0.0, NumericText(std::u16string(500, u'1') + u"e-2000").value());
   EXPECT_TRUE(std::isinf(NumericText(u"0." + std::u16string(500, u'0') + u"1e2000").value()));
   EXPECT_EQ(1.0, NumericText(u"1" + std::u16string(500, u'0') + u"e-500").value());
+}
+
+// --- as typed under a Japanese input method
+
+TEST_F(TypedText, FullWidthDigitsSignsAndPointAreThoseOfANumber) {
+  EXPECT_EQ(125, Store(u"１２．５", 1));
+  EXPECT_EQ(u"12.5", text);
+  EXPECT_EQ(-125, Store(u"－１２．５", 1));
+  EXPECT_EQ(-125, Store(u"\u2212１２．５", 1)); // the minus of other input methods
+  EXPECT_EQ(u"-12.5", text);
+  EXPECT_EQ(7, Store(u"＋７", 0));
+  EXPECT_EQ(1234567890, NumericText(u"１２３４５６７８９０"));
+  EXPECT_EQ(125, Store(u" １2．5 ", 1)) << "half-width among them, and blanks around";
+}
+
+TEST_F(TypedText, AFullWidthNumberIsCutBehindItsPosition) {
+  EXPECT_EQ(199, Store(u"１．９９９", 2));
+  EXPECT_EQ(u"1.99", text);
+}
+
+TEST_F(TypedText, WhatIsNoNumberInFullWidthIsRefusedAndKept) {
+  for (const std::u16string_view typed : {u"ー１２", u"１２。５", u"１，０", u"１２ｍ", u"一", u"②", u"－", u"．",
+                                          u"１Ｅ２", u"１\u3000", u"\uFF0F", u"\uFF1A"}) {
+    platform.ExpectBox(62200);
+    EXPECT_EQ(std::nullopt, Store(typed, 1));
+    EXPECT_EQ(typed, text);
+    EXPECT_EQ(typed, HalfWidthNumber(typed));
+  }
+}
+
+TEST_F(TypedText, OutOfItsLimitsAFullWidthNumberHasTheSameMessage) {
+  platform.boxes.Expect(u"0から10の値を入力してください");
+  EXPECT_EQ(std::nullopt, Store(u"１１", 0, 0, 10));
+}
+
+TEST_F(TypedText, HalfWidthNumberKeepsTheDigitsThatWereTyped) {
+  EXPECT_EQ(u"007", HalfWidthNumber(u"００７"));
+  EXPECT_EQ(u"-0.50", HalfWidthNumber(u"－０．５０"));
+  EXPECT_EQ(u"１号機", HalfWidthNumber(u"１号機"));
 }
 
 } // namespace

@@ -100,7 +100,7 @@ TEST_F(IpSetting, AnAddressPartIsANumberFrom0To255OfDigitsAlone) {
       EXPECT_TRUE(user.Leave(screen.txtIP(2))) << ToUtf8(good);
     });
   }
-  for (const std::u16string_view bad : {u"256", u"-1", u"1.5", u"+1", u"1e1", u" 1", u"abc", u"１", u"",
+  for (const std::u16string_view bad : {u"256", u"-1", u"1.5", u"+1", u"1e1", u" 1", u"abc", u"１ａ", u"＋１", u"２５６", u"",
                                         u"99999999999999999999999999", u"1,5"}) {
     Show([&](IpSettingScreen& screen) {
       user.Type(screen.txtIP(2), bad);
@@ -147,6 +147,21 @@ TEST_F(IpSetting, AStationThatIsNoNumberKeepsTheOldOne) {
     user.Click(screen.cmdOK); // without the field having been left
   });
   EXPECT_EQ(Settings.StationSetting, 300);
+}
+
+TEST_F(IpSetting, FullWidthDigitsAreTakenAndShownAsPlainOnes) {
+  Show([&](IpSettingScreen& screen) {
+    const std::u16string_view typed[] = {u"１０", u"２０", u"３０", u"４０"};
+    for (int part = 0; part < screen.txtIP.Count(); ++part) {
+      user.Type(screen.txtIP(part), typed[part]);
+    }
+    user.Type(screen.txtStationNo, u"１７");
+    EXPECT_EQ(screen.txtIP(3).text, u"40") << "shown as soon as it is left";
+    user.Click(screen.cmdOK);
+    EXPECT_EQ(screen.txtStationNo.text, u"17");
+  });
+  EXPECT_EQ(Settings.RecorderIpAddress, u"10.20.30.40");
+  EXPECT_EQ(Settings.StationSetting, 17);
 }
 
 } // namespace

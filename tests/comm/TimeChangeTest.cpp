@@ -356,5 +356,31 @@ TEST_F(TimeChange, TheNextClickAfterTheExchangeWorksAgain) {
   EXPECT_EQ(recorder.requests.size(), 6U);
 }
 
+TEST_F(TimeChange, FullWidthDigitsAreTakenAndShownAsPlainOnes) {
+  StartOn(Line::Ethernet);
+  Show([&](TimeChangeScreen& screen) {
+    user.Type(screen.txtYear, u"７");
+    user.Type(screen.txtMonth, u"０２");
+    EXPECT_EQ(screen.txtYear.text, u"07");
+    user.Type(screen.txtDay, u"２８");
+    user.Click(screen.cmdOK);
+    EXPECT_EQ(screen.txtMonth.text, u"2");
+  });
+  EXPECT_EQ(recorder.Register(40012), 7);
+  EXPECT_EQ(recorder.Register(40013), 2);
+  EXPECT_EQ(recorder.Register(40014), 28);
+}
+
+// Behind another message no field is checked: the year is as it was typed.
+TEST_F(TimeChange, AFullWidthYearThatWasNotCheckedIsANumberToo) {
+  StartOn(Line::Ethernet);
+  Show([&](TimeChangeScreen& screen) {
+    SetFields(screen, u"２５", u"２", u"３");
+    user.Click(screen.cmdOK);
+  });
+  EXPECT_EQ(recorder.Register(40012), 25);
+  EXPECT_EQ(recorder.Register(40014), 3);
+}
+
 } // namespace
 } // namespace loader::test

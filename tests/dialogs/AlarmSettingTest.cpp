@@ -359,5 +359,11 @@ TEST_F(AlarmSetting, RepeatedAppliesDoNotMoveTheAlarm) {
   }
 }
 
+TEST_F(AlarmSetting, AMantissaInFullWidthIsThatNumber) {
+  Scale(u"1.000", u"5.000", u"0", u"4");
+  EXPECT_TRUE(Enter(u"３．１６", 2));
+  EXPECT_EQ("3.16E2", Label());
+}
+
 } // namespace
 } // namespace loader::test

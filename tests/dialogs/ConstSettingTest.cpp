@@ -98,6 +98,8 @@ TEST_P(Constant, TakesItsPositionFromWhatIsTyped) {
                          {u"1e2", 100, 0, u"100"},
                          {u"007", 7, 0, u"7"},
                          {u"-0", 0, 0, u"0"},
+                         {u"－１．５０", -150, 2, u"-1.50"},
+                         {u" ２．５ ", 25, 1, u"2.5"},
                          {u"0.0000", 0, 4, u"0.0000"},
                          {u"32767", 32767, 0, u"32767"},
                          {u"-32767", -32767, 0, u"-32767"},
@@ -146,7 +148,7 @@ TEST_P(Constant, RefusesWhatDoesNotFitAtItsPosition) {
 }
 
 TEST_P(Constant, RefusesWhatIsNoNumber) {
-  for (const std::u16string_view typed : {u"abc", u"", u"1,5", u".", u"1.2.3", u"１", u"-"}) {
+  for (const std::u16string_view typed : {u"abc", u"", u"1,5", u".", u"1.2.3", u"１一", u"-"}) {
     Put(9, 3);
     const StoreWatch store;
     ExpectMessage(u"数字ではありません。");

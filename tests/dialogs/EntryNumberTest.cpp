@@ -53,7 +53,7 @@ TEST_P(EntryNumber, ShowsItsEntry) {
 }
 
 TEST_P(EntryNumber, MayBeWrittenInAnyWayThatIsAWholeNumber) {
-  for (const std::u16string_view typed : {u"3", u" 3 ", u"3.0", u"+3", u"03", u"0.3e1", u"3."}) {
+  for (const std::u16string_view typed : {u"3", u" 3 ", u"3.0", u"+3", u"03", u"0.3e1", u"3.", u"３", u"＋３．０"}) {
     Show(0, [&] {
       user.Type(frame->number, typed);
       EXPECT_TRUE(user.Leave(frame->number)) << ToUtf8(typed);
@@ -90,7 +90,7 @@ TEST_P(EntryNumber, OutOfRangeIsRefusedWithTheFocusBackAndAllOfItSelected) {
 }
 
 TEST_P(EntryNumber, ThatIsNoNumberBringsTheOldOneBackAndKeepsTheFocus) {
-  for (const std::u16string_view typed : {u"abc", u"", u" ", u"1,5", u"3a", u"１", u"--1", u"1e"}) {
+  for (const std::u16string_view typed : {u"abc", u"", u" ", u"1,5", u"3a", u"１番", u"--1", u"1e"}) {
     const StoreWatch store;
     Show(1, [&] {
       user.Type(Field(), u"7");

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <memory>
 #include <stdexcept>
+#include <vector>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr unsigned LeftButton = 1;
 constexpr unsigned ControlKey = 0xffe3;
+constexpr unsigned ShiftKey = 0xffe1;
 constexpr int Patience = 20000; // milliseconds until a test gives up
 
 // The events of the input extension, which the toolkit takes the mouse from. Each click comes twice: first
@@ -143,7 +145,7 @@ void Hands::ClickAt(const QWidget& widget, QPoint at) {
   WaitUntil([this] { return clicksArrived_ >= clicksSent_; });
 }
 
-void Hands::SendClick(const QWidget& widget, QPoint at) {
+QPoint Hands::PlaceOf(const QWidget& widget, QPoint at) {
   // Asked of the display: the window manager may have moved the window, and the program not yet know.
   const QPoint inWindow = widget.mapTo(widget.window(), at);
   const Owned<xcb_translate_coordinates_reply_t> place(
@@ -154,10 +156,41 @@ void Hands::SendClick(const QWidget& widget, QPoint at) {
                                     static_cast<std::int16_t>(inWindow.y())),
           nullptr),
       &std::free);
-  ASSERT_NE(place, nullptr) << widget.objectName().toStdString() << " is not on the display";
-  Send(XCB_MOTION_NOTIFY, 0, {place->dst_x, place->dst_y});
+  if (place == nullptr) {
+    throw std::logic_error(widget.objectName().toStdString() + " is not on the display");
+  }
+  return {place->dst_x, place->dst_y};
+}
+
+void Hands::SendClick(const QWidget& widget, QPoint at) {
+  Send(XCB_MOTION_NOTIFY, 0, PlaceOf(widget, at));
   Send(XCB_BUTTON_PRESS, LeftButton);
   Send(XCB_BUTTON_RELEASE, LeftButton);
+}
+
+void Hands::Drag(const QWidget& widget, QPoint from, QPoint to) {
+  Send(XCB_MOTION_NOTIFY, 0, PlaceOf(widget, from));
+  TakeAllThatCame(); // the shape of the pointer, before anything is pressed
+  Send(XCB_BUTTON_PRESS, LeftButton);
+  Send(XCB_MOTION_NOTIFY, 0, PlaceOf(widget, (from + to) / 2));
+  Send(XCB_MOTION_NOTIFY, 0, PlaceOf(widget, to));
+  Send(XCB_BUTTON_RELEASE, LeftButton);
+  WaitUntil([this] { return clicksArrived_ >= clicksSent_; });
+}
+
+void Hands::PressHolding(Held held, unsigned keySymbol) {
+  std::vector<unsigned> keys{KeyCodeOf(ControlKey)};
+  if (held == Held::CtrlShift) {
+    keys.push_back(KeyCodeOf(ShiftKey));
+  }
+  for (const unsigned key : keys) {
+    Send(XCB_KEY_PRESS, key);
+  }
+  Press(static_cast<Key>(keySymbol));
+  for (const unsigned key : keys) {
+    Send(XCB_KEY_RELEASE, key);
+  }
+  TakeAllThatCame();
 }
 
 // When this returns, the program has got everything that the display has for it up to now.

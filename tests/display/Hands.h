@@ -24,6 +24,10 @@ enum class Key : unsigned {
   Up = 0xff52,
   Right = 0xff53,
   Down = 0xff54,
+  End = 0xff57,
+  F3 = 0xffc0,
+  F5 = 0xffc2,
+  F9 = 0xffc6,
 };
 
 class Hands final : public QAbstractNativeEventFilter {
@@ -44,6 +48,11 @@ public:
   void Press(Key key);
   // Digits, small letters and what else needs no Shift.
   void Type(std::string_view text);
+  // A small letter or a key with Ctrl held down, or with Ctrl and Shift.
+  enum class Held { Ctrl, CtrlShift };
+  void PressHolding(Held held, unsigned keySymbol);
+  // From one place to another with the left button held down.
+  void Drag(const QWidget& widget, QPoint from, QPoint to);
   // Selects the text of the field that has the keyboard.
   void SelectAll();
   // Clicks into the field and types over what stands in it.
@@ -55,6 +64,8 @@ private:
   void Send(unsigned type, unsigned detail, QPoint at = {});
   [[nodiscard]] unsigned KeyCodeOf(unsigned keySymbol) const;
   void SendClick(const QWidget& widget, QPoint at);
+  // On the display.
+  [[nodiscard]] QPoint PlaceOf(const QWidget& widget, QPoint at);
   void TakeAllThatCame();
   void WaitUntil(const std::function<bool()>& arrived);
   [[nodiscard]] bool IsActiveForTheManager(const QWidget& window);

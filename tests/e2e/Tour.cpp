@@ -4,8 +4,10 @@
 //
 //   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
 #include <QAction>
+#include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -72,6 +74,7 @@ public:
     Look();
     Read();
     LookAtTheChannels();
+    FindAChannel();
     LookAtTheSmallScreens();
     LookAtEveryPage();
     ChangeFields();
@@ -102,6 +105,20 @@ private:
     std::fflush(stdout);
   }
 
+  // What the status line says of the last deed, behind the time.
+  static void ExpectDone(const QString& done) {
+    const QString said = Guest::Find<QLabel>(Guest::Window(), "statusDone").text();
+    if (!said.endsWith(u' ' + done)) {
+      throw TourFailure(QStringLiteral("the status line says \"%1\" in place of \"%2\"").arg(said, done));
+    }
+  }
+  // By its own name, as the recorder has told it.
+  [[nodiscard]] QString RecorderSaid() const {
+    return QStringLiteral("%1 %2 127.0.0.1")
+        .arg(QString::fromLatin1(plant_.model),
+             ToQt(Trim(FindTextRecord("P", 0, "PVER")->Value).substr(0, 4)));
+  }
+
   void Look() {
     const QWidget& window = Guest::Window();
     Tell(QStringLiteral("the window \"%1\" is open, %2 x %3 pixels")
@@ -118,6 +135,7 @@ private:
     if (!Guest::Find<QPushButton>(Guest::Window(), "btnRegRead").isEnabled()) {
       throw TourFailure(QStringLiteral("the buttons stay disabled after the read"));
     }
+    ExpectDone(Text(19623) + u' ' + RecorderSaid());
     Tell(QStringLiteral("a click on \"%1\" has read the whole set-up from the recorder").arg(Text(19623)));
   }
 
@@ -146,6 +164,25 @@ private:
       throw TourFailure(QStringLiteral("a click on the third channel has not chosen its row"));
     }
     guest_.Picture(QStringLiteral("read"));
+  }
+
+  // By the text that the third channel is called.
+  void FindAChannel() {
+    auto& table = Guest::Find<GridView>(Guest::Window(), "fgrCh");
+    constexpr int TagColumn = 2;
+    const QString tag = ToQt(table.Model().CellAt(4, TagColumn).text);
+    Guest::ClickCell(table, 0, 0);
+    Guest::Press(Qt::Key_F, Qt::ControlModifier);
+    Guest::Find<QLineEdit>("findText").insert(tag); // as an input method does
+    Guest::Press(Qt::Key_Return);
+    guest_.Picture(QStringLiteral("found"));
+    Guest::Press(Qt::Key_Escape);
+    Guest::Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    if (frmParamLoader->fgrCh.Row != 4 || QGuiApplication::clipboard()->text() != tag) {
+      throw TourFailure(QStringLiteral("\"%1\" was not found and copied").arg(tag));
+    }
+    guest_.EndStep(QStringLiteral("finding a channel"));
+    Tell(QStringLiteral("Ctrl+F has found \"%1\" in the table, Ctrl+Shift+C has copied it").arg(tag));
   }
 
   void LookAtTheSmallScreens() {
@@ -226,9 +263,10 @@ private:
   void WriteBack() {
     guest_.ExpectBox(Text(20106), QMessageBox::Ok);
     guest_.ExpectBox(Text(62701), QMessageBox::Ok);
-    Guest::Click(Guest::Find<QPushButton>(Guest::Window(), "btnRegWrite"));
+    Guest::Press(Qt::Key_F9);
     guest_.EndStep(QStringLiteral("writing"));
-    Tell(QStringLiteral("\"%1\" has written the whole set-up to the recorder").arg(Text(19624)));
+    ExpectDone(Text(19624) + u' ' + RecorderSaid());
+    Tell(QStringLiteral("F9 has written the whole set-up to the recorder"));
   }
 
   void StoreSettings() {
@@ -259,6 +297,7 @@ private:
     changed_[YearRegister] = 27;
     changed_[YearRegister + 1] = 2;
     changed_[YearRegister + 2] = 28;
+    ExpectDone(Text(19626) + u' ' + RecorderSaid());
     Tell(QStringLiteral("\"%1\" has set the recorder's clock").arg(Text(19626)));
   }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
@@ -33,6 +34,10 @@ public:
   void ShowModal(Screen& screen) override;
   void Close(Screen& screen) override;
   void EndProgram() override { programEnded = true; }
+  bool ShowDocument(const std::filesystem::path& file) override {
+    documents.push_back(file);
+    return hasViewer;
+  }
   // A half-width character is 100 twips wide, a full-width one 200.
   double TextWidth(std::u16string_view text) override;
 
@@ -59,6 +64,8 @@ public:
   // What the program or the user of the test closed. Their records may be gone: compare, do not use.
   std::vector<Screen*> closed;
   bool programEnded = false;
+  std::vector<std::filesystem::path> documents; // that were to be shown
+  bool hasViewer = true;
   // What the user's last Return has found good, and what the last check has refused; neither has been edited
   // since. To be compared, not used.
   const TextField* takenByReturn = nullptr;

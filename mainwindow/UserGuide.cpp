@@ -1,0 +1,44 @@
+#include "mainwindow/UserGuide.h"
+
+#include <array>
+#include <string_view>
+#include <system_error>
+
+#include "core/OwnTexts.h"
+#include "core/Text.h"
+#include "platform/Platform.h"
+
+namespace loader {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> Guides{"docs/user-guide.ja.html", "user-guide.ja.html",
+                                                 "docs/user-guide.ja.md", "user-guide.ja.md"};
+
+void TellWhere(OwnTextId text, const std::filesystem::path& file) {
+  ShowMessage(Replace(OwnText(text), u"@FILE@", FromUtf8(file.string())), BoxIcon::Exclamation);
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> FindUserGuide(const std::filesystem::path& programFolder) {
+  for (const std::string_view guide : Guides) {
+    std::error_code none;
+    if (std::filesystem::is_regular_file(programFolder / guide, none)) {
+      return programFolder / guide;
+    }
+  }
+  return std::nullopt;
+}
+
+void ShowUserGuide() {
+  const std::filesystem::path& folder = ThePlatform().programFolder;
+  const std::optional<std::filesystem::path> guide = FindUserGuide(folder);
+  if (!guide) {
+    TellWhere(OwnTextId::NoUserGuide, folder / Guides.front());
+  } else if (!ThePlatform().screens.ShowDocument(*guide)) {
+    TellWhere(OwnTextId::NoViewer, *guide);
+  }
+}
+
+} // namespace loader

@@ -1,0 +1,39 @@
+// The user guide: where it is looked for, and what is told where it is not.
+#include "mainwindow/UserGuide.h"
+#include "tests/mainwindow/Fixture.h"
+
+namespace loader::test {
+namespace {
+
+TEST_F(KovWindow, TheHelpMenuHasTheGuide) {
+  EXPECT_EQ(u"使い方(G)", Window().menuGuide.caption);
+}
+
+TEST_F(KovWindow, TheGuideIsShownFromTheProgramsFolder) {
+  platform.WriteFile("user-guide.ja.md", "# guide");
+  user.Click(Window().menuGuide);
+  EXPECT_EQ(std::vector{platform.folder / "user-guide.ja.md"}, platform.screens.documents);
+}
+
+TEST_F(KovWindow, APageForABrowserComesBeforeAPlainText) {
+  std::filesystem::create_directory(platform.folder / "docs");
+  platform.WriteFile("docs/user-guide.ja.md", "# guide");
+  EXPECT_EQ(platform.folder / "docs/user-guide.ja.md", FindUserGuide(platform.folder));
+  platform.WriteFile("docs/user-guide.ja.html", "<h1>guide</h1>");
+  EXPECT_EQ(platform.folder / "docs/user-guide.ja.html", FindUserGuide(platform.folder));
+}
+
+TEST_F(KovWindow, AGuideThatIsNotThereIsTold) {
+  const std::u16string place = FromUtf8((platform.folder / "docs/user-guide.ja.html").string());
+  platform.boxes.Expect(u"説明書が見つかりません。\n" + place);
+  user.Click(Window().menuGuide);
+  EXPECT_TRUE(platform.screens.documents.empty());
+  platform.WriteFile("user-guide.ja.md", "# guide");
+  platform.screens.hasViewer = false;
+  platform.boxes.Expect(u"説明書を表示するプログラムがありません。\n" +
+                        FromUtf8((platform.folder / "user-guide.ja.md").string()));
+  user.Click(Window().menuGuide);
+}
+
+} // namespace
+} // namespace loader::test
