@@ -59,11 +59,22 @@ void Bring(const fs::path& installed, const fs::path& own) {
   }
 }
 
+// The user guide, where it is installed: a folder that is only looked into.
+void BringGuides(const fs::path& installed, const fs::path& own) {
+  const fs::path guides = (installed / ".." / "doc" / InstalledFolderName / "docs").lexically_normal();
+  std::error_code none;
+  if (fs::is_directory(guides, none) && !fs::exists(own / "docs", none)) {
+    fs::remove(own / "docs", none); // a link that leads nowhere
+    fs::create_directory_symlink(guides, own / "docs", none);
+  }
+}
+
 void BringData(const fs::path& installed, const fs::path& own) {
   fs::create_directories(own);
   for (const std::string_view file : DataFiles) {
     Bring(installed / file, own / file);
   }
+  BringGuides(installed, own);
 }
 
 std::u16string Problem(const fs::path& folder, const std::string& reason) {

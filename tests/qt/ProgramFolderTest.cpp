@@ -54,6 +54,17 @@ TEST_F(ProgramFolders, InstalledEachUserHasOneWithTheInstalledData) {
   EXPECT_EQ(Content(chosen.path / "InitSet.Ini"), "a newer version");
 }
 
+TEST_F(ProgramFolders, InstalledTheGuidesAreFoundFromTheUsersFolder) {
+  Put(share, "installed");
+  const fs::path guides = folder / "プログラム 1/share/doc/parameter-loader/docs";
+  fs::create_directories(guides);
+  std::ofstream(guides / "user-guide.ja.md") << "guide";
+  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
+  fs::remove(home / "parameter-loader/docs");
+  fs::create_directory_symlink("/gone/docs", home / "parameter-loader/docs");
+  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
+}
+
 TEST_F(ProgramFolders, ALinkToAnEarlierInstallationIsMadeAnewAndAFileOfTheUsersStays) {
   Put(share, "installed");
   fs::create_directories(home / "parameter-loader");
