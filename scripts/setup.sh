@@ -9,7 +9,7 @@ packages=(
   libmodbus-dev libxcb-xtest0-dev libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   fonts-noto-cjk
-  xvfb openbox
+  xvfb openbox git man-db
 )
 
 missing=()
