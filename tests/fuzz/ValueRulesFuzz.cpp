@@ -72,7 +72,8 @@ void CheckTypedText(std::u16string text, const Value& it, FuzzPlatform& platform
   std::int16_t stored = Before;
   const int boxes = platform.boxes.Count();
   const bool taken = TextToStored(text, stored, it.minimum, it.maximum, it.position);
-  Require(text == typed.substr(0, text.size()), "a typed text is cut and not changed");
+  Require(text == typed.substr(0, text.size()) || text == HalfWidthNumber(typed).substr(0, text.size()),
+          "a typed text is cut and not changed, but for the width of a number");
   Require(platform.boxes.Count() - boxes <= (taken ? 0 : 1), "a typed text is judged once");
   Require(taken || stored == Before, "a refused text changes nothing");
   Require(!taken || (stored >= it.minimum && stored <= it.maximum), "a stored value is within its limits");
@@ -87,7 +88,7 @@ void CheckLeftField(const std::u16string& text, const Value& it, FuzzPlatform& p
     const bool passed = CheckValueField(it.position, it.minimum, it.maximum, *field);
     if (passed) {
       const bool year = field == &screen.year;
-      Require(year ? field->text == text : NumericText(field->text).has_value(),
+      Require(year ? field->text == HalfWidthNumber(text) : NumericText(field->text).has_value(),
               "a good field shows its value, the year what was typed");
       Require(screen.focusRequest == nullptr, "a good field lets the focus go");
     } else {
