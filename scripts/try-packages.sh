@@ -73,9 +73,9 @@ inside sh -c 'DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-rec
 cp build/release/bin/recorder-tour "$root/usr/bin/"
 cp scripts/on-display.sh "$root/tmp/"
 inside paramtool show default:KOV CH1 --lang en | grep -q "CH 1 Tag: CH 01" || fail "the installed paramtool does not work"
-inside bash -c 'recorder-sim --tcp 1502 --model KOV > /tmp/listening & recorder=$!
+inside bash -c 'recorder-sim --tcp 1502 --model RUG > /tmp/listening & recorder=$!
   until [ -s /tmp/listening ]; do sleep 0.1; done
-  paramtool read tcp:127.0.0.1:1502 -o /tmp/a.KOV && paramtool write /tmp/a.KOV tcp:127.0.0.1:1502 --yes --no-backup
+  paramtool read tcp:127.0.0.1:1502 -o /tmp/a.RUG && paramtool write /tmp/a.RUG tcp:127.0.0.1:1502 --yes --no-backup
   status=$?; kill $recorder; exit $status' || fail "the installed companion does not read and write"
 inside /tmp/on-display.sh recorder-tour /tmp/tour || fail "the tour fails in the bare root"
 try_window "$root/root/.local/share/parameter-loader/LOADER.INI" chroot "$root" /usr/bin/env -i HOME=/root \
