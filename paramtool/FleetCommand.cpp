@@ -3,9 +3,7 @@
 #include <QJsonArray>
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <map>
-#include <unistd.h>
 
 #include "core/Text.h"
 #include "core/modFile.h"
@@ -13,6 +11,7 @@
 #include "paramtool/Fleet.h"
 #include "paramtool/FleetTable.h"
 #include "paramtool/Json.h"
+#include "paramtool/ProgressLine.h"
 #include "platform/RunTimeFailure.h"
 
 namespace loader::paramtool {
@@ -208,31 +207,6 @@ Exit RefuseList(Call& call, const FleetList& list) {
 }
 
 // --- What is told meanwhile
-
-// One line on a terminal that is written again and again; nothing in a pipe.
-class ProgressLine {
-public:
-  void Show(std::u16string_view text) {
-    if (terminal_) {
-      Write("\r" + ToUtf8(text) + "\x1B[K");
-      shown_ = true;
-    }
-  }
-  void Clear() {
-    if (shown_) {
-      Write("\r\x1B[K");
-      shown_ = false;
-    }
-  }
-
-private:
-  static void Write(const std::string& bytes) {
-    std::fwrite(bytes.data(), 1, bytes.size(), stderr);
-    std::fflush(stderr);
-  }
-  bool terminal_ = ::isatty(STDERR_FILENO) == 1;
-  bool shown_ = false;
-};
 
 FleetReport CarryOutTold(const FleetOrder& order) {
   ProgressLine progress;

@@ -1,6 +1,6 @@
 #include "paramtool/Json.h"
 
-#include "core/Text.h"
+#include "devices/QtText.h"
 
 namespace loader::paramtool {
 
@@ -13,7 +13,7 @@ constexpr std::array<const char*, Pages> PageKeys{"channels", "operations", "gen
 } // namespace
 
 QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+  return ToQt(text);
 }
 
 QString Q(std::string_view utf8) {

@@ -1,27 +1,21 @@
-// One line that tells how far a transfer is, on a terminal alone: a script's log gets none.
+// How far a transfer is, on the progress line: section and registers.
 #pragma once
-
-#include <string>
 
 #include "comm/TransferWatch.h"
 #include "companion/Phrases.h"
+#include "paramtool/ProgressLine.h"
 
 namespace loader::paramtool {
 
 class Progress {
 public:
-  explicit Progress(Language language);
-  // Leaves an empty line.
-  ~Progress();
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
+  explicit Progress(Language language) : language_(language) {}
 
   void Show(const BlockStep& step);
 
 private:
   Language language_;
-  bool shown_; // whether there is a terminal
-  bool anything_ = false;
+  ProgressLine line_;
 };
 
 } // namespace loader::paramtool

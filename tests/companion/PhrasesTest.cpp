@@ -3,25 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 #include <stdexcept>
 #include <string>
+
+#include "tests/support/Placeholders.h"
 
 namespace loader {
 namespace {
 
-std::multiset<std::u16string> Placeholders(std::u16string_view text) {
-  std::multiset<std::u16string> names;
-  for (std::size_t open = text.find(u'@'); open != std::u16string_view::npos;) {
-    const std::size_t close = text.find(u'@', open + 1);
-    if (close == std::u16string_view::npos) {
-      break;
-    }
-    names.emplace(text.substr(open, close - open + 1));
-    open = text.find(u'@', close + 1);
-  }
-  return names;
-}
+using test::Placeholders;
 
 TEST(Phrases, EachStandsInBothLanguagesWithTheSamePlaceholders) {
   for (const PhraseRow& row : AllPhrases()) {

@@ -9,24 +9,12 @@
 
 #include "core/Text.h"
 #include "core/TextTable.h"
+#include "tests/support/Placeholders.h"
 
 namespace loader {
 namespace {
 
-// The names between two "@" of a text.
-std::multiset<std::u16string> Placeholders(std::u16string_view text) {
-  std::multiset<std::u16string> names;
-  for (std::size_t open = text.find(u'@'); open != std::u16string_view::npos;) {
-    const std::size_t close = text.find(u'@', open + 1);
-    if (close == std::u16string_view::npos) {
-      names.emplace(u"one without an end");
-      break;
-    }
-    names.emplace(text.substr(open, close - open + 1));
-    open = text.find(u'@', close + 1);
-  }
-  return names;
-}
+using test::Placeholders;
 
 TEST(OwnTexts, EachIdHasItsTextInBothLanguages) {
   EXPECT_EQ(u"キーロック", OwnText(OwnTextId::KeyLock));
