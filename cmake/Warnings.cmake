@@ -19,10 +19,20 @@ if(LOADER_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# loader_layer(NAME SOURCES... LINK LAYERS...): one layer of the logic.
+# Where the two systems differ, a layer has one file for each, side by side.
+if(WIN32)
+  set(LOADER_SYSTEM WINDOWS)
+  # Names in UTF-16; Windows 10 and what came after it.
+  target_compile_definitions(loader_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+else()
+  set(LOADER_SYSTEM LINUX)
+endif()
+
+# loader_layer(NAME SOURCES... LINUX... WINDOWS... LINK LAYERS...): one layer of the logic; LINUX and WINDOWS are the
+# sources and libraries that one of the systems has.
 function(loader_layer name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
-  add_library(${name} STATIC ${ARG_SOURCES})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINUX;WINDOWS;LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES} ${ARG_${LOADER_SYSTEM}})
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(${name} PUBLIC loader_options ${ARG_LINK})
 endfunction()

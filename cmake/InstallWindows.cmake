@@ -1,0 +1,1 @@
+# What the Windows packages hold: scripts/windows.sh.

@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Qt's base for Windows, built once on this machine from Debian's own source package of the very version that the Linux
+# build uses, into a cache outside the tree. Prints the folder it stands in (the last line of standard output); the
+# second call costs nothing.
+#
+#   LOADER_CACHE   where to keep it (~/.cache/parameter-loader)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+version=$(dpkg-query -W -f='${source:Version}' qt6-base-dev)
+options=(
+  -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF
+  # No part of the program, and each of them a library that Windows lacks here.
+  -DFEATURE_sql=OFF -DFEATURE_dbus=OFF -DFEATURE_printsupport=OFF -DFEATURE_xml=OFF
+  -DFEATURE_concurrent=OFF -DINPUT_opengl=no -DFEATURE_vulkan=OFF -DFEATURE_ssl=OFF -DFEATURE_pkg_config=OFF
+  # wintab.h is not among the compiler's headers.
+  -DFEATURE_tabletevent=OFF
+)
+compiler=$(x86_64-w64-mingw32-g++-posix -dumpfullversion)
+key=$(printf '%s\n' "$version" "$compiler" "${options[@]}" "$(cat cmake/WindowsToolchain.cmake)" | sha256sum | cut -c1-12)
+cache=${LOADER_CACHE:-$HOME/.cache/parameter-loader}
+folder=$cache/qt-windows-${version//[^0-9a-z.]/_}-$key
+if [ -f "$folder/built" ]; then
+  echo "$folder"
+  exit 0
+fi
+
+# The source comes from where the machine's own packages come from; the machine's lists stay as they are.
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+work=$(mktemp -d "${TMPDIR:-/tmp}/qt-windows.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$work/apt/lists/partial" "$work/source" "$work/parts"
+{
+  cat /etc/apt/sources.list 2>/dev/null | sed -n 's/^deb \(.*debian.*\)/deb-src \1/p' || true
+} > "$work/apt/sources.list"
+for list in /etc/apt/sources.list.d/debian*.sources; do
+  [ -f "$list" ] && cp "$list" "$work/parts/" && sed -i 's/^Types:.*/Types: deb-src/' "$work/parts/$(basename "$list")"
+done
+apt=(-o "Dir::Etc::SourceList=$work/apt/sources.list" -o "Dir::Etc::SourceParts=$work/parts"
+     -o "Dir::State::Lists=$work/apt/lists" -o APT::Sandbox::User=root)
+"${as_root[@]}" apt-get "${apt[@]}" update -qq >&2
+(cd "$work/source" && "${as_root[@]}" apt-get "${apt[@]}" source --only-source --download-only -qq "qt6-base=$version" >&2)
+(cd "$work/source" && dpkg-source --no-check -x ./*.dsc "$work/qt6-base" >&2)
+
+host=/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake
+cmake -S "$work/qt6-base" -B "$work/build" -G Ninja \
+  -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/WindowsToolchain.cmake" -DCMAKE_INSTALL_PREFIX="$folder.part" \
+  -DQT_HOST_PATH=/usr -DQt6HostInfo_DIR="$host/Qt6HostInfo" -DQT_HOST_PATH_CMAKE_DIR="$host" \
+  "${options[@]}" >&2
+rm -rf "$folder.part"
+cmake --build "$work/build" >&2
+cmake --install "$work/build" >&2
+# What the builds look for names the folder it was installed to, so that it is moved before it counts as built.
+grep -rlF "$folder.part" "$folder.part" --include='*.cmake' --include='*.conf' --include='*.pri' --include='*.json' |
+  xargs -r sed -i "s|$folder.part|$folder|g"
+rm -rf "$folder"
+mv "$folder.part" "$folder"
+touch "$folder/built"
+echo "$folder"
