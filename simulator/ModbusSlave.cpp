@@ -28,6 +28,11 @@ std::size_t StationAt(Line line) {
   return line == Line::Tcp ? TcpHeader : 0;
 }
 
+// Not every system has words for a wait that was over.
+std::string ReasonOf(int error) {
+  return error == ETIMEDOUT ? "Connection timed out" : modbus_strerror(error);
+}
+
 bool IsServed(int function) {
   return function == ReadHolding || function == ReadInput || function == WriteSingle ||
          function == WriteMultiple;
@@ -176,7 +181,7 @@ ModbusAnswer ModbusSlave::Run(std::span<const std::uint8_t> frame, RegisterMemor
   const int received = Receive(frame, request);
   if (received <= 0) {
     answer.damaged = received < 0;
-    answer.silence = received == 0 ? "it is for another station" : modbus_strerror(errno);
+    answer.silence = received == 0 ? "it is for another station" : ReasonOf(errno);
     return answer;
   }
   int sent = 0;

@@ -1,6 +1,5 @@
 // recorder-sim as a user starts it: lines, ends, files.
 #include <gmock/gmock.h>
-#include <signal.h>
 
 #include <chrono>
 #include <fstream>
@@ -42,27 +41,6 @@ TEST_P(Programs, ServeTheirMemoryToAClientOfLibmodbusOverTcp) {
   EXPECT_TRUE(ReadAll(ConnectTcp(simulator.Port()).get()) == expected.memory);
 }
 
-TEST_P(Programs, ServeTheirMemoryToAClientOfLibmodbusOverRtu) {
-  const TestFolder folder;
-  const RunningSimulator simulator(
-      {"--model", GetParam().model, "--firmware", GetParam().tag, "--rtu", folder / "COM1"});
-
-  EXPECT_TRUE(ReadAll(ConnectRtu(folder / "COM1").get()) == expected.memory);
-}
-
-TEST(Program, ServesTcpAndRtuAtTheSameTime) {
-  const TestFolder folder;
-  const RunningSimulator simulator({"--tcp", "0", "--rtu", folder / "COM1"}, 2);
-  EXPECT_EQ(simulator.Lines().at(1), (folder / "COM1").string());
-  const ModbusClient tcp = ConnectTcp(simulator.Port());
-  const ModbusClient rtu = ConnectRtu(folder / "COM1");
-
-  EXPECT_EQ(modbus_write_register(tcp.get(), 100, 1234), 1);
-  std::uint16_t value = 0;
-  EXPECT_EQ(modbus_read_registers(rtu.get(), 100, 1, &value), 1);
-  EXPECT_EQ(value, 1234);
-}
-
 TEST(Program, ServesSeveralClientsOverTcp) {
   const RunningSimulator simulator({"--tcp", "0"});
   const ModbusClient first = ConnectTcp(simulator.Port());
@@ -87,113 +65,21 @@ TEST(Program, ClosesATcpConnectionThatIsNoModbusAndServesTheOthers) {
   EXPECT_EQ(client.Receive(12).size(), 12U);
 }
 
-TEST(Program, AnswersOnAnRtuLineToItsStationOnly) {
-  const TestFolder folder;
-  const RunningSimulator simulator({"--rtu", folder / "COM1", "--station", "9"});
-  const ModbusClient client = ConnectRtu(folder / "COM1");
-  std::uint16_t value = 0;
-
-  modbus_set_slave(client.get(), 9);
-  EXPECT_EQ(modbus_read_registers(client.get(), 0, 1, &value), 1);
-  modbus_set_slave(client.get(), 1);
-  modbus_set_response_timeout(client.get(), 0, 50000);
-  EXPECT_EQ(modbus_read_registers(client.get(), 0, 1, &value), -1);
-  EXPECT_EQ(errno, ETIMEDOUT);
-}
-
-TEST(Program, AnswersAnUnknownFunctionOnAnRtuLineOnceTheLineIsSilent) {
-  const TestFolder folder;
-  const RunningSimulator simulator({"--rtu", folder / "COM1"});
-  RawClient client = RawClient::Rtu(folder / "COM1");
-
-  client.Send({0x01, 0x2B, 0x0E, 0x01, 0x00, 0x70, 0x77});
-
-  EXPECT_EQ(client.Receive(5), (Bytes{0x01, 0xAB, 0x01, 0x9E, 0xF0}));
-}
-
-TEST(Program, DropsAnUnfinishedRequestOnceTheLineIsSilent) {
-  const TestFolder folder;
-  RunningSimulator simulator({"--rtu", folder / "COM1", "--trace"});
-  RawClient client = RawClient::Rtu(folder / "COM1");
-  client.Send({0x01, 0x03, 0x00}); // the beginning of a read
-  const ModbusClient next = ConnectRtu(folder / "COM1");
-  std::uint16_t value = 0;
-  int tries = 1;
-  modbus_set_response_timeout(next.get(), 0, 300000);
-  while (modbus_read_registers(next.get(), 0, 1, &value) != 1 && tries < 20) {
-    ++tries; // taken for the rest of that beginning
-  }
-
-  EXPECT_LE(tries, 2);
-  EXPECT_THAT(simulator.Stop(SIGTERM).errors, HasSubstr("damaged request -> no reply: Invalid CRC"));
-}
-
-TEST(Program, ForgetsWhatAClientOfTheTerminalLeftUnread) {
-  const TestFolder folder;
-  const RunningSimulator simulator({"--tcp", "0", "--rtu", folder / "COM1"}, 2);
-  const ModbusClient tcp = ConnectTcp(simulator.Port());
-  std::uint16_t value = 0;
-  {
-    RawClient gone = RawClient::Rtu(folder / "COM1");
-    gone.Send({0x01, 0x03, 0x00, 0x00, 0x00, 0x01, 0x84, 0x0A});
-    // The reply to this read is on the line when the write behind it is done.
-    gone.Send({0x01, 0x06, 0x00, 0x64, 0x00, 0x07, 0x89, 0xD7});
-    while (value != 7) {
-      ASSERT_EQ(modbus_read_registers(tcp.get(), 100, 1, &value), 1);
-    }
-  }
-  // Once it answers here the recorder has seen that the line was closed.
-  ASSERT_EQ(modbus_read_registers(tcp.get(), 100, 1, &value), 1);
-  RawClient next = RawClient::Rtu(folder / "COM1");
-  next.Send({0x01, 0x03, 0x00, 0x64, 0x00, 0x01, 0xC5, 0xD5});
-
-  EXPECT_EQ(next.Receive(7), (Bytes{0x01, 0x03, 0x02, 0x00, 0x07, 0xF9, 0x86}));
-}
-
-TEST(Program, KeepsThePaceOfAWire) {
-  const TestFolder folder;
-  const RunningSimulator simulator({"--rtu", folder / "COM1", "--pace", "19200", "--turnaround", "20"});
-  const ModbusClient client = ConnectRtu(folder / "COM1");
-  std::vector<std::uint16_t> values(64);
-
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(modbus_read_registers(client.get(), 0, 64, values.data()), 64);
-
-  EXPECT_GE(std::chrono::steady_clock::now() - start, WireTime(19200, 8 + 133) + Milliseconds(20));
-}
-
 class ProgramEnds : public testing::TestWithParam<int> {};
 
-INSTANTIATE_TEST_SUITE_P(OnSignals, ProgramEnds, testing::Values(SIGINT, SIGTERM, SIGHUP));
+INSTANTIATE_TEST_SUITE_P(OnOrders, ProgramEnds,
+                         testing::Values(test::Interrupt, test::Terminate, test::HangUp));
 
-TEST_P(ProgramEnds, CleanlyWithItsLinkGone) {
+TEST_P(ProgramEnds, CleanlyWithItsMemoryWritten) {
   const TestFolder folder;
-  RunningSimulator simulator({"--rtu", folder / "COM1", "--tcp", "0"}, 2);
-  EXPECT_TRUE(std::filesystem::is_symlink(folder / "COM1"));
+  RunningSimulator simulator({"--tcp", "0", "--dump", folder.File("dump")});
   const ModbusClient client = ConnectTcp(simulator.Port()); // does not hold it up
 
   const Ended ended = simulator.Stop(GetParam());
 
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.errors, "");
-  EXPECT_FALSE(std::filesystem::is_symlink(folder / "COM1"));
-}
-
-TEST(Program, UsesNoProcessorTimeWhileItWaits) {
-  RunningSimulator simulator({"--tcp", "0"});
-  const ModbusClient client = ConnectTcp(simulator.Port());
-  std::uint16_t value = 0;
-  EXPECT_EQ(modbus_read_registers(client.get(), 0, 1, &value), 1);
-  const auto switches = [&] {
-    const std::string status = ContentOf("/proc/" + std::to_string(simulator.ProcessId()) + "/status");
-    const std::string name = "\nvoluntary_ctxt_switches:";
-    return std::stol(status.substr(status.find(name) + name.size()));
-  };
-  // A reply that is silence: while the client waits for it, nothing wakes the recorder up.
-  modbus_set_response_timeout(client.get(), 0, 300000);
-  const long before = switches();
-  EXPECT_EQ(modbus_receive_confirmation(client.get(), std::vector<std::uint8_t>(260).data()), -1);
-  EXPECT_LE(switches(), before + 1) << "one for falling asleep";
+  EXPECT_EQ(ContentOf(folder / "dump"), DumpText(TestRecorder(Model::Kov, "V40A").memory));
 }
 
 TEST(Program, TellsThatAPortIsTaken) {
@@ -212,37 +98,6 @@ TEST(Program, TellsThatAnAddressIsNotOfThisMachine) {
 
   EXPECT_EQ(ended.status, 1);
   EXPECT_THAT(ended.errors, HasSubstr("cannot listen on 203.0.113.1:0: "));
-}
-
-TEST(Program, LeavesAFileInTheWayOfItsLinkAlone) {
-  const TestFolder folder;
-  std::ofstream(folder / "COM1") << "precious";
-
-  const Ended ended = RunSimulator({"--rtu", folder / "COM1"});
-
-  EXPECT_EQ(ended.status, 1);
-  EXPECT_THAT(ended.errors, HasSubstr("there is a file of that name"));
-  EXPECT_EQ(ContentOf(folder / "COM1"), "precious");
-}
-
-TEST(Program, ReplacesALinkThatWasLeftBehind) {
-  const TestFolder folder;
-  std::filesystem::create_symlink("/dev/pts/nowhere", folder / "COM1");
-
-  RunningSimulator simulator({"--rtu", folder / "COM1"});
-
-  EXPECT_NE(std::filesystem::read_symlink(folder / "COM1"), "/dev/pts/nowhere");
-  EXPECT_EQ(simulator.Stop(SIGTERM).status, 0);
-}
-
-TEST(Program, LeavesALinkAloneThatIsNoLongerItsOwn) {
-  const TestFolder folder;
-  RunningSimulator simulator({"--rtu", folder / "COM1"});
-  std::filesystem::remove(folder / "COM1");
-  std::filesystem::create_symlink("/dev/null", folder / "COM1");
-
-  EXPECT_EQ(simulator.Stop(SIGTERM).status, 0);
-  EXPECT_EQ(std::filesystem::read_symlink(folder / "COM1"), "/dev/null");
 }
 
 TEST(Program, TellsHowToUseIt) {
@@ -275,7 +130,7 @@ TEST(Program, ServesTheNewestLayoutUnderATagOfAnotherForm) {
   PutText(expected.memory, expected.Field("P", 0, "PVER"), u"V10W");
 
   EXPECT_TRUE(memory == expected.memory);
-  EXPECT_THAT(simulator.Stop(SIGTERM).errors, HasSubstr("V10W is no tag of a KOV"));
+  EXPECT_THAT(simulator.Stop(test::Terminate).errors, HasSubstr("V10W is no tag of a KOV"));
 }
 
 TEST(Program, ReportsRecordingAndComputing) {
@@ -291,7 +146,7 @@ TEST(Program, TracesOnTheErrorOutput) {
   std::uint16_t values[6] = {1, 25, 7, 4, 13, 5};
   EXPECT_EQ(modbus_write_registers(ConnectTcp(simulator.Port()).get(), 10, 6, values), 6);
 
-  const Ended ended = simulator.Stop(SIGTERM);
+  const Ended ended = simulator.Stop(test::Terminate);
 
   EXPECT_EQ(ended.output, "");
   EXPECT_THAT(ended.errors,
@@ -304,7 +159,7 @@ TEST(Program, ShowsFramesOnTheErrorOutput) {
   std::uint16_t values[1] = {0};
   EXPECT_EQ(modbus_read_registers(ConnectTcp(simulator.Port()).get(), 9, 1, values), 1);
 
-  const Ended ended = simulator.Stop(SIGTERM);
+  const Ended ended = simulator.Stop(test::Terminate);
 
   EXPECT_THAT(ended.errors, HasSubstr(": > 00 01 00 00 00 06 01 03 00 09 00 01\n"));
   EXPECT_THAT(ended.errors, HasSubstr(": < 00 01 00 00 00 05 01 03 02 00 00\n"));
@@ -313,13 +168,13 @@ TEST(Program, ShowsFramesOnTheErrorOutput) {
 
 TEST(Program, ForgetsAWriteAtARestartUnlessItWasStored) {
   const TestFolder folder;
-  const std::string memory = folder / "memory.txt";
+  const std::string memory = folder.File("memory.txt");
   {
     RunningSimulator simulator({"--tcp", "0", "--save", memory});
     RawClient client = RawClient::Tcp(simulator.Port());
     client.Send(WriteType);
     EXPECT_EQ(client.Receive(12).size(), 12U);
-    EXPECT_EQ(simulator.Stop(SIGTERM).status, 0);
+    EXPECT_EQ(simulator.Stop(test::Terminate).status, 0);
   }
   std::uint16_t type = 0;
   {
@@ -333,7 +188,7 @@ TEST(Program, ForgetsAWriteAtARestartUnlessItWasStored) {
     client.Send(StoreCommand);
     EXPECT_EQ(client.Receive(12).size(), 12U);
     EXPECT_THAT(ContentOf(memory), HasSubstr("\nC 1 TYPE,5\n")) << "at once, not at the end";
-    EXPECT_EQ(simulator.Stop(SIGKILL).status, 128 + SIGKILL) << "the plug is pulled";
+    EXPECT_EQ(simulator.Stop(test::Kill).status, 128 + test::Kill) << "the plug is pulled";
   }
   const RunningSimulator again({"--tcp", "0", "--load", memory});
   EXPECT_EQ(modbus_read_registers(ConnectTcp(again.Port()).get(), 4008, 1, &type), 1);
@@ -345,7 +200,7 @@ TEST(Program, TakesModelAndFirmwareFromItsMemoryFile) {
   const TestRecorder rug(Model::Rug, "V09W");
   std::ofstream(folder / "memory.txt") << MemoryText(rug.firmware, rug.map, rug.memory);
 
-  const RunningSimulator simulator({"--tcp", "0", "--load", folder / "memory.txt"});
+  const RunningSimulator simulator({"--tcp", "0", "--load", folder.File("memory.txt")});
 
   EXPECT_TRUE(ReadAll(ConnectTcp(simulator.Port()).get()) == rug.memory);
 }
@@ -354,7 +209,7 @@ TEST(Program, StartsWithTheIdentityThatAMemoryFileDoesNotTell) {
   const TestFolder folder;
   std::ofstream(folder / "memory.txt") << "C 1 TYPE,7\n";
 
-  const RunningSimulator simulator({"--tcp", "0", "--load", folder / "memory.txt", "--model", "RUG"});
+  const RunningSimulator simulator({"--tcp", "0", "--load", folder.File("memory.txt"), "--model", "RUG"});
 
   RegisterMemory expected;
   const TestRecorder rug(Model::Rug, NewestTag(Model::Rug));
@@ -367,11 +222,12 @@ TEST(Program, RefusesTheMemoryOfAnotherRecorder) {
   const TestFolder folder;
   std::ofstream(folder / "memory.txt") << "model,RUG\nfirmware,V09W\n";
 
-  const Ended model = RunSimulator({"--tcp", "0", "--load", folder / "memory.txt", "--model", "KOV"});
+  const Ended model = RunSimulator({"--tcp", "0", "--load", folder.File("memory.txt"), "--model", "KOV"});
   EXPECT_EQ(model.status, 1);
   EXPECT_THAT(model.errors, HasSubstr("memory.txt is the memory of a RUG"));
 
-  const Ended firmware = RunSimulator({"--tcp", "0", "--load", folder / "memory.txt", "--firmware", "V12W"});
+  const Ended firmware =
+      RunSimulator({"--tcp", "0", "--load", folder.File("memory.txt"), "--firmware", "V12W"});
   EXPECT_EQ(firmware.status, 1);
   EXPECT_THAT(firmware.errors, HasSubstr("memory.txt is the memory of firmware V09W"));
 }
@@ -380,7 +236,7 @@ TEST(Program, NamesTheLineOfAMemoryFileThatIsWrong) {
   const TestFolder folder;
   std::ofstream(folder / "memory.txt") << "C 1 TYPE,1\nC 99 TYPE,1\n";
 
-  const Ended ended = RunSimulator({"--tcp", "0", "--load", folder / "memory.txt"});
+  const Ended ended = RunSimulator({"--tcp", "0", "--load", folder.File("memory.txt")});
 
   EXPECT_EQ(ended.status, 1);
   EXPECT_THAT(ended.errors, HasSubstr("memory.txt, line 2: this recorder has no value \"C 99 TYPE\""));
@@ -388,12 +244,12 @@ TEST(Program, NamesTheLineOfAMemoryFileThatIsWrong) {
 
 TEST(Program, TellsThatItCannotKeepItsMemory) {
   const TestFolder folder;
-  RunningSimulator simulator({"--tcp", "0", "--save", folder / "no" / "memory.txt"});
+  RunningSimulator simulator({"--tcp", "0", "--save", folder.File("no/memory.txt")});
   RawClient client = RawClient::Tcp(simulator.Port());
   client.Send(StoreCommand);
   EXPECT_EQ(client.Receive(12), (Bytes{0, 2, 0, 0, 0, 6, 1, 16, 0, 0, 0, 1})) << "the line stays alive";
 
-  const Ended ended = simulator.Stop(SIGTERM);
+  const Ended ended = simulator.Stop(test::Terminate);
 
   EXPECT_EQ(ended.status, 1);
   EXPECT_THAT(ended.errors, HasSubstr("cannot write "));
@@ -401,11 +257,11 @@ TEST(Program, TellsThatItCannotKeepItsMemory) {
 
 TEST(Program, DumpsItsWorkingMemoryAtTheEnd) {
   const TestFolder folder;
-  RunningSimulator simulator({"--tcp", "0", "--pattern", "A55A", "--dump", folder / "dump.txt"});
+  RunningSimulator simulator({"--tcp", "0", "--pattern", "A55A", "--dump", folder.File("dump.txt")});
   RawClient client = RawClient::Tcp(simulator.Port());
   client.Send(WriteType);
   EXPECT_EQ(client.Receive(12).size(), 12U);
-  EXPECT_EQ(simulator.Stop(SIGTERM).status, 0);
+  EXPECT_EQ(simulator.Stop(test::Terminate).status, 0);
 
   TestRecorder expected(Model::Kov, "V40A");
   FillUnused(expected.map, 0xA55A, expected.memory);
@@ -457,16 +313,6 @@ TEST(Program, ServesAClientThatWaitsForAPlaceOnceIdleOnesHaveGone) {
   RawClient late = RawClient::Tcp(simulator.Port());
   late.Send(ReadIdentity);
   EXPECT_EQ(late.Receive(IdentityReply.size()), IdentityReply);
-}
-
-TEST(Program, NeverDropsAnRtuLine) {
-  const TestFolder folder;
-  const RunningSimulator simulator({"--tcp", "0", "--rtu", folder / "COM1", "--idle", "1"}, 2);
-  const ModbusClient rtu = ConnectRtu(folder / "COM1");
-  RawClient idle = RawClient::Tcp(simulator.Port());
-  EXPECT_TRUE(idle.ReceiveToEnd().empty()); // the line has been idle for longer by now
-  std::uint16_t value = 0;
-  EXPECT_EQ(modbus_read_registers(rtu.get(), 100, 1, &value), 1);
 }
 
 } // namespace

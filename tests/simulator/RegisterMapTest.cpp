@@ -226,7 +226,7 @@ TEST(RegisterMemoryBounds, AreThoseOfTheTwoTables) {
 class ShapeFiles : public testing::Test {
 protected:
   std::string Write(const std::string& rows) {
-    const std::string file = folder / "shape.ini";
+    const std::string file = (folder / "shape.ini").string();
     std::ofstream(file, std::ios::binary) << "2   ,V00L,0\r\n" << rows;
     return file;
   }

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/Process.h"
@@ -16,6 +17,8 @@ using test::Ended;
 // A folder of a test's own.
 struct TestFolder : test::TemporaryFolder {
   TestFolder() : TemporaryFolder("recorder-sim-test-") {}
+  // The name of a file in it, for a command line.
+  [[nodiscard]] std::string File(std::string_view name) const { return (*this / name).string(); }
 };
 
 // Runs it to its end, which must come by itself.

@@ -1,11 +1,7 @@
 // Every kind of fault as a client sees it on the wire, byte for byte.
 //
 // The second request of each connection goes without a fault: its reply shows where the faulty one ends.
-#include <gtest/gtest.h>
-
-#include "simulator/Faults.h"
-#include "tests/simulator/Clients.h"
-#include "tests/simulator/RunningSimulator.h"
+#include "tests/simulator/WireCase.h"
 
 namespace loader::simulator {
 namespace {
@@ -14,32 +10,6 @@ namespace {
 const Bytes TcpRequest = {0, 1, 0, 0, 0, 6, 1, 4, 0, 0, 0, 2};
 const Bytes TcpNext = {0, 2, 0, 0, 0, 6, 1, 4, 0, 0, 0, 2};
 const Bytes TcpNextReply = {0, 2, 0, 0, 0, 7, 1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56};
-const Bytes RtuRequest = {1, 4, 0, 0, 0, 2, 0x71, 0xCB};
-const Bytes RtuReply = {1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56, 0x00, 0x28};
-
-enum class After { GoesOn, Ends, IsReset };
-
-struct WireCase {
-  const char* kind;
-  Bytes reply;
-  After after;
-};
-
-std::string NameOf(const testing::TestParamInfo<WireCase>& of) {
-  std::string name = of.param.kind;
-  name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
-  return name;
-}
-
-std::vector<std::string> Arguments(const char* kind, std::vector<std::string> line) {
-  line.insert(line.end(), {"--fault", std::string(kind) + "@1", "--late", "50"});
-  return line;
-}
-
-Bytes operator+(Bytes left, const Bytes& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
 
 class TcpWire : public testing::TestWithParam<WireCase> {};
 
@@ -83,49 +53,8 @@ TEST_P(TcpWire, CarriesExactlyTheseBytes) {
   EXPECT_EQ(next.Receive(TcpNextReply.size()), TcpNextReply);
 }
 
-class RtuWire : public testing::TestWithParam<WireCase> {};
-
-INSTANTIATE_TEST_SUITE_P(
-    OfEveryFault, RtuWire,
-    testing::Values(
-        WireCase{"no-reply", {}, After::GoesOn}, WireCase{"late", RtuReply, After::GoesOn},
-        WireCase{"error", {1, 0x84, 4, 0x42, 0xC3}, After::GoesOn},
-        WireCase{"truncated", {1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56}, After::GoesOn},
-        WireCase{"two-more", {1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56, 0x00, 0x28, 0x55, 0xAA}, After::GoesOn},
-        WireCase{"crc-one", {1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56, 0x00, 0xD7}, After::GoesOn},
-        WireCase{"crc-both", {1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56, 0xFF, 0xD7}, After::GoesOn},
-        WireCase{"wrong-station", {2, 4, 4, 0x4F, 0x4B, 0x2D, 0x56, 0x33, 0x28}, After::GoesOn},
-        WireCase{"wrong-function", {1, 5, 4, 0x4F, 0x4B, 0x2D, 0x56, 0x01, 0xF9}, After::GoesOn},
-        WireCase{"wrong-transaction", RtuReply, After::GoesOn}, WireCase{"trickle", RtuReply, After::GoesOn},
-        WireCase{"split", RtuReply, After::GoesOn},
-        WireCase{"garbage", {0xFF, 0x00, 0x5A, 1, 4, 4, 0x4F, 0x4B, 0x2D, 0x56, 0x00, 0x28}, After::GoesOn},
-        WireCase{"close-before", {}, After::Ends}, WireCase{"close-middle", {1, 4, 4, 0x4F}, After::Ends},
-        WireCase{"reset", {}, After::Ends}),
-    NameOf);
-
-TEST_P(RtuWire, CarriesExactlyTheseBytes) {
-  const TestFolder folder;
-  const RunningSimulator simulator(Arguments(GetParam().kind, {"--rtu", folder / "COM1"}));
-  RawClient client = RawClient::Rtu(folder / "COM1");
-  const std::filesystem::path device = std::filesystem::read_symlink(folder / "COM1");
-
-  client.Send(RtuRequest);
-
-  if (GetParam().after == After::GoesOn) {
-    client.Send(RtuRequest);
-    const Bytes expected = GetParam().reply + RtuReply;
-    EXPECT_EQ(client.Receive(expected.size()), expected);
-    return;
-  }
-  EXPECT_EQ(client.ReceiveToEnd(), GetParam().reply);
-  EXPECT_NE(std::filesystem::read_symlink(folder / "COM1"), device) << "the line is back under its name";
-  RawClient next = RawClient::Rtu(folder / "COM1");
-  next.Send(RtuRequest);
-  EXPECT_EQ(next.Receive(RtuReply.size()), RtuReply);
-}
-
 TEST(Wire, OfEveryFaultIsTested) {
-  // One row for each kind in both tables above.
+  // One row for each kind in the table above and in that of RTU lines.
   EXPECT_EQ(FaultKinds().size(), 16U);
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -118,15 +119,17 @@ Handle OpenInherited(const std::filesystem::path& file, DWORD access, DWORD how)
                               &inherited, how, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// A Ctrl+Break reaches programs of the same console only.
-void NeedConsole() {
-  static const bool done = [] {
-    if (::GetConsoleWindow() == nullptr && ::GetConsoleCP() == 0) {
-      (void)::AllocConsole();
-    }
-    return true;
-  }();
-  (void)done;
+// What Windows itself runs in a program on a Ctrl+Break. A console would send it to programs of its own only,
+// and a test may have none.
+bool SendBreak(HANDLE process) {
+  const FARPROC routine = ::GetProcAddress(::GetModuleHandleW(L"kernelbase"), "CtrlRoutine");
+  if (routine == nullptr) {
+    return false;
+  }
+  const Handle thread(::CreateRemoteThread(
+      process, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(routine)),
+      reinterpret_cast<void*>(std::uintptr_t{CTRL_BREAK_EVENT}), 0, nullptr));
+  return thread.IsOpen();
 }
 
 enum class Got { Some, End, Nothing };
@@ -207,7 +210,6 @@ struct RunningProcess::Parts {
 RunningProcess::RunningProcess(const std::filesystem::path& program, std::vector<std::string> arguments,
                                const ProcessOptions& options)
     : parts_(std::make_unique<Parts>()) {
-  NeedConsole();
   std::wstring command = Quoted(program.wstring());
   for (const std::string& argument : arguments) {
     command += L" " + Quoted(Wide(argument));
@@ -251,8 +253,7 @@ void RunningProcess::Signal(int signal) const {
   if (signal == Kill) {
     ::TerminateProcess(parts_->process.Get(), BySignal + Kill);
   } else {
-    EXPECT_NE(::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, parts_->id), 0)
-        << "Windows error " << ::GetLastError();
+    EXPECT_TRUE(SendBreak(parts_->process.Get())) << "Windows error " << ::GetLastError();
   }
 }
 
