@@ -1,7 +1,5 @@
 // What goes wrong on a real line: no crash, no hang, the prescribed messages, a window that is free again,
 // and a recorder that can be read right after.
-#include <signal.h>
-
 #include <QElapsedTimer>
 #include <QTcpServer>
 
@@ -184,7 +182,7 @@ TEST_P(DeadRecorder, InTheMiddleOfAReadIsATimeOut) {
   Timer accident;
   accident.onTimer = [&] {
     StopTimer(accident);
-    (void)recorder->Stop(SIGKILL);
+    (void)recorder->Stop(Kill);
   };
   ExpectBox(20104);
   ExpectBox(11000);

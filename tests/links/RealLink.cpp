@@ -1,7 +1,5 @@
 #include "tests/links/RealLink.h"
 
-#include <signal.h>
-
 #include <fstream>
 
 #include "comm/BulkRead.h"
@@ -61,7 +59,7 @@ void RealLink::StartRecorder(std::string_view model, std::string_view version,
 }
 
 std::map<int, int> RealLink::EndRecorder() {
-  EXPECT_EQ(recorder->Stop(SIGTERM).status, 0);
+  EXPECT_EQ(recorder->Stop(Terminate).status, 0);
   return ReadMemoryDump(DumpFile());
 }
 
