@@ -21,8 +21,8 @@ fail() { echo "windows: $*" >&2; exit 1; }
 
 # --- What the build needs of this machine: Qt and libmodbus for Windows, the tool that draws the icons.
 LOADER_QT_WINDOWS=$(./scripts/windows-qt.sh | tail -1)
-LOADER_MODBUS_WINDOWS=$(./scripts/windows-libmodbus.sh | tail -1)
-export LOADER_QT_WINDOWS LOADER_MODBUS_WINDOWS
+LOADER_LIBMODBUS_WINDOWS=$(./scripts/windows-libmodbus.sh | tail -1)
+export LOADER_QT_WINDOWS LOADER_LIBMODBUS_WINDOWS
 cmake --preset release >/dev/null
 cmake --build --preset release --target icons paramtool recorder-sim parameter-loader
 cmake --preset windows >/dev/null
