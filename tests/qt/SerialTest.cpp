@@ -4,8 +4,8 @@
 #include <numeric>
 #include <thread>
 
-#include "devices/DeviceNames.h"
-#include "devices/SerialDevice.h"
+#include "devices/DeviceNamesLinux.h"
+#include "devices/SerialSettings.h"
 #include "platform/RunTimeFailure.h"
 #include "tests/qt/DeviceSupport.h"
 
@@ -18,11 +18,11 @@ TEST(SerialSettingsText, TakesBaudParityDataAndStopBits) {
   const auto settings = ParseSerialSettings("19200,O,8,1");
   ASSERT_TRUE(settings);
   EXPECT_EQ(19200, settings->baud);
-  EXPECT_EQ(QSerialPort::OddParity, settings->parity);
-  EXPECT_EQ(QSerialPort::Data8, settings->dataBits);
-  EXPECT_EQ(QSerialPort::OneStop, settings->stopBits);
-  EXPECT_EQ(QSerialPort::EvenParity, ParseSerialSettings("9600,e,7,2")->parity);
-  EXPECT_EQ(QSerialPort::TwoStop, ParseSerialSettings("9600,N,7,2")->stopBits);
+  EXPECT_EQ(Parity::Odd, settings->parity);
+  EXPECT_EQ(8, settings->dataBits);
+  EXPECT_EQ(1, settings->stopBits);
+  EXPECT_EQ(Parity::Even, ParseSerialSettings("9600,e,7,2")->parity);
+  EXPECT_EQ(2, ParseSerialSettings("9600,N,7,2")->stopBits);
 }
 
 TEST(SerialSettingsText, RefusesWhatSaysNothing) {
