@@ -22,11 +22,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <map>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "tests/devices/LineSettings.h"
 
 namespace {
 
@@ -132,18 +133,14 @@ void CloseLine(const Line& line) {
   close(line.connection);
 }
 
-const std::map<speed_t, int> Speeds{{B1200, 1200},   {B2400, 2400},   {B4800, 4800},   {B9600, 9600},
-                                    {B19200, 19200}, {B38400, 38400}, {B57600, 57600}, {B115200, 115200}};
-
-std::string SpeedOf(const std::vector<Line>& lines, const std::string& name) {
+std::string SettingsOf(const std::vector<Line>& lines, const std::string& name) {
   for (const Line& line : lines) {
     termios settings{};
     if (line.name == name && tcgetattr(line.far, &settings) == 0) {
-      const auto speed = Speeds.find(cfgetospeed(&settings));
-      return speed == Speeds.end() ? "unknown" : std::to_string(speed->second);
+      return loader::test::SettingsText(settings);
     }
   }
-  return "none";
+  return "no such line";
 }
 
 // A connection that has come: a line, or a question that is answered at once.
@@ -151,10 +148,10 @@ void Accept(int listener, std::vector<Line>& lines) {
   Line line;
   line.connection = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
   line.name = FirstLine(line.connection);
-  const std::string question = " speed";
+  const std::string question = " settings";
   std::string answer = "ok";
   if (line.name.ends_with(question)) {
-    answer = SpeedOf(lines, line.name.substr(0, line.name.size() - question.size()));
+    answer = SettingsOf(lines, line.name.substr(0, line.name.size() - question.size()));
   } else {
     OpenLine(line);
   }

@@ -1,81 +1,20 @@
-// MSComm1 and USBOCX1 over pseudo-terminals.
+// MSComm1 and USBOCX1 over lines of the test's own.
 #include <QElapsedTimer>
-#include <fstream>
+#include <array>
 #include <numeric>
 #include <thread>
 
-#include "devices/DeviceNamesLinux.h"
-#include "devices/SerialSettings.h"
 #include "platform/RunTimeFailure.h"
-#include "tests/qt/DeviceSupport.h"
+#include "tests/devices/DeviceTest.h"
 
 namespace loader::test {
 namespace {
 
-// settings and names
-
-TEST(SerialSettingsText, TakesBaudParityDataAndStopBits) {
-  const auto settings = ParseSerialSettings("19200,O,8,1");
-  ASSERT_TRUE(settings);
-  EXPECT_EQ(19200, settings->baud);
-  EXPECT_EQ(Parity::Odd, settings->parity);
-  EXPECT_EQ(8, settings->dataBits);
-  EXPECT_EQ(1, settings->stopBits);
-  EXPECT_EQ(Parity::Even, ParseSerialSettings("9600,e,7,2")->parity);
-  EXPECT_EQ(2, ParseSerialSettings("9600,N,7,2")->stopBits);
-}
-
-TEST(SerialSettingsText, RefusesWhatSaysNothing) {
-  for (const char* text : {"", "19200", "19200,O,8", "19200,O,8,1,1", "x,O,8,1", "0,O,8,1", "-1,O,8,1",
-                           "19200,X,8,1", "19200,O,9,1", "19200,O,8,3", "19200,O,8,", "99999999999,N,8,1"}) {
-    EXPECT_FALSE(ParseSerialSettings(text)) << text;
-  }
-}
-
-struct DeviceNames : testing::Test {
-  QTemporaryDir folder;
-  QTemporaryDir devices;
-  std::filesystem::path Program() { return folder.path().toStdString(); }
-  std::filesystem::path System() { return devices.path().toStdString(); }
-};
-
-TEST_F(DeviceNames, APortIsTheSystemsOwnWithoutAnEntry) {
-  EXPECT_EQ(QStringLiteral("/dev/ttyS0"), SerialPortPath(Program(), 1));
-  EXPECT_EQ(QStringLiteral("/dev/ttyS4"), SerialPortPath(Program(), 5));
-}
-
-TEST_F(DeviceNames, AnEntryOfTheProgramFolderComesFirst) {
-  std::ofstream(System() / "device").put('x');
-  std::filesystem::create_symlink(System() / "device", Program() / "COM2");
-  EXPECT_EQ((System() / "device").string(), SerialPortPath(Program(), 2).toStdString());
-}
-
-TEST_F(DeviceNames, AnEntryWhoseDeviceIsGoneStandsForNoOther) {
-  std::filesystem::create_symlink(System() / "gone", Program() / "COM2");
-  EXPECT_EQ((Program() / "COM2").string(), SerialPortPath(Program(), 2).toStdString());
-}
-
-TEST_F(DeviceNames, UsbIsTheFirstDeviceOfItsClass) {
-  EXPECT_EQ(QString(), UsbPath(Program(), System()));
-  for (const char* name : {"ttyACM1", "ttyACM0", "ttyUSB0"}) {
-    std::ofstream(System() / name).put('x');
-  }
-  EXPECT_EQ((System() / "ttyACM0").string(), UsbPath(Program(), System()).toStdString());
-}
-
-TEST_F(DeviceNames, TheEntryUsbComesFirst) {
-  std::ofstream(System() / "ttyACM0").put('x');
-  std::ofstream(System() / "other").put('x');
-  std::filesystem::create_symlink(System() / "other", Program() / "USB");
-  EXPECT_EQ((System() / "other").string(), UsbPath(Program(), System()).toStdString());
-}
-
 // serial port
 
 struct Serial : DeviceTest {
-  PseudoTerminal line;
-  SerialControl& port = platform.serial;
-  void SetUp() override { Link("COM1", line.path); }
+  SerialLine line{Folder(), "COM1"};
+  SerialControl& port = ThePlatform().MSComm1;
   void LoseTheDevice() {
     line.Unplug();
     ASSERT_TRUE(Until([&] {
@@ -88,7 +27,7 @@ struct Serial : DeviceTest {
   }
 };
 
-TEST_F(Serial, OpensAPseudoTerminalWithOddParity) {
+TEST_F(Serial, OpensALineWithOddParity) {
   EXPECT_FALSE(port.PortOpen());
   port.SetPortOpen(true);
   EXPECT_TRUE(port.PortOpen());
@@ -159,9 +98,7 @@ TEST_F(Serial, OpensAgainAfterTheDeviceCameBack) {
   port.SetPortOpen(true);
   LoseTheDevice();
   port.SetPortOpen(false);
-  PseudoTerminal again;
-  std::filesystem::remove(Folder() / "COM1");
-  Link("COM1", again.path);
+  const SerialLine again(Folder(), "COM1");
   port.SetPortOpen(true);
   port.Output(Bytes{7});
   EXPECT_EQ(Bytes{7}, again.Receive(1));
@@ -201,15 +138,13 @@ TEST_F(Serial, WaitingForAByteCostsNoProcessorTime) {
 // USB
 
 struct Usb : DeviceTest {
-  PseudoTerminal line;
-  UsbControl& usb = platform.usb;
+  SerialLine line{Folder(), "USB"};
+  UsbControl& usb = ThePlatform().USBOCX1;
   std::array<std::int32_t, 256> words{};
-  void SetUp() override { Link("USB", line.path); }
 };
 
 TEST_F(Usb, WithoutADeviceThereIsNoHandle) {
-  std::filesystem::remove(Folder() / "USB");
-  Link("USB", Folder() / "nothing");
+  line.Unplug();
   EXPECT_EQ(-1, usb.Open(0));
 }
 
