@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <iconv.h>
 #include <limits>
 #include <memory>
-#include <stdexcept>
+
+#include "platform/CodePage.h"
 
 namespace loader {
 
@@ -26,60 +26,8 @@ struct CodePageTables {
   std::array<std::uint16_t, 0x10000> back{}; // by character: one byte, or lead byte * 256 + trail byte
 };
 
-// `codes` (each `width` bytes long) decoded by the system's converter, one character each; NoCharacter where
-// it has none in the 16-bit range. All in one go: the converter's own start costs more than a code.
-std::u16string DecodeEach(iconv_t converter, std::string codes, std::size_t width) {
-  std::u16string characters(codes.size() / width, NoCharacter);
-  std::string out(codes.size() * 4, '\0');
-  char* inAt = codes.data();
-  std::size_t inLeft = codes.size();
-  while (inLeft > 0) {
-    iconv(converter, nullptr, nullptr, nullptr, nullptr);
-    const std::size_t first = (codes.size() - inLeft) / width;
-    char* outAt = out.data();
-    std::size_t outLeft = out.size();
-    const bool whole = iconv(converter, &inAt, &inLeft, &outAt, &outLeft) != static_cast<std::size_t>(-1);
-    const std::size_t decoded = (codes.size() - inLeft) / width - first;
-    if (out.size() - outLeft != decoded * 2) {
-      throw std::runtime_error("the system's converter for code page 932 decodes in another shape");
-    }
-    for (std::size_t i = 0; i < decoded; ++i) {
-      const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(out[at]); };
-      characters[first + i] = static_cast<char16_t>(byte(2 * i) | byte(2 * i + 1) << 8);
-    }
-    if (!whole) { // the code it stands at has no character
-      const std::size_t skipped = std::min(width, inLeft);
-      inAt += skipped;
-      inLeft -= skipped;
-    }
-  }
-  return characters;
-}
-
-// The code that the converter gives a character, 0 when it has none.
-std::uint16_t EncodeOne(iconv_t converter, char16_t character) {
-  iconv(converter, nullptr, nullptr, nullptr, nullptr);
-  std::array<char, 2> in{static_cast<char>(character & 0xFF), static_cast<char>(character >> 8)};
-  std::array<char, 8> out{};
-  char* inAt = in.data();
-  char* outAt = out.data();
-  std::size_t inLeft = in.size();
-  std::size_t outLeft = out.size();
-  if (iconv(converter, &inAt, &inLeft, &outAt, &outLeft) == static_cast<std::size_t>(-1)) {
-    return 0;
-  }
-  const std::size_t length = out.size() - outLeft;
-  const auto byte = [&](std::size_t at) {
-    return static_cast<std::uint16_t>(static_cast<unsigned char>(out[at]));
-  };
-  if (length == 1) {
-    return byte(0);
-  }
-  return length == 2 ? static_cast<std::uint16_t>(byte(0) << 8 | byte(1)) : std::uint16_t{0};
-}
-
-// Where several codes hold one character, or a converter differs from the platform of this code page, these
-// hold.
+// Where converters differ, these hold: one that follows the standard instead of the platform of this code
+// page decodes 0x8160 to the wave dash, 0x815F to the plain backslash, and the like.
 struct PairOverride {
   std::uint16_t code;
   char16_t character;
@@ -111,74 +59,76 @@ constexpr std::array<PairOverride, 8> EncodedAlike{{
     {0xFA55, 0x00A6}, // broken bar
 }};
 
-std::unique_ptr<const CodePageTables> BuildTables() {
-  auto tables = std::make_unique<CodePageTables>();
-  const iconv_t decode = iconv_open("UTF-16LE", "CP932");
-  const iconv_t encode = iconv_open("CP932", "UTF-16LE");
-  // What the system gives for a converter that it does not have.
-  const auto none = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
-  if (decode == none || encode == none) {
-    throw std::runtime_error("the system has no converter for code page 932");
-  }
+// Of several codes with one character the way back takes the first, but for the rows that a maker selected
+// from what another has further behind: there the others' code is the one. (0x81CA before 0xEEF9 and 0xFA54;
+// 0xFA40 before 0xEEEF.)
+constexpr bool IsSelectedRow(unsigned code) {
+  return code >= 0xED00 && code < 0xEF00;
+}
+
+void DecodeSingles(CodePageTables& tables) {
   // ASCII stands for itself, the backslash included.
   std::string highBytes;
   for (unsigned code = 1; code < 256; ++code) {
     const auto byte = static_cast<unsigned char>(code);
     if (code < 0x80) {
-      tables->single[code] = static_cast<char16_t>(code);
+      tables.single[code] = static_cast<char16_t>(code);
     } else if (!IsLeadByte(byte)) {
       highBytes.push_back(static_cast<char>(byte));
     }
   }
-  const std::u16string highCharacters = DecodeEach(decode, highBytes, 1);
+  const std::u16string highCharacters = CodePageCharacters(highBytes, 1);
   for (std::size_t i = 0; i < highBytes.size(); ++i) {
-    tables->single[static_cast<unsigned char>(highBytes[i])] = highCharacters[i];
-  }
-  for (unsigned lead = 0x81; lead <= 0xFC; ++lead) {
-    if (!IsLeadByte(static_cast<unsigned char>(lead))) {
-      continue;
-    }
-    std::string row;
-    for (unsigned trail = 0x40; trail <= 0xFC; ++trail) {
-      if (trail != 0x7F) {
-        row += {static_cast<char>(lead), static_cast<char>(trail)};
-      }
-    }
-    const std::u16string characters = DecodeEach(decode, row, 2);
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-      tables->pair[lead * 256 + static_cast<unsigned char>(row[2 * i + 1])] = characters[i];
-    }
+    tables.single[static_cast<unsigned char>(highBytes[i])] = highCharacters[i];
   }
   for (const PairOverride& entry : SingleOverrides) {
-    tables->single[entry.code] = entry.character;
+    tables.single[entry.code] = entry.character;
+  }
+}
+
+void DecodePairs(CodePageTables& tables) {
+  std::string codes;
+  for (unsigned lead = 0x81; lead <= 0xFC; ++lead) {
+    for (unsigned trail = 0x40; trail <= 0xFC && IsLeadByte(static_cast<unsigned char>(lead)); ++trail) {
+      if (trail != 0x7F) {
+        codes += {static_cast<char>(lead), static_cast<char>(trail)};
+      }
+    }
+  }
+  const std::u16string characters = CodePageCharacters(codes, 2);
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    const auto byte = [&](std::size_t at) {
+      return static_cast<std::size_t>(static_cast<unsigned char>(codes[at]));
+    };
+    tables.pair[byte(2 * i) * 256 + byte(2 * i + 1)] = characters[i];
   }
   for (const PairOverride& entry : PairOverrides) {
-    tables->pair[entry.code] = entry.character;
+    tables.pair[entry.code] = entry.character;
   }
-  // The way back. Of several codes that share a character the converter's choice, where it agrees with the
-  // way in, else the first.
-  for (unsigned code = 0; code < 0x10000; ++code) {
-    const char16_t character = code < 256 ? tables->single[code] : tables->pair[code];
-    if (character == NoCharacter) {
-      continue;
+}
+
+// The way back follows from the way in: no converter's own choice, nor its best fit, has a say.
+void EncodeAll(CodePageTables& tables) {
+  for (const bool selected : {false, true}) {
+    for (unsigned code = 0; code < 0x10000; ++code) {
+      const char16_t character = code < 256 ? tables.single[code] : tables.pair[code];
+      if (character != NoCharacter && tables.back[character] == 0 && IsSelectedRow(code) == selected) {
+        tables.back[character] = static_cast<std::uint16_t>(code);
+      }
     }
-    std::uint16_t& back = tables->back[character];
-    if (back == 0) {
-      back = static_cast<std::uint16_t>(code);
-      continue;
-    }
-    const std::uint16_t preferred = EncodeOne(encode, character);
-    const bool agrees =
-        preferred < 256 ? tables->single[preferred] == character : tables->pair[preferred] == character;
-    back = preferred != 0 && agrees ? preferred : back;
   }
   for (const PairOverride& entry : EncodedAlike) {
-    if (tables->back[entry.character] == 0) {
-      tables->back[entry.character] = entry.code;
+    if (tables.back[entry.character] == 0) {
+      tables.back[entry.character] = entry.code;
     }
   }
-  iconv_close(decode);
-  iconv_close(encode);
+}
+
+std::unique_ptr<const CodePageTables> BuildTables() {
+  auto tables = std::make_unique<CodePageTables>();
+  DecodeSingles(*tables);
+  DecodePairs(*tables);
+  EncodeAll(*tables);
   return tables;
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "tests/channel/Fixture.h"
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
@@ -149,7 +150,7 @@ TEST_F(StoredText, AStandardLocaleWithADecimalCommaChangesNothing) {
 
 // The name of a locale of the C library with a decimal comma; made for the test where the machine has none.
 std::string CommaLocale(const std::filesystem::path& folder) {
-  for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8"}) {
+  for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8", "German_Germany.1252"}) {
     if (std::setlocale(LC_NUMERIC, name) != nullptr) {
       return name;
     }
@@ -158,9 +159,10 @@ std::string CommaLocale(const std::filesystem::path& folder) {
   std::filesystem::create_directories(made);
   const std::string command =
       "localedef -i de_DE -f UTF-8 '" + (made / "de_DE.UTF-8").string() + "' >/dev/null 2>&1";
-  if (std::system(command.c_str()) != 0 || ::setenv("LOCPATH", made.c_str(), 1) != 0) {
+  if (std::system(command.c_str()) != 0) {
     return {};
   }
+  SetEnvironment("LOCPATH", made.string());
   return std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr ? "de_DE.UTF-8" : "";
 }
 
@@ -173,7 +175,7 @@ TEST_F(StoredText, ALocaleOfTheSystemWithADecimalCommaChangesNothing) {
   EXPECT_STREQ("1,5", proof);
   ExpectPointForms();
   std::setlocale(LC_NUMERIC, "C");
-  ::unsetenv("LOCPATH");
+  RemoveEnvironment("LOCPATH");
 }
 
 } // namespace

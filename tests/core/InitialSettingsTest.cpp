@@ -1,6 +1,5 @@
 // The load of the initial settings, and the defaults that depend on the item.
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "core/modIni.h"
 #include "core/modMain.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
@@ -262,7 +262,7 @@ TEST_F(InitialSettings, AreReadAsWholeFiles) {
 TEST_F(InitialSettings, ThatAreAPipeFailAtOnce) {
   Load("KOV", "1,C,44001,60,1\r\n0,A,0,0,1,0,9\r\n");
   std::filesystem::remove(platform.folder / "InitSet.Ini");
-  ASSERT_EQ(0, mkfifo((platform.folder / "InitSet.Ini").c_str(), 0600));
+  ASSERT_TRUE(MakePipe(platform.folder / "InitSet.Ini"));
   EXPECT_FALSE(gFLoadInitSetteiData());
   EXPECT_EQ(1U, ParamStore.size()) << "as it was";
 }

@@ -1,11 +1,11 @@
 #include "platform/PrivateProfile.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <string>
 
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
@@ -305,7 +305,7 @@ TEST_F(PrivateProfiles, KeepTheirPermissions) {
 
 // A pipe has no end to be read to and nobody who takes what is written: neither may be waited for.
 TEST_F(PrivateProfiles, ThatArePipesHoldNothingAndCannotBeWritten) {
-  ASSERT_EQ(0, mkfifo(File().c_str(), 0600));
+  ASSERT_TRUE(MakePipe(File()));
   EXPECT_EQ("ERROR", Value("TYPE"));
   EXPECT_FALSE(Write("TYPE", "0"));
   EXPECT_TRUE(std::filesystem::is_fifo(File()));
@@ -313,7 +313,7 @@ TEST_F(PrivateProfiles, ThatArePipesHoldNothingAndCannotBeWritten) {
 
 TEST_F(PrivateProfiles, AreNotWrittenThroughAPipeBesideThem) {
   Given("[LOADER]\r\nTYPE=1\r\n");
-  ASSERT_EQ(0, mkfifo((platform.folder / "a.ini.new").c_str(), 0600));
+  ASSERT_TRUE(MakePipe(platform.folder / "a.ini.new"));
   EXPECT_FALSE(Write("TYPE", "0"));
   EXPECT_EQ("1", Value("TYPE"));
 }

@@ -1,8 +1,7 @@
 // Files that no loader wrote: truncated, binary, huge, hostile. They fail or load; they never break the
 // store's shape.
 #include "tests/files/ParameterFileSupport.h"
-
-#include <sys/stat.h>
+#include "tests/support/System.h"
 
 #include <algorithm>
 #include <random>
@@ -58,7 +57,7 @@ TEST_F(BadFiles, ThatAreFoldersFail) {
 // Nobody writes at its other end: opening it would wait for ever.
 TEST_F(BadFiles, ThatArePipesFail) {
   const std::filesystem::path pipe = platform.folder / "pipe.KOV";
-  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  ASSERT_TRUE(MakePipe(pipe));
   EXPECT_FALSE(gFLoadParamFile(pipe));
   std::filesystem::create_symlink(pipe, platform.folder / "link.KOV");
   EXPECT_FALSE(gFLoadParamFile(platform.folder / "link.KOV"));

@@ -1,11 +1,10 @@
 // Open and Save, from the file dialog to the screen.
 #include "tests/files/ParameterFileSupport.h"
 
-#include <sys/stat.h>
-
 #include "core/TextTable.h"
 #include "core/modIni.h"
 #include "core/modIniReadWrite.h"
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
@@ -285,7 +284,7 @@ TEST_F(ParameterFlows, SaveAndOpenUnderAJapaneseName) {
 // --- What is no file at all
 
 TEST_F(ParameterFlows, ThatMeetAPipeOrAFolderSayAtOnceThatTheyFailed) {
-  ASSERT_EQ(0, mkfifo((platform.folder / "pipe.KOV").c_str(), 0600));
+  ASSERT_TRUE(MakePipe(platform.folder / "pipe.KOV"));
   std::filesystem::create_directory(platform.folder / "folder.KOV");
   for (const char* name : {"pipe.KOV", "folder.KOV"}) {
     Choose(name);

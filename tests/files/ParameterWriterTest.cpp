@@ -1,11 +1,10 @@
 #include "tests/files/ParameterFileSupport.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <fstream>
 
 #include "tests/support/FullDisk.h"
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
@@ -151,7 +150,7 @@ TEST_F(ParameterFiles, AreNotSavedToADevice) {
 // Nobody reads at its other end: opening it would wait for ever.
 TEST_F(ParameterFiles, AreNotSavedToAPipe) {
   const std::filesystem::path pipe = platform.folder / "pipe.KOV";
-  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  ASSERT_TRUE(MakePipe(pipe));
   EXPECT_FALSE(gFSaveParamFile(pipe));
   std::filesystem::create_symlink("pipe.KOV", platform.folder / "link.KOV");
   EXPECT_FALSE(gFSaveParamFile(platform.folder / "link.KOV"));

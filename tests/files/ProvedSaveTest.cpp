@@ -1,13 +1,12 @@
 // The save that is proved: a file is the whole set-up or stays what it was, and the reason is told.
 #include "tests/files/ParameterFileSupport.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
 
 #include "tests/support/FullDisk.h"
+#include "tests/support/System.h"
 
 namespace loader {
 
@@ -92,7 +91,7 @@ TEST_F(ProvedSave, TellsThatThereIsNoSuchFolder) {
 }
 
 TEST_F(ProvedSave, TellsWhatIsNoFile) {
-  ASSERT_EQ(0, mkfifo(Path("pipe.KOV").c_str(), 0600));
+  ASSERT_TRUE(MakePipe(Path("pipe.KOV")));
   std::filesystem::create_symlink("circle.KOV", Path("circle.KOV"));
   Fails(Replacement::NoFile, platform.folder);
   Fails(Replacement::NoFile, Path("pipe.KOV"));

@@ -2,7 +2,6 @@
 #include "files/TextOutput.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <set>
@@ -17,6 +16,7 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/Store.h"
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
@@ -319,7 +319,7 @@ TEST_F(TextOutputs, FailWhereTheTemplateIsNoFile) {
   std::filesystem::create_directory(platform.folder / "TextKOV.Ini");
   ExpectFailureThatChangesNothing();
   std::filesystem::remove(platform.folder / "TextKOV.Ini");
-  ASSERT_EQ(0, mkfifo((platform.folder / "TextKOV.Ini").c_str(), 0600));
+  ASSERT_TRUE(MakePipe(platform.folder / "TextKOV.Ini"));
   ExpectFailureThatChangesNothing();
 }
 
@@ -394,7 +394,7 @@ TEST_F(TextOutputs, GoWhereALinkLeads) {
 
 TEST_F(TextOutputs, CannotBeWrittenWhereNoFileCanBe) {
   std::filesystem::create_directory(platform.folder / "folder.txt");
-  ASSERT_EQ(0, mkfifo((platform.folder / "pipe.txt").c_str(), 0600));
+  ASSERT_TRUE(MakePipe(platform.folder / "pipe.txt"));
   platform.WriteFile("read only.txt", "kept");
   std::filesystem::permissions(platform.folder / "read only.txt", std::filesystem::perms::owner_read);
   const std::set<std::string> before = Files();

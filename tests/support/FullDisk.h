@@ -1,30 +1,23 @@
 // A disk that is full, as far as this process can tell.
 #pragma once
 
-#include <csignal>
-#include <sys/resource.h>
+#include <cstdint>
+#include <memory>
 
 namespace loader::test {
 
-// No file grows above the limit while this lives; writing more fails as on a full disk.
+// No file grows above the limit while this lives; writing more fails as on a full disk. A test that needs it
+// fails on a system that cannot do this (Windows): it is in the list of those that do not run there.
 class FullDisk {
 public:
-  explicit FullDisk(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit{bytes, before_.rlim_max};
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
+  explicit FullDisk(std::uint64_t bytes);
+  ~FullDisk();
   FullDisk(const FullDisk&) = delete;
   FullDisk& operator=(const FullDisk&) = delete;
 
 private:
-  rlimit before_{};
-  void (*handler_)(int) = nullptr;
+  struct Before;
+  std::unique_ptr<Before> before_;
 };
 
 } // namespace loader::test

@@ -1,17 +1,8 @@
 #pragma once
 
-#include <sys/resource.h>
-
 namespace loader::test {
 
 // Processor time of this process, in milliseconds.
-[[nodiscard]] inline double ProcessorMs() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  const auto ms = [](const timeval& time) {
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
-  };
-  return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
+[[nodiscard]] double ProcessorMs();
 
 } // namespace loader::test

@@ -116,8 +116,8 @@ long ScriptedFileDialogs::Answer(CommonDialog& dialog, const std::string& kind) 
   if (path.empty()) {
     return FileDialogCancelled;
   }
-  dialog.FileName = FromUtf8(path.string());
-  dialog.FileTitle = FromUtf8(path.filename().string());
+  dialog.FileName = path.u16string();
+  dialog.FileTitle = path.filename().u16string();
   return 0;
 }
 

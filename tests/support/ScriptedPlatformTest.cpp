@@ -6,29 +6,32 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <string>
-#include <unistd.h>
+
+#include "tests/support/System.h"
 
 namespace loader::test {
 namespace {
 
 namespace fs = std::filesystem;
 
+const std::string Variable = TemporaryFolderVariable();
+
 // All temporary files of the test lie in one folder that it can look into.
 class TemporaryFiles : public testing::Test {
 protected:
-  TemporaryFiles() { ::setenv("TMPDIR", all_.Path().c_str(), 1); }
+  TemporaryFiles() { SetEnvironment(Variable, all_.Path().string()); }
   ~TemporaryFiles() override {
     if (before_.empty()) {
-      ::unsetenv("TMPDIR");
+      RemoveEnvironment(Variable);
     } else {
-      ::setenv("TMPDIR", before_.c_str(), 1);
+      SetEnvironment(Variable, before_);
     }
   }
   [[nodiscard]] const fs::path& All() const { return all_.Path(); }
   [[nodiscard]] long Count() const { return std::distance(fs::directory_iterator(All()), {}); }
 
 private:
-  const std::string before_ = std::getenv("TMPDIR") == nullptr ? "" : std::getenv("TMPDIR");
+  const std::string before_ = std::getenv(Variable.c_str()) == nullptr ? "" : std::getenv(Variable.c_str());
   const TemporaryFolder all_{"loader-support-test-"};
 };
 
@@ -55,7 +58,7 @@ TEST_F(TemporaryFiles, OfTwoPlatformsLieApart) {
 // An aborted run leaves its folder, and the system gives its process id to a later one.
 TEST_F(TemporaryFiles, ThatAnAbortedRunOfThisIdLeftBehindDoNoHarm) {
   constexpr int MorePlatformsThanATestMakes = 20;
-  const std::string id = std::to_string(::getpid());
+  const std::string id = std::to_string(ProcessId());
   for (int run = 0; run < MorePlatformsThanATestMakes; ++run) {
     const fs::path left = All() / ("loader-test-" + id + "-" + std::to_string(run));
     fs::create_directory(left);
@@ -65,7 +68,7 @@ TEST_F(TemporaryFiles, ThatAnAbortedRunOfThisIdLeftBehindDoNoHarm) {
 }
 
 TEST_F(TemporaryFiles, ThatCannotBeMadeAreAFailure) {
-  ::setenv("TMPDIR", (All() / "missing").c_str(), 1);
+  SetEnvironment(TemporaryFolderVariable(), (All() / "missing").string());
   EXPECT_THROW(TemporaryFolder("loader-test-"), std::exception);
 }
 

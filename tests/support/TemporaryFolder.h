@@ -1,12 +1,11 @@
 // A folder of its own among the system's temporary files, gone with what it was made for.
 //
-// The system chooses the name and makes the folder in one step: a name of our own making (process id and
-// counter) meets, sooner or later, the folder that an aborted run of that id has left behind.
+// The name is random and counts only when the folder was made by this very step: a name of our own making
+// (process id and counter) meets, sooner or later, the folder that an aborted run of that id has left behind.
 #pragma once
 
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -17,11 +16,11 @@ class TemporaryFolder {
 public:
   // `prefix`: what its name begins with, so that a leftover tells whose it is.
   explicit TemporaryFolder(std::string_view prefix) {
-    std::string name = (std::filesystem::temp_directory_path() / prefix).string() + "XXXXXX";
-    if (::mkdtemp(name.data()) == nullptr) {
-      throw std::system_error(errno, std::generic_category(), "no temporary folder " + name);
-    }
-    path_ = name;
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() / prefix;
+      path_ += std::to_string(random());
+    } while (!std::filesystem::create_directory(path_)); // throws where it can make none
   }
   ~TemporaryFolder() {
     std::error_code ignored;

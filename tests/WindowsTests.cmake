@@ -1,0 +1,36 @@
+# The tests of a Windows build made on Debian: GoogleTest from Debian's source, run by Wine.
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+
+find_program(LOADER_WINE NAMES wine REQUIRED)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${LOADER_WINE})
+# Wine shows this machine's files as drive Z:.
+set(LOADER_TEST_ROOT "Z:")
+
+# Beside the test programs and the programs: the compiler's libraries.
+foreach(library libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library} OUTPUT_VARIABLE file
+                  OUTPUT_STRIP_TRAILING_WHITESPACE)
+  get_filename_component(file ${file} REALPATH)
+  file(COPY ${file} DESTINATION ${CMAKE_BINARY_DIR}/tests)
+  file(COPY ${file} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+endforeach()
+
+# Test folders that are not built: what they hold needs a device or a display that is Linux' own.
+set(LOADER_TESTS_NOT_HERE display e2e)
+if(NOT LOADER_QT)
+  list(APPEND LOADER_TESTS_NOT_HERE devices paramtool qt links)
+endif()
+
+# Tests that do not run: PROGRAM TESTS REASON.
+function(loader_not_on_windows program tests reason)
+  set_property(GLOBAL APPEND PROPERTY LOADER_NOT_ON_WINDOWS_${program} ${tests})
+endfunction()
+
+# One test of ctest for a whole program: a start of Wine for each of its tests would cost more than the tests.
+function(loader_windows_ctest name)
+  cmake_parse_arguments(ARG "" "" LABELS ${ARGN})
+  get_property(left_out GLOBAL PROPERTY LOADER_NOT_ON_WINDOWS_${name})
+  list(JOIN left_out ":" left_out)
+  add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 "--gtest_filter=-${left_out}")
+  set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 900 ENVIRONMENT "WINEDEBUG=-all")
+endfunction()
