@@ -19,7 +19,7 @@ TEST(DeviceNames, ANumberIsThatOfAComPortOrNone) {
   EXPECT_EQ(3, ComNumber(u"COM3"));
   EXPECT_EQ(256, ComNumber(u"COM256"));
   for (const char16_t* name : {u"", u"COM", u"LPT1", u"COM-1", u"COM1x", u"xCOM1", u"COM999999999999"}) {
-    EXPECT_EQ(0, ComNumber(name)) << QString(name).toStdString();
+    EXPECT_EQ(0, ComNumber(name)) << QString::fromUtf16(name).toStdString();
   }
 }
 

@@ -1,4 +1,5 @@
-// What a test of the devices stands on: a platform with a program folder of its own, and an event loop to wait in.
+// What a test of the devices stands on: a platform with a program folder of its own, and an event loop to
+// wait in.
 #pragma once
 
 #include <gtest/gtest.h>

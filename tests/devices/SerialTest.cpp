@@ -2,7 +2,10 @@
 #include <QElapsedTimer>
 #include <array>
 #include <numeric>
+#include <string>
 #include <thread>
+#include <tuple>
+#include <vector>
 
 #include "platform/RunTimeFailure.h"
 #include "tests/devices/DeviceTest.h"
@@ -33,6 +36,53 @@ TEST_F(Serial, OpensALineWithOddParity) {
   EXPECT_TRUE(port.PortOpen());
   port.SetPortOpen(false);
   EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, TheLineIsSetAsTheSettingsSay) {
+  for (const auto& [settings, handshaking, set] :
+       {std::tuple{"19200,O,8,1", 0, "19200 odd"}, std::tuple{"9600,N,8,2", 0, "9600 two"},
+        std::tuple{"38400,E,8,1", 2, "38400 handshake"}}) {
+    port.Settings = settings;
+    port.Handshaking = handshaking;
+    port.SetPortOpen(true);
+    EXPECT_EQ(set, line.Settings()) << settings;
+    port.SetPortOpen(false);
+  }
+}
+
+TEST_F(Serial, APortOfTwoDigitsIsThatPort) {
+  const SerialLine twelve(Folder(), "COM12");
+  port.CommPort = 12;
+  port.SetPortOpen(true);
+  port.Output(Bytes{5});
+  EXPECT_EQ(Bytes{5}, twelve.Receive(1));
+}
+
+TEST_F(Serial, FramesGoOutOneAfterTheOther) {
+  port.SetPortOpen(true);
+  Bytes frame = AllBytes();
+  for (std::uint8_t i = 0; i < 4; ++i) {
+    frame[0] = i;
+    port.Output(frame);
+  }
+  port.Output({});
+  const Bytes all = line.Receive(1024);
+  for (std::uint8_t i = 0; i < 4; ++i) {
+    EXPECT_EQ(i, all[256U * i]);
+    EXPECT_EQ(255, all[256U * i + 255]);
+  }
+}
+
+TEST_F(Serial, OpensAgainAfterItWasClosed) {
+  for (std::uint8_t i = 0; i < 3; ++i) {
+    port.SetPortOpen(true);
+    port.Output(Bytes{i});
+    EXPECT_EQ(Bytes{i}, line.Receive(1));
+    line.Send(Bytes{i});
+    ASSERT_TRUE(Until([&] { return port.InBufferCount() == 1; }));
+    EXPECT_EQ(Bytes{i}, port.Input());
+    port.SetPortOpen(false);
+  }
 }
 
 TEST_F(Serial, EveryByteGoesOutAsItIs) {
@@ -86,6 +136,24 @@ TEST_F(Serial, ALostDeviceIsARunTimeFailureAndClosesQuietly) {
   EXPECT_TRUE(port.PortOpen());
   EXPECT_NO_THROW(port.SetPortOpen(false));
   EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, WhyADeviceWentIsToldOnce) {
+  std::vector<std::u16string> devices;
+  std::vector<std::u16string> reasons;
+  WhenDeviceFails = [&](std::u16string_view device, std::u16string_view reason) {
+    devices.emplace_back(device);
+    reasons.emplace_back(reason);
+  };
+  port.SetPortOpen(true);
+  LoseTheDevice();
+  (void)ProcessorMsOfWaiting(50);
+  port.SetPortOpen(false);
+  WhenDeviceFails = {};
+  ASSERT_EQ(1U, devices.size());
+  EXPECT_TRUE(QString::fromStdString(line.Device()).endsWith(QString::fromStdU16String(devices[0])))
+      << line.Device();
+  EXPECT_FALSE(reasons[0].empty());
 }
 
 TEST_F(Serial, ALostDeviceCostsNoProcessorTime) {
@@ -205,6 +273,20 @@ TEST_F(Usb, AHandleThatIsNoneReadsAndWritesNothing) {
   handle = usb.Open(0);
   usb.Close(handle);
   EXPECT_EQ(0, usb.Write(handle, words, 10, 10));
+}
+
+TEST_F(Usb, OpensForEachExchange) {
+  for (std::int32_t i = 0; i < 3; ++i) {
+    std::int32_t handle = usb.Open(0);
+    ASSERT_NE(-1, handle);
+    words[0] = i;
+    EXPECT_EQ(1, usb.Write(handle, words, 1, 1000));
+    EXPECT_EQ(Bytes{static_cast<std::uint8_t>(i)}, line.Receive(1));
+    line.Send(AllBytes());
+    EXPECT_EQ(256, usb.Read(handle, words, 256, 1000));
+    EXPECT_EQ(255, words[255]);
+    usb.Close(handle);
+  }
 }
 
 TEST_F(Usb, OpensAgainAlthoughItWasLeftOpen) {

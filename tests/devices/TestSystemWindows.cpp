@@ -32,8 +32,7 @@ std::vector<std::string> QtLibrariesOfTheDevices() {
 
 std::filesystem::path ThisProgram() {
   std::array<wchar_t, 1024> path{};
-  return std::wstring(path.data(),
-                      GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return std::wstring(path.data(), GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
 }
 
 void ResetWhenClosed(qintptr socket) {
