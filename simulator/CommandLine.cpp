@@ -2,6 +2,9 @@
 
 #include <charconv>
 
+#include "simulator/Program.h"
+#include "simulator/Terminal.h"
+
 namespace loader::simulator {
 
 namespace {
@@ -208,7 +211,8 @@ Options ParseCommandLine(std::span<const std::string> arguments) {
 }
 
 std::string HelpText() {
-  std::string text = R"(recorder-sim: a recorder to talk to when there is none on the desk
+  std::string text =
+      R"(recorder-sim: a recorder to talk to when there is none on the desk
 
 Usage: recorder-sim [OPTIONS]
 
@@ -226,8 +230,8 @@ Lines (without one: --tcp):
                          otherwise, as in 0.0.0.0:502. Port 0 takes a free port
   --idle S               drop a TCP client after S seconds without a byte (60; 0: never). Up to 256 clients are
                          served at a time
-  --rtu LINK             Modbus RTU on a pseudo-terminal; LINK becomes a symbolic link to it
-  --pace BAUD            RTU lines run at the speed of a wire, such as 19200: 11 bits a character, in both
+)" + std::string(TerminalHelp()) +
+      R"(  --pace BAUD            RTU lines run at the speed of a wire, such as 19200: 11 bits a character, in both
                          directions
   --turnaround MS        from the end of a request to the start of its reply (0)
 
@@ -257,8 +261,9 @@ Kinds of fault:
         name + std::string(row.meaning) + (row.onTcp ? "" : " (RTU)") + (row.onRtu ? "" : " (TCP)") + "\n";
   }
   return text + R"(
-When all lines are open it prints a line for each, such as "listening on 127.0.0.1:502". SIGINT (Ctrl+C) or SIGTERM
-ends it. Exit status: 0 after a clean end, 1 when it could not run, 2 on a wrong option.
+When all lines are open it prints a line for each, such as "listening on 127.0.0.1:502". )" +
+         std::string(StopHelp()) +
+         R"( Exit status: 0 after a clean end, 1 when it could not run, 2 on a wrong option.
 )";
 }
 

@@ -1,16 +1,13 @@
 #include "simulator/ModbusSlave.h"
 
 #include <modbus/modbus.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstring>
 
 #include "platform/RunTimeFailure.h"
 #include "simulator/CheckValue.h"
+#include "simulator/SocketPair.h"
 
 namespace loader::simulator {
 
@@ -83,48 +80,52 @@ std::optional<std::size_t> RtuRequestLength(std::span<const std::uint8_t> bytes)
 }
 
 struct ModbusSlave::Context {
+  Line line; // that libmodbus takes it for
+  SocketPair pair;
   modbus_t* modbus = nullptr;
-  int inner = -1; // libmodbus's end of the pair
-  int outer = -1;
 
+  explicit Context(Line wanted) : line(RtuTakesSockets ? wanted : Line::Tcp) {}
   ~Context() {
     if (modbus != nullptr) {
       modbus_free(modbus);
     }
-    for (const int end : {inner, outer}) {
-      if (end >= 0) {
-        ::close(end);
-      }
-    }
   }
+  Context(const Context&) = delete;
+  Context& operator=(const Context&) = delete;
 
-  // All that waits at one end, taken out.
-  static Bytes Drain(int end) {
-    Bytes bytes;
-    std::array<std::uint8_t, 512> part{};
-    for (;;) {
-      const ssize_t got = ::recv(end, part.data(), part.size(), MSG_DONTWAIT);
-      if (got <= 0) {
-        return bytes;
-      }
-      bytes.insert(bytes.end(), part.begin(), part.begin() + got);
+  // A request of the line as libmodbus shall see it, and its reply of so many bytes as the line shall.
+  [[nodiscard]] Bytes Given(Line from, std::span<const std::uint8_t> frame) const {
+    if (from == line) {
+      return {frame.begin(), frame.end()};
     }
+    const std::span<const std::uint8_t> body = frame.first(frame.size() - CheckLength);
+    Bytes request{0, 0, 0, 0, 0, static_cast<std::uint8_t>(body.size())};
+    request.insert(request.end(), body.begin(), body.end());
+    return request;
+  }
+  [[nodiscard]] Bytes Taken(Line to, std::size_t count) {
+    Bytes reply = pair.TakeOuter(count);
+    if (to == line || reply.size() < TcpHeader + 2) {
+      return reply;
+    }
+    reply.erase(reply.begin(), reply.begin() + TcpHeader);
+    if (reply[0] == Broadcast && (reply[1] & 0x80) == 0) {
+      return {}; // done, and not answered
+    }
+    const std::uint16_t check = CheckValue(reply);
+    reply.push_back(static_cast<std::uint8_t>(check & 0xFF));
+    reply.push_back(static_cast<std::uint8_t>(check >> 8));
+    return reply;
   }
 };
 
 ModbusSlave::ModbusSlave(Line line, int station)
-    : line_(line), station_(station), context_(std::make_unique<Context>()) {
-  std::array<int, 2> ends{};
-  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-    throw RunTimeFailure(std::string("no socket pair: ") + std::strerror(errno));
-  }
-  context_->inner = ends[0];
-  context_->outer = ends[1];
+    : line_(line), station_(station), context_(std::make_unique<Context>(line)) {
   // Neither context opens what it is named after: it works on the socket that it is given.
-  context_->modbus =
-      line == Line::Tcp ? modbus_new_tcp("127.0.0.1", 502) : modbus_new_rtu("/dev/null", 19200, 'O', 8, 1);
+  context_->modbus = context_->line == Line::Tcp ? modbus_new_tcp("127.0.0.1", 502)
+                                                 : modbus_new_rtu("/dev/null", 19200, 'O', 8, 1);
   if (context_->modbus == nullptr || modbus_set_slave(context_->modbus, station) != 0 ||
-      modbus_set_socket(context_->modbus, context_->inner) != 0 ||
+      modbus_set_socket(context_->modbus, context_->pair.Inner()) != 0 ||
       modbus_set_response_timeout(context_->modbus, 0, ShortWait) != 0 ||
       modbus_set_byte_timeout(context_->modbus, 0, ShortWait) != 0 ||
       modbus_set_indication_timeout(context_->modbus, 0, ShortWait) != 0) {
@@ -156,18 +157,15 @@ int ModbusSlave::Receive(std::span<const std::uint8_t> frame, Bytes& request) {
     if (!RtuRequestLength(frame)) {
       // A function whose length libmodbus does not know either: its frame is all that came before the
       // silence.
-      request.assign(frame.begin(), frame.end());
-      return static_cast<int>(frame.size());
+      request = context_->Given(line_, frame);
+      return static_cast<int>(request.size());
     }
   }
-  if (::send(context_->outer, frame.data(), frame.size(), MSG_NOSIGNAL) !=
-      static_cast<ssize_t>(frame.size())) {
-    throw RunTimeFailure(std::string("socket pair: ") + std::strerror(errno));
-  }
+  context_->pair.GiveInner(context_->Given(line_, frame));
   request.resize(MODBUS_MAX_ADU_LENGTH);
   const int received = modbus_receive(context_->modbus, request.data());
   const int error = errno;
-  Context::Drain(context_->inner); // what a damaged request leaves behind
+  context_->pair.EmptyInner(); // what a damaged request leaves behind
   errno = error;
   return received;
 }
@@ -181,19 +179,20 @@ ModbusAnswer ModbusSlave::Run(std::span<const std::uint8_t> frame, RegisterMemor
     answer.silence = received == 0 ? "it is for another station" : modbus_strerror(errno);
     return answer;
   }
+  int sent = 0;
   if (memory == nullptr) {
-    modbus_reply_exception(context_->modbus, request.data(), MODBUS_EXCEPTION_SLAVE_OR_SERVER_FAILURE);
-  } else if (!IsServed(request[StationAt(line_) + 1])) {
-    modbus_reply_exception(context_->modbus, request.data(), MODBUS_EXCEPTION_ILLEGAL_FUNCTION);
+    sent = modbus_reply_exception(context_->modbus, request.data(), MODBUS_EXCEPTION_SLAVE_OR_SERVER_FAILURE);
+  } else if (!IsServed(request[StationAt(context_->line) + 1])) {
+    sent = modbus_reply_exception(context_->modbus, request.data(), MODBUS_EXCEPTION_ILLEGAL_FUNCTION);
   } else {
     modbus_mapping_t mapping{};
     mapping.nb_registers = TableRegisters;
     mapping.tab_registers = memory->holding.data();
     mapping.nb_input_registers = TableRegisters;
     mapping.tab_input_registers = memory->input.data();
-    modbus_reply(context_->modbus, request.data(), received, &mapping);
+    sent = modbus_reply(context_->modbus, request.data(), received, &mapping);
   }
-  answer.reply = Context::Drain(context_->outer);
+  answer.reply = context_->Taken(line_, static_cast<std::size_t>(std::max(0, sent)));
   const std::size_t function = StationAt(line_) + 1;
   if (answer.reply.size() > function + 1 && (answer.reply[function] & 0x80) != 0) {
     answer.exception = answer.reply[function + 1];

@@ -1,16 +1,8 @@
 #include "simulator/Server.h"
 
-#include <poll.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
 
-#include "platform/RunTimeFailure.h"
 #include "simulator/CheckValue.h"
 
 namespace loader::simulator {
@@ -23,9 +15,8 @@ using Clock = std::chrono::steady_clock;
 // and the news of its terminal.
 constexpr std::size_t OwnWaits = 1, WaitsOfConnection = 2;
 
-timespec Until(Clock::time_point due) {
-  const auto left = std::max(Nanoseconds{0}, std::chrono::duration_cast<Nanoseconds>(due - Clock::now()));
-  return {static_cast<time_t>(left.count() / 1'000'000'000), static_cast<long>(left.count() % 1'000'000'000)};
+Nanoseconds Until(Clock::time_point due) {
+  return std::max(Nanoseconds{0}, std::chrono::duration_cast<Nanoseconds>(due - Clock::now()));
 }
 
 } // namespace
@@ -42,16 +33,15 @@ std::string Server::ListenOnRtu(const std::filesystem::path& link) {
   return name;
 }
 
-std::vector<pollfd> Server::Waits(int stopDescriptor) const {
-  std::vector<pollfd> waits{{stopDescriptor, POLLIN, 0}};
+std::vector<Wait> Server::Waits(int stopDescriptor) const {
+  std::vector<Wait> waits{{stopDescriptor}};
   const bool room = Clients() < MostClients;
   for (const TcpListener& listener : listeners_) {
-    waits.push_back({room ? listener.socket.Number() : -1, POLLIN, 0});
+    waits.push_back({room ? listener.socket.Number() : NoDescriptor});
   }
   for (const Connection& connection : connections_) {
-    waits.push_back(
-        {connection.Number(), static_cast<short>(POLLIN | (connection.blocked ? POLLOUT : 0)), 0});
-    waits.push_back({connection.terminal ? connection.terminal->Watch() : -1, POLLIN, 0});
+    waits.push_back({connection.Number(), connection.blocked});
+    waits.push_back({connection.terminal ? connection.terminal->Watch() : NoDescriptor});
   }
   return waits;
 }
@@ -91,25 +81,22 @@ std::size_t Server::Clients() const {
 }
 
 void Server::Run(int stopDescriptor) {
-  ::prctl(PR_SET_TIMERSLACK, 1UL); // nanoseconds: the pace of a line is kept to the character
+  KeepTime();
   for (;;) {
-    std::vector<pollfd> waits = Waits(stopDescriptor);
+    std::vector<Wait> waits = Waits(stopDescriptor);
     const std::optional<Time> due = NextDue();
-    const timespec timeout = due ? Until(*due) : timespec{};
-    if (::ppoll(waits.data(), waits.size(), due ? &timeout : nullptr, nullptr) < 0 && errno != EINTR) {
-      throw RunTimeFailure(std::string("poll: ") + std::strerror(errno));
-    }
-    if (waits.front().revents != 0) {
+    WaitForAny(waits, due ? std::optional(Until(*due)) : std::nullopt);
+    if (waits.front().news) {
       return;
     }
     auto wait = waits.begin() + static_cast<std::ptrdiff_t>(OwnWaits + listeners_.size());
     for (Connection& connection : connections_) {
-      if (wait->revents != 0) {
-        connection.blocked = connection.blocked && (wait->revents & POLLOUT) == 0;
-        if ((wait->revents & ~POLLOUT) != 0) {
+      if (wait->news || wait->room) {
+        connection.blocked = connection.blocked && !wait->room;
+        if (wait->news) {
           Receive(connection);
         }
-      } else if ((wait + 1)->revents != 0) {
+      } else if ((wait + 1)->news) {
         TakeClosing(connection);
       }
       wait += WaitsOfConnection;
@@ -125,10 +112,10 @@ void Server::Run(int stopDescriptor) {
   }
 }
 
-void Server::Accept(const std::vector<pollfd>& waits) {
+void Server::Accept(const std::vector<Wait>& waits) {
   auto wait = waits.begin() + OwnWaits;
   for (const TcpListener& listener : listeners_) {
-    if (((wait++)->revents & POLLIN) == 0) {
+    if (!(wait++)->news) {
       continue;
     }
     while (Clients() < MostClients) {
@@ -153,14 +140,14 @@ void Server::TakeClosing(Connection& connection) {
 
 void Server::Receive(Connection& connection) {
   std::array<std::uint8_t, 4096> part{};
-  const ssize_t got = ::read(connection.Number(), part.data(), part.size());
+  const Passed got = connection.terminal ? connection.terminal->Read(part) : Read(connection.socket, part);
   // Asked after the bytes were taken: a client that opened the line and wrote has not got its reply yet, so
   // what is dropped here is its predecessor's.
   TakeClosing(connection);
-  if (got < 0 && (errno == EAGAIN || errno == EINTR)) {
+  if (got == 0) {
     return;
   }
-  if (got <= 0) {
+  if (got == LineEnded) {
     End(connection, Ending::Close);
     return;
   }
@@ -218,15 +205,14 @@ void Server::Send(Connection& connection, Time now) {
          connection.queue.front().due <= now) {
     Outgoing& next = connection.queue.front();
     if (!next.bytes.empty()) {
-      const ssize_t sent =
-          connection.terminal
-              ? ::write(connection.Number(), next.bytes.data(), next.bytes.size())
-              : ::send(connection.Number(), next.bytes.data(), next.bytes.size(), MSG_NOSIGNAL);
-      if (sent < 0) {
-        connection.blocked = errno == EAGAIN;
-        if (errno != EAGAIN && errno != EINTR) {
-          End(connection, Ending::Close);
-        }
+      const Passed sent =
+          connection.terminal ? connection.terminal->Write(next.bytes) : Write(connection.socket, next.bytes);
+      if (sent == LineEnded) {
+        End(connection, Ending::Close);
+        return;
+      }
+      if (sent == 0) {
+        connection.blocked = true;
         return;
       }
       connection.lastTraffic = now;

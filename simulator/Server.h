@@ -15,8 +15,7 @@
 #include "simulator/ReplyPlan.h"
 #include "simulator/Sockets.h"
 #include "simulator/Terminal.h"
-
-struct pollfd;
+#include "simulator/Wait.h"
 
 namespace loader::simulator {
 
@@ -65,12 +64,12 @@ private:
     [[nodiscard]] bool IsOpen() const { return terminal || socket.IsOpen(); }
   };
 
-  [[nodiscard]] std::vector<pollfd> Waits(int stopDescriptor) const;
+  [[nodiscard]] std::vector<Wait> Waits(int stopDescriptor) const;
   [[nodiscard]] std::optional<Time> NextDue() const;
   // When a client is dropped if nothing comes or goes until then; none for an RTU line.
   [[nodiscard]] std::optional<Time> IdleAt(const Connection& connection) const;
   [[nodiscard]] std::size_t Clients() const;
-  void Accept(const std::vector<pollfd>& waits);
+  void Accept(const std::vector<Wait>& waits);
   void Receive(Connection& connection);
   void Answer(Connection& connection, std::span<const std::uint8_t> request);
   void AnswerAll(Connection& connection);

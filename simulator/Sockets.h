@@ -1,12 +1,15 @@
 // TCP listening and small owners of descriptors.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 
 namespace loader::simulator {
 
-// Owns a descriptor.
+// Owns a descriptor; on Windows a socket, whose handle has no more than 32 bits that count.
 class Descriptor {
 public:
   Descriptor() = default;
@@ -50,6 +53,12 @@ struct TcpClient {
 };
 // A closed descriptor when no client waits.
 [[nodiscard]] TcpClient Accept(const TcpListener& listener);
+
+// How many bytes passed on a line that does not block. 0: none can at present.
+using Passed = std::ptrdiff_t;
+inline constexpr Passed LineEnded = -1;
+[[nodiscard]] Passed Read(const Descriptor& socket, std::span<std::uint8_t> room);
+[[nodiscard]] Passed Write(const Descriptor& socket, std::span<const std::uint8_t> bytes);
 
 // The connection ends with a reset in place of an orderly end.
 void CloseWithReset(Descriptor& socket);

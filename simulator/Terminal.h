@@ -3,11 +3,16 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "simulator/Sockets.h"
 
 namespace loader::simulator {
 
+// The lines of --help about it.
+[[nodiscard]] std::string_view TerminalHelp();
+
+// Where the system has no pseudo-terminals every one is a RunTimeFailure.
 class Terminal {
 public:
   // Makes the terminal and the link to it; a symbolic link of that name is replaced, anything else is left
@@ -22,6 +27,9 @@ public:
   [[nodiscard]] int Master() const { return master_.Number(); }   // does not block
   // Can be read when a client has opened or closed the line.
   [[nodiscard]] int Watch() const { return watch_.Number(); }
+
+  [[nodiscard]] Passed Read(std::span<std::uint8_t> room);
+  [[nodiscard]] Passed Write(std::span<const std::uint8_t> bytes);
 
   // Takes the news of Watch(). True when the last client has closed the line since: like a serial port that
   // nobody has open, the line then forgets what was not read.

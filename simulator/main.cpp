@@ -1,7 +1,4 @@
 // recorder-sim: reads the options, builds the recorder and serves it until it is told to stop.
-#include <signal.h>
-#include <sys/signalfd.h>
-
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +8,7 @@
 #include "simulator/CommandLine.h"
 #include "simulator/MemoryFile.h"
 #include "simulator/Plant.h"
+#include "simulator/Program.h"
 #include "simulator/Server.h"
 #include "simulator/Simulator.h"
 
@@ -21,26 +19,11 @@ using namespace loader::simulator;
 
 constexpr int EndedWell = 0, CouldNotRun = 1, WrongOptions = 2;
 
-// A descriptor that can be read once the program is told to stop.
-Descriptor StopSignals() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    sigaddset(&signals, signal);
-  }
-  sigprocmask(SIG_BLOCK, &signals, nullptr);
-  signal(SIGPIPE, SIG_IGN); // nobody reads the trace any more: no reason to end
-  return Descriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
-}
-
 std::string ShapeFile(const Options& options) {
   if (!options.shape.empty()) {
     return options.shape;
   }
-  std::error_code error;
-  return (DataFolder(std::filesystem::read_symlink("/proc/self/exe", error).parent_path()) /
-          InitialSettingsName)
-      .string();
+  return (DataFolder(ProgramFile().parent_path()) / InitialSettingsName).string();
 }
 
 // The memory file says what recorder it is of; the options must not say otherwise.
@@ -110,7 +93,7 @@ SimulatorSettings SettingsOf(const Options& options) {
 }
 
 void Serve(const Options& options) {
-  const Descriptor stop = StopSignals();
+  const int stop = StopDescriptor();
   Simulator simulator(StartRecorder(options), SettingsOf(options));
   Server server(
       [&](Line line, const std::string& client, std::span<const std::uint8_t> request) {
@@ -125,7 +108,7 @@ void Serve(const Options& options) {
     ready += "listening on " + server.ListenOnRtu(link) + "\n";
   }
   std::cout << ready << std::flush;
-  server.Run(stop.Number());
+  server.Run(stop);
   SaveKept(options, simulator.TheRecorder());
   if (options.dump) {
     WriteWholeFile(*options.dump, DumpText(simulator.TheRecorder().memory));
@@ -136,8 +119,8 @@ void Serve(const Options& options) {
 
 int main(int count, char** arguments) {
   try {
-    const std::vector<std::string> words(arguments + 1, arguments + count);
-    const Options options = ParseCommandLine(words);
+    PrepareOutput();
+    const Options options = ParseCommandLine(ProgramArguments(count, arguments));
     if (options.help) {
       std::cout << HelpText();
       return EndedWell;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ struct ProcessOptions {
   std::string input = {};                    // what stands on its standard input
 };
 
+// What a program can be told. On Windows Kill ends it at once and every other one is a Ctrl+Break.
+constexpr int HangUp = 1, Interrupt = 2, Kill = 9, Terminate = 15;
+
 class RunningProcess {
 public:
   RunningProcess(const std::filesystem::path& program, std::vector<std::string> arguments,
@@ -28,7 +32,7 @@ public:
   RunningProcess(const RunningProcess&) = delete;
   RunningProcess& operator=(const RunningProcess&) = delete;
 
-  [[nodiscard]] int ProcessId() const { return process_; }
+  [[nodiscard]] int ProcessId() const;
   // What it has written up to so many line ends, or up to its end when it ends or is silent too long before.
   [[nodiscard]] std::string ReadLines(int lines);
   [[nodiscard]] std::string ErrorsSoFar() const;
@@ -39,8 +43,8 @@ public:
   [[nodiscard]] Ended Wait();
 
 private:
-  int process_ = -1;
-  int output_ = -1;
+  struct Parts; // of the system
+  std::unique_ptr<Parts> parts_;
   std::string read_; // of the output, by ReadLines
   TemporaryFolder folder_{"loader-process-"};
 };

@@ -1,5 +1,3 @@
-#include "tests/support/Process.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -11,8 +9,9 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <sstream>
 #include <string_view>
+
+#include "tests/support/Process.h"
 
 extern char** environ;
 
@@ -67,8 +66,16 @@ bool ReadOutput(int output, int lines, std::string& text) {
 
 } // namespace
 
+struct RunningProcess::Parts {
+  int process = -1;
+  int output = -1;
+};
+
+static_assert(HangUp == SIGHUP && Interrupt == SIGINT && Kill == SIGKILL && Terminate == SIGTERM);
+
 RunningProcess::RunningProcess(const std::filesystem::path& program, std::vector<std::string> arguments,
-                               const ProcessOptions& options) {
+                               const ProcessOptions& options)
+    : parts_(std::make_unique<Parts>()) {
   arguments.insert(arguments.begin(), program.string());
   std::vector<std::string> environment = Environment(options.environment);
   std::ofstream(folder_ / "input", std::ios::binary) << options.input;
@@ -82,26 +89,30 @@ RunningProcess::RunningProcess(const std::filesystem::path& program, std::vector
   posix_spawn_file_actions_adddup2(&actions, pipe[1], STDOUT_FILENO);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, (folder_ / "errors").c_str(),
                                    O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  if (posix_spawn(&process_, program.c_str(), &actions, nullptr, Pointers(arguments).data(),
+  if (posix_spawn(&parts_->process, program.c_str(), &actions, nullptr, Pointers(arguments).data(),
                   Pointers(environment).data()) != 0) {
-    process_ = -1;
+    parts_->process = -1;
     ADD_FAILURE() << program << " does not start";
   }
   posix_spawn_file_actions_destroy(&actions);
   ::close(pipe[1]);
-  output_ = pipe[0];
+  parts_->output = pipe[0];
 }
 
 RunningProcess::~RunningProcess() {
-  if (process_ > 0) {
-    ::kill(process_, SIGKILL);
-    (void)::waitpid(process_, nullptr, 0);
+  if (parts_->process > 0) {
+    ::kill(parts_->process, SIGKILL);
+    (void)::waitpid(parts_->process, nullptr, 0);
   }
   CloseOutput();
 }
 
+int RunningProcess::ProcessId() const {
+  return parts_->process;
+}
+
 std::string RunningProcess::ReadLines(int lines) {
-  EXPECT_TRUE(ReadOutput(output_, lines, read_)) << "nothing came; so far: " << read_;
+  EXPECT_TRUE(ReadOutput(parts_->output, lines, read_)) << "nothing came; so far: " << read_;
   return read_;
 }
 
@@ -110,43 +121,31 @@ std::string RunningProcess::ErrorsSoFar() const {
 }
 
 void RunningProcess::Signal(int signal) const {
-  ::kill(process_, signal);
+  ::kill(parts_->process, signal);
 }
 
 void RunningProcess::CloseOutput() {
-  if (output_ >= 0) {
-    ::close(output_);
+  if (parts_->output >= 0) {
+    ::close(parts_->output);
   }
-  output_ = -1;
+  parts_->output = -1;
 }
 
 Ended RunningProcess::Wait() {
   Ended ended;
-  if (output_ >= 0 && !ReadOutput(output_, -1, read_)) {
+  if (parts_->output >= 0 && !ReadOutput(parts_->output, -1, read_)) {
     ADD_FAILURE() << "the program hangs; so far: " << read_ << ErrorsSoFar();
     Signal(SIGKILL);
   }
   ended.output = read_;
   int status = 0;
-  if (::waitpid(process_, &status, 0) == process_) {
+  if (::waitpid(parts_->process, &status, 0) == parts_->process) {
     constexpr int BySignal = 128;
     ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : BySignal + WTERMSIG(status);
   }
-  process_ = -1;
+  parts_->process = -1;
   ended.errors = ErrorsSoFar();
   return ended;
-}
-
-Ended RunProcess(const std::filesystem::path& program, std::vector<std::string> arguments,
-                 const ProcessOptions& options) {
-  return RunningProcess(program, std::move(arguments), options).Wait();
-}
-
-std::string ContentOf(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream content;
-  content << in.rdbuf();
-  return content.str();
 }
 
 } // namespace loader::test

@@ -38,6 +38,10 @@ void MakeRaw(int terminal) {
 
 } // namespace
 
+std::string_view TerminalHelp() {
+  return "  --rtu LINK             Modbus RTU on a pseudo-terminal; LINK becomes a symbolic link to it\n";
+}
+
 Terminal::Terminal(fs::path link)
     : link_(std::move(link)), name_(fs::absolute(link_).lexically_normal().string()) {
   Open();
@@ -94,6 +98,18 @@ void Terminal::RemoveLink() noexcept {
   if (fs::read_symlink(link_, error) == device_ && !error) {
     fs::remove(link_, error);
   }
+}
+
+Passed Terminal::Read(std::span<std::uint8_t> room) {
+  return simulator::Read(master_, room);
+}
+
+Passed Terminal::Write(std::span<const std::uint8_t> bytes) {
+  const ssize_t sent = ::write(master_.Number(), bytes.data(), bytes.size());
+  if (sent < 0) {
+    return errno == EAGAIN || errno == EINTR ? 0 : LineEnded;
+  }
+  return sent;
 }
 
 bool Terminal::TakeClosing() {

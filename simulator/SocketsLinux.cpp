@@ -89,6 +89,22 @@ TcpClient Accept(const TcpListener& listener) {
   return client;
 }
 
+Passed Read(const Descriptor& socket, std::span<std::uint8_t> room) {
+  const ssize_t got = ::read(socket.Number(), room.data(), room.size());
+  if (got < 0 && (errno == EAGAIN || errno == EINTR)) {
+    return 0;
+  }
+  return got > 0 ? got : LineEnded;
+}
+
+Passed Write(const Descriptor& socket, std::span<const std::uint8_t> bytes) {
+  const ssize_t sent = ::send(socket.Number(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+  if (sent < 0) {
+    return errno == EAGAIN || errno == EINTR ? 0 : LineEnded;
+  }
+  return sent;
+}
+
 void CloseWithReset(Descriptor& socket) {
   const linger now{1, 0};
   ::setsockopt(socket.Number(), SOL_SOCKET, SO_LINGER, &now, sizeof now);

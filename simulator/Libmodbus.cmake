@@ -1,0 +1,16 @@
+# The target libmodbus: of the system, or the static one for Windows that scripts/windows-libmodbus.sh makes.
+add_library(libmodbus INTERFACE)
+if(WIN32)
+  set(LOADER_LIBMODBUS_WINDOWS "$ENV{LOADER_LIBMODBUS_WINDOWS}" CACHE PATH "The folder where libmodbus for Windows stands")
+  if(NOT LOADER_LIBMODBUS_WINDOWS)
+    execute_process(COMMAND ${PROJECT_SOURCE_DIR}/scripts/windows-libmodbus.sh OUTPUT_VARIABLE folder
+                    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    set_property(CACHE LOADER_LIBMODBUS_WINDOWS PROPERTY VALUE ${folder})
+  endif()
+  target_include_directories(libmodbus SYSTEM INTERFACE ${LOADER_LIBMODBUS_WINDOWS}/include)
+  target_link_libraries(libmodbus INTERFACE ${LOADER_LIBMODBUS_WINDOWS}/lib/libmodbus.a ws2_32)
+else()
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(MODBUS REQUIRED IMPORTED_TARGET GLOBAL libmodbus)
+  target_link_libraries(libmodbus INTERFACE PkgConfig::MODBUS)
+endif()
