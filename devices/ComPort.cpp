@@ -159,7 +159,6 @@ int ComPort::Finished(Transfer& transfer) {
     return -1;
   }
   transfer.underWay = false;
-  ResetEvent(transfer.done.hEvent); // or it would wake the event loop for ever
   return static_cast<int>(moved);
 }
 
@@ -257,7 +256,7 @@ void ComPort::Cancel(Transfer& transfer) {
     GetOverlappedResult(port_, &transfer.done, &moved, TRUE); // until then the system writes into it
     transfer.underWay = false;
   }
-  ResetEvent(transfer.done.hEvent);
+  ResetEvent(transfer.done.hEvent); // or a port that is lost would wake the event loop for ever
 }
 
 void ComPort::Close() {

@@ -105,6 +105,7 @@ TEST_F(ComPorts, ALineThatIsUnpluggedEndsTheWaitAndIsToldOnce) {
   line.Unplug();
   EXPECT_FALSE(port.WaitForBytes(10'000));
   EXPECT_TRUE(port.Lost());
+  EXPECT_EQ(WAIT_TIMEOUT, WaitForSingleObject(port.Arrived(), 0));
   EXPECT_FALSE(port.WaitUntilWritten(10'000));
   EXPECT_FALSE(port.WaitForBytes(10'000));
   EXPECT_THROW(port.Write(Bytes{1}), RunTimeFailure);

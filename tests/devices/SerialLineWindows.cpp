@@ -42,10 +42,15 @@ public:
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
+  // Returns when the far end has gone.
   void Close() {
-    if (socket_ != INVALID_SOCKET) {
-      closesocket(std::exchange(socket_, INVALID_SOCKET));
+    if (socket_ == INVALID_SOCKET) {
+      return;
     }
+    shutdown(socket_, SD_SEND);
+    for (char ignored = 0; recv(socket_, &ignored, 1, 0) > 0;) {
+    }
+    closesocket(std::exchange(socket_, INVALID_SOCKET));
   }
   [[nodiscard]] const std::string& Answer() const { return answer_; }
   [[nodiscard]] SOCKET Socket() const { return socket_; }

@@ -7,8 +7,10 @@
 #include <tuple>
 #include <vector>
 
+#include "devices/QtSerial.h"
 #include "platform/RunTimeFailure.h"
 #include "tests/devices/DeviceTest.h"
+#include "tests/devices/TestSystem.h"
 
 namespace loader::test {
 namespace {
@@ -83,6 +85,24 @@ TEST_F(Serial, OpensAgainAfterItWasClosed) {
     EXPECT_EQ(Bytes{i}, port.Input());
     port.SetPortOpen(false);
   }
+}
+
+TEST_F(Serial, APortInUseIsRefusedAndToldUntilItIsFree) {
+  if (!PortsAreForOneProgram()) {
+    GTEST_SKIP() << "wine gives a port to whoever asks for it";
+  }
+  port.SetPortOpen(true);
+  std::vector<std::u16string> reasons;
+  WhenDeviceFails = [&](std::u16string_view, std::u16string_view reason) { reasons.emplace_back(reason); };
+  QtSerial other(Folder());
+  EXPECT_THROW(other.SetPortOpen(true), RunTimeFailure);
+  EXPECT_FALSE(other.PortOpen());
+  WhenDeviceFails = {};
+  ASSERT_EQ(1U, reasons.size());
+  EXPECT_FALSE(reasons[0].empty());
+  port.SetPortOpen(false);
+  other.SetPortOpen(true);
+  EXPECT_TRUE(other.PortOpen());
 }
 
 TEST_F(Serial, EveryByteGoesOutAsItIs) {

@@ -16,6 +16,8 @@ namespace loader::test {
 [[nodiscard]] std::filesystem::path ThisProgram();
 // The connection is cut off instead of ended when the socket is closed.
 void ResetWhenClosed(qintptr socket);
+// A port that a program has open is refused to all others. Not so under wine.
+[[nodiscard]] bool PortsAreForOneProgram();
 
 // Port 16, which is none, and why it can't be opened.
 [[nodiscard]] std::u16string NameOfPort16();

@@ -39,6 +39,10 @@ void ResetWhenClosed(qintptr socket) {
   setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
 }
 
+bool PortsAreForOneProgram() {
+  return true;
+}
+
 std::u16string NameOfPort16() {
   return u"/dev/ttyS15";
 }

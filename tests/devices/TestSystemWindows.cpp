@@ -41,6 +41,10 @@ void ResetWhenClosed(qintptr socket) {
              sizeof hard);
 }
 
+bool PortsAreForOneProgram() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr;
+}
+
 std::u16string NameOfPort16() {
   return u"COM16";
 }

@@ -134,13 +134,11 @@ void CloseLine(const Line& line) {
 }
 
 std::string SettingsOf(const std::vector<Line>& lines, const std::string& name) {
-  for (const Line& line : lines) {
-    termios settings{};
-    if (line.name == name && tcgetattr(line.far, &settings) == 0) {
-      return loader::test::SettingsText(settings);
-    }
-  }
-  return "no such line";
+  const auto line =
+      std::find_if(lines.rbegin(), lines.rend(), [&](const Line& open) { return open.name == name; });
+  termios settings{};
+  return line != lines.rend() && tcgetattr(line->far, &settings) == 0 ? loader::test::SettingsText(settings)
+                                                                      : "no such line";
 }
 
 // A connection that has come: a line, or a question that is answered at once.
