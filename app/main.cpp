@@ -8,6 +8,7 @@
 #include "qt/Application.h"
 #include "qt/ProgramFolder.h"
 #include "qt/QtPlatform.h"
+#include "qt/System.h"
 
 namespace {
 
@@ -20,6 +21,7 @@ void PrintDeviceFailure(std::u16string_view device, std::u16string_view reason) 
 } // namespace
 
 int main(int argc, char** argv) {
+  loader::PrepareDesktop();
   loader::Application application(argc, argv);
   const loader::ProgramFolder folder = loader::ChooseProgramFolder();
   loader::WhenDeviceFails = PrintDeviceFailure;

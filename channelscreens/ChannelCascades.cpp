@@ -206,7 +206,7 @@ void ShowValueRow(ChannelScreen& screen, std::string_view tag, int value) {
   const auto found = std::ranges::find(field->list->itemData, value);
   if (found != field->list->itemData.end()) {
     screen.LoadingFlag = true; // the handler of the list runs as for a pick; its cascade does not
-    SelectRow(*field->list, found - field->list->itemData.begin());
+    SelectRow(*field->list, static_cast<long>(found - field->list->itemData.begin()));
     screen.LoadingFlag = false;
   }
 }

@@ -21,10 +21,7 @@ foreach(file IN LISTS LOADER_DATA_FILES)
   install(FILES ${PROJECT_SOURCE_DIR}/data/${file} DESTINATION ${LOADER_SHARE} COMPONENT system)
 endforeach()
 
-# What there is to read, and the units that docs/paramtool.md shows.
-set(LOADER_GUIDES README.md README.ja.md docs/user-guide.md docs/user-guide.ja.md docs/paramtool.md docs/paramtool.ja.md
-                  docs/simulator.md docs/file-formats.md docs/parameters.md docs/ports.md docs/licences.md
-                  share/systemd/paramtool-backup.service share/systemd/paramtool-backup.timer)
+include(${CMAKE_CURRENT_LIST_DIR}/Guides.cmake)
 foreach(guide IN LISTS LOADER_GUIDES)
   get_filename_component(folder ${guide} DIRECTORY)
   install(FILES ${PROJECT_SOURCE_DIR}/${guide} DESTINATION ${CMAKE_INSTALL_DOCDIR}/${folder} COMPONENT system)

@@ -8,6 +8,7 @@
 
 #include "companion/Parameters.h"
 #include "core/Text.h"
+#include "platform/FileName.h"
 
 namespace loader {
 
@@ -279,7 +280,7 @@ private:
     const std::u16string station = u"#" + DecimalText(recorder.address.station);
     RequireFirst(Name, recorder.name, recorder.name, recorder.line);
     RequireFirst(Address, WireOf(recorder.address) + station, recorder.address.text, recorder.line);
-    RequireFirst(File, PathOf(recorder.file).lexically_normal().u16string(), recorder.file, recorder.line);
+    RequireFirst(File, FileKey(PathOf(recorder.file)), recorder.file, recorder.line);
   }
   void RequireFirst(Column column, const std::u16string& key, std::u16string_view shown, int line) {
     const auto [known, first] = seen_[column].emplace(key, line);
@@ -319,7 +320,7 @@ std::u16string WireOf(const SetUpAddress& address) {
   std::error_code absent;
   const std::filesystem::path device = std::filesystem::weakly_canonical(PathOf(address.where), absent);
   return (address.place == Place::Serial ? u"serial:" : u"usb:") +
-         (absent ? address.where : device.u16string());
+         FileKey(absent ? PathOf(address.where) : device);
 }
 
 } // namespace loader

@@ -9,6 +9,7 @@
 
 #include "companion/CheckParts.h"
 #include "companion/Parameters.h"
+#include "core/PathText.h"
 #include "core/Text.h"
 #include "core/UserUnits.h"
 #include "core/modFile.h"
@@ -219,6 +220,8 @@ void LayFile(OpenedSetUp& opened) {
 
 Phrase WhyNotWritten(Replacement replacement) {
   switch (replacement) {
+  case Replacement::NoName:
+    return Phrase::WriteNoName;
   case Replacement::NoFile:
     return Phrase::WriteNoFile;
   case Replacement::ReadOnly:
@@ -240,7 +243,7 @@ void RequireDone(Replacement replacement, const std::filesystem::path& file, Lan
   if (replacement != Replacement::Done) {
     throw Undone{
         Say(Phrase::FileNotWritten, language,
-            {{u"FILE", file.u16string()}, {u"REASON", PhraseText(WhyNotWritten(replacement), language)}})};
+            {{u"FILE", PathText(file)}, {u"REASON", PhraseText(WhyNotWritten(replacement), language)}})};
   }
 }
 
@@ -315,7 +318,7 @@ std::string ModelByItems(std::string_view bytes, Language language) {
 }
 
 std::string ModelOfName(const std::filesystem::path& file) {
-  std::string ending = file.extension().string();
+  std::string ending = ToUtf8(PathText(file.extension()));
   std::ranges::transform(ending, ending.begin(),
                          [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
   const auto model = std::ranges::find_if(

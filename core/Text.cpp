@@ -398,6 +398,9 @@ std::u16string FromUtf8(std::string_view bytes) {
 }
 
 std::filesystem::path PathOf(std::u16string_view fileName) {
+  if constexpr (sizeof(std::filesystem::path::value_type) == sizeof(char16_t)) {
+    return std::wstring(fileName.begin(), fileName.end()); // the system's own names: nothing is converted
+  }
   const std::string utf8 = ToUtf8(fileName);
   return std::u8string(utf8.begin(), utf8.end());
 }

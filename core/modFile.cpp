@@ -6,10 +6,12 @@
 #include <iterator>
 
 #include "core/ModelProfile.h"
+#include "core/PathText.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "core/modIni.h"
 #include "core/modIniReadWrite.h"
+#include "platform/FileName.h"
 #include "platform/Platform.h"
 
 namespace loader {
@@ -377,23 +379,23 @@ bool RebuildStoreOrEnd() {
 std::string ReadWholeFile(const std::filesystem::path& file) {
   std::error_code error;
   std::ifstream in;
-  if (!std::filesystem::is_directory(file, error)) {
+  if (IsFileName(file) && !std::filesystem::is_directory(file, error)) {
     in.open(file, std::ios::binary);
   }
   if (!in.is_open()) {
-    throw RunTimeFailure("cannot open " + file.string());
+    throw RunTimeFailure("cannot open " + ToUtf8(PathText(file)));
   }
   std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   if (in.bad()) {
-    throw RunTimeFailure("cannot read " + file.string());
+    throw RunTimeFailure("cannot read " + ToUtf8(PathText(file)));
   }
   return bytes;
 }
 
 std::string ReadRegularFile(const std::filesystem::path& file) {
   std::error_code error;
-  if (!std::filesystem::is_regular_file(file, error)) {
-    throw RunTimeFailure("not a regular file: " + file.string());
+  if (!IsFileName(file) || !std::filesystem::is_regular_file(file, error)) {
+    throw RunTimeFailure("not a regular file: " + ToUtf8(PathText(file)));
   }
   return ReadWholeFile(file);
 }

@@ -1,11 +1,9 @@
 #include "devices/QtSocket.h"
 
 #include <QNetworkProxy>
-#ifdef Q_OS_UNIX
-#include <sys/socket.h>
-#endif
 
 #include "devices/QtText.h"
+#include "devices/SendAtOnce.h"
 #include "platform/RunTimeFailure.h"
 
 namespace loader {
@@ -15,16 +13,8 @@ namespace {
 // How many of the bytes the system takes right now; the rest is the socket's own business, and so is a
 // connection that has gone. A whole frame practically always goes at once, and the socket's own write would
 // turn a notifier on and off for it, which wakes the event loop twice.
-std::size_t SentAtOnce([[maybe_unused]] const QTcpSocket& socket,
-                       [[maybe_unused]] std::span<const std::uint8_t> bytes) {
-#ifdef Q_OS_UNIX
-  if (socket.bytesToWrite() == 0) {
-    const ssize_t sent =
-        ::send(static_cast<int>(socket.socketDescriptor()), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    return sent < 0 ? 0 : static_cast<std::size_t>(sent);
-  }
-#endif
-  return 0;
+std::size_t SentAtOnce(const QTcpSocket& socket, std::span<const std::uint8_t> bytes) {
+  return socket.bytesToWrite() == 0 ? SendAtOnce(socket.socketDescriptor(), bytes) : 0;
 }
 
 // An address whose parts may be written with leading zeros, all of them decimal: the system's resolver would

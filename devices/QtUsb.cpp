@@ -13,8 +13,7 @@ namespace loader {
 namespace {
 constexpr std::int32_t NoHandle = -1;
 // The line settings of the protocol. A device of the communication class has no line and ignores them.
-constexpr SerialSettings ProtocolSettings{19200, QSerialPort::OddParity, QSerialPort::Data8,
-                                          QSerialPort::OneStop};
+constexpr SerialSettings ProtocolSettings{19200, Parity::Odd, 8, 1};
 } // namespace
 
 QtUsb::QtUsb(std::filesystem::path programFolder, QString device)

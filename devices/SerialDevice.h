@@ -1,25 +1,14 @@
 // A serial device that is open: what the serial port and the recorder's USB device have in common.
 #pragma once
 
-#include <QSerialPort>
+#include <QString>
 #include <memory>
-#include <optional>
 #include <span>
-#include <string_view>
 
+#include "devices/SerialSettings.h"
 #include "platform/Devices.h"
 
 namespace loader {
-
-struct SerialSettings {
-  int baud;
-  QSerialPort::Parity parity;
-  QSerialPort::DataBits dataBits;
-  QSerialPort::StopBits stopBits;
-};
-
-// "19200,O,8,1": baud, parity (N, O, E), data bits (5 to 8), stop bits (1, 2); empty when it is no such text.
-[[nodiscard]] std::optional<SerialSettings> ParseSerialSettings(std::string_view settings);
 
 // Opened by its constructor, closed by its destructor. After the device has gone (unplugged, its other end
 // closed) every operation throws RunTimeFailure.
@@ -28,6 +17,7 @@ public:
   // RunTimeFailure when the device can't be opened or refuses the settings. A pseudo-terminal has no parity
   // on its line and may refuse it; it is taken without.
   SerialDevice(const QString& path, const SerialSettings& settings, bool hardwareHandshake);
+  ~SerialDevice();
 
   void Write(std::span<const std::uint8_t> bytes);
   [[nodiscard]] int Waiting() const;
@@ -39,10 +29,10 @@ public:
   bool WaitUntilWritten(int milliseconds);
 
 private:
-  void RequireDevice() const;
+  struct Port; // the system's
+  [[nodiscard]] Port& Device() const;
 
-  QSerialPort port_;
-  bool lost_ = false;
+  std::unique_ptr<Port> port_;
 };
 
 } // namespace loader

@@ -17,6 +17,7 @@
 #include "core/UserUnits.h"
 #include "core/modFile.h"
 #include "core/modMain.h"
+#include "platform/FileName.h"
 #include "platform/Platform.h"
 
 namespace loader {
@@ -378,6 +379,9 @@ CommonDialog FileDialogOfModel(TextId title) {
 
 // A new file, or a regular one. A pipe whose other end nobody reads would hold up the opening for ever.
 bool MayBeSavedTo(const std::filesystem::path& path) {
+  if (!IsFileName(path)) {
+    return false;
+  }
   std::error_code error;
   const std::filesystem::file_type type = std::filesystem::status(path, error).type();
   return type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "core/OwnTexts.h"
+#include "core/PathText.h"
 #include "core/Text.h"
 #include "platform/Platform.h"
 
@@ -16,7 +17,7 @@ constexpr std::array<std::string_view, 4> Guides{"docs/user-guide.ja.html", "use
                                                  "docs/user-guide.ja.md", "user-guide.ja.md"};
 
 void TellWhere(OwnTextId text, const std::filesystem::path& file) {
-  ShowMessage(Replace(OwnText(text), u"@FILE@", FromUtf8(file.string())), BoxIcon::Exclamation);
+  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(file)), BoxIcon::Exclamation);
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "conversion/modModelChng.h"
 #include "core/ModelProfile.h"
 #include "core/OwnTexts.h"
+#include "core/PathText.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "core/modFile.h"
@@ -132,7 +133,7 @@ void OpenDropped(ParamLoaderScreen& window, const std::filesystem::path& file) {
   if (ExchangeUnderWay(window)) {
     return;
   }
-  const std::u16string name = FromUtf8(file.filename().string());
+  const std::u16string name = PathText(file.filename());
   if (AskBeforeLoss(Replace(OwnText(OwnTextId::OpenDroppedFile), u"@FILE@", name))) {
     Do(window, Deed::Open, [&] {
       OpenParameterFile(file, RefreshAll);

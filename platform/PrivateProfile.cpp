@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/FileName.h"
 #include "platform/WholeFile.h"
 
 namespace loader {
@@ -62,7 +63,7 @@ std::optional<KeyValue> KeyLine(std::string_view line) {
 // The lines of the file, each with its own line end, so that a write gives back what it does not change.
 std::optional<std::vector<std::string>> ReadLines(const std::filesystem::path& file) {
   std::error_code error;
-  if (!std::filesystem::is_regular_file(file, error)) {
+  if (!IsFileName(file) || !std::filesystem::is_regular_file(file, error)) {
     return std::nullopt; // a pipe or a device would be waited for without end
   }
   std::ifstream in(file, std::ios::binary);

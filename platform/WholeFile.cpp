@@ -5,6 +5,8 @@
 #include <string>
 #include <system_error>
 
+#include "platform/FileName.h"
+
 namespace loader {
 
 namespace {
@@ -85,6 +87,9 @@ enum class Proof { None, ReadBack };
 
 Replacement Replace(const std::filesystem::path& file, std::string_view bytes, Neighbours neighbours,
                     Proof proof) {
+  if (!IsFileName(file)) {
+    return Replacement::NoName;
+  }
   const std::optional<std::filesystem::path> target = FileBehindLinks(file);
   if (!target) {
     return Replacement::NoFile;

@@ -15,6 +15,7 @@ enum class Neighbours {
 // What became of a replacement. Everything but Done leaves the file as it was.
 enum class Replacement {
   Done,
+  NoName,   // no file can have this name: it is too long, or a device has it
   NoFile,   // a folder, a pipe, a device, links in a circle
   ReadOnly, // the file was made read-only, or may not be written
   NoNameBeside,

@@ -4,22 +4,20 @@
 #include <QFontInfo>
 #include <QLibraryInfo>
 #include <QWidget>
+#include <algorithm>
 
 #include "qt/ProgramStyle.h"
 #include "qt/ReadableColour.h"
+#include "qt/System.h"
 
 namespace loader {
 
 namespace {
 
-// One family for all scripts, so that half-width katakana, digits and kanji stand on one line.
-QString ProgramFamily() {
-  return QStringLiteral("Noto Sans CJK JP");
-}
-
 bool WritesJapanese(const QFont& font) {
   const QString family = font.families().value(0);
-  return family == ProgramFamily() || QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
+  return ProgramFamilies().contains(family) ||
+         QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
 }
 
 // A font that was chosen for Japanese, or the program's own. The pages are laid out for its size; of another
@@ -36,16 +34,18 @@ QFont JapaneseFont(QFont chosen) {
   // The chosen family only stands in where ours isn't installed: for a font of two families Qt asks the
   // system for the fallbacks of every script before it draws the first character, for a font of one when it
   // meets a character that the family lacks.
-  chosen.setFamilies(QFontDatabase::hasFamily(ProgramFamily())
-                         ? QStringList{ProgramFamily()}
-                         : QStringList{ProgramFamily(), chosen.family()});
+  const QStringList families = ProgramFamilies();
+  const auto there = std::find_if(families.begin(), families.end(),
+                                  [](const QString& family) { return QFontDatabase::hasFamily(family); });
+  chosen.setFamilies(there != families.end() ? QStringList{*there}
+                                             : QStringList{families.front(), chosen.family()});
   return chosen;
 }
 
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
-  setStyle(new ProgramStyle); // belongs to the application from here on
+  setStyle(new ProgramStyle(BaseStyle())); // belongs to the application from here on
   setFont(JapaneseFont(font()));
   KeepReadable();
   // The file dialog speaks Japanese where Qt's translations are installed.

@@ -8,10 +8,11 @@
 #include <QPixmapCache>
 #include <QStyle>
 #include <QStyleOption>
-#include <QSvgRenderer>
 #include <array>
 #include <stdexcept>
 #include <string>
+
+#include "qt/System.h"
 
 // The icons lie in a library, where nothing but this call pulls them in; it can't stand in a namespace.
 static void LoadIcons() {
@@ -22,18 +23,12 @@ namespace loader {
 
 namespace {
 
-QPixmap Draw(const QString& file, const QSize& size) {
-  const QString key = QStringLiteral("%1 %2 %3").arg(file).arg(size.width()).arg(size.height());
+QPixmap Draw(const std::string& name, const QSize& size) {
+  const QString key =
+      QStringLiteral("icon %1 %2 %3").arg(QString::fromStdString(name)).arg(size.width()).arg(size.height());
   QPixmap drawn;
   if (!QPixmapCache::find(key, &drawn)) {
-    QSvgRenderer drawing(file);
-    drawing.setAspectRatioMode(Qt::KeepAspectRatio);
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    drawing.render(&painter);
-    painter.end();
-    drawn = QPixmap::fromImage(image);
+    drawn = QPixmap::fromImage(DrawProgramIcon(name, size));
     QPixmapCache::insert(key, drawn);
   }
   return drawn;
@@ -42,13 +37,13 @@ QPixmap Draw(const QString& file, const QSize& size) {
 // Sizes are in pixels of the screen: QIcon asks for as many as the screen's scale takes.
 class DrawnIconEngine final : public QIconEngine {
 public:
-  explicit DrawnIconEngine(QString file) : file_(std::move(file)) {}
+  explicit DrawnIconEngine(std::string name) : name_(std::move(name)) {}
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
     if (size.isEmpty()) {
       return {};
     }
-    QPixmap drawn = Draw(file_, size);
+    QPixmap drawn = Draw(name_, size);
     if (mode == QIcon::Normal) {
       return drawn;
     }
@@ -64,7 +59,7 @@ public:
   bool isNull() override { return false; }
 
 private:
-  QString file_;
+  std::string name_;
 };
 
 struct FormIcon {
@@ -104,7 +99,7 @@ void Give(QWidget& form, const FormIcon& row) {
 
 QIcon DrawnIcon(std::string_view name) {
   LoadIcons();
-  return QIcon(new DrawnIconEngine(QString::fromStdString(":/icons/" + std::string(name) + ".svg")));
+  return QIcon(new DrawnIconEngine(std::string(name)));
 }
 
 void GiveFormIcons(QWidget& form, std::string_view name) {

@@ -1,7 +1,6 @@
 #include "qt/ProgramFolder.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QStandardPaths>
 #include <array>
 #include <fstream>
@@ -11,7 +10,7 @@
 #include "core/OwnTexts.h"
 #include "core/Text.h"
 #include "platform/DataFolder.h"
-#include "qt/QtText.h"
+#include "qt/System.h"
 
 namespace fs = std::filesystem;
 
@@ -20,10 +19,6 @@ namespace loader {
 namespace {
 
 constexpr std::array<std::string_view, 3> DataFiles{InitialSettingsName, "TextKOV.Ini", "TextRUG.Ini"};
-
-bool CanBeWritten(const fs::path& folder) {
-  return QFileInfo(ToQt(folder.u16string())).isWritable();
-}
 
 // Stands beside a copy that this program has made: a file without it is the user's own.
 fs::path CopyMark(const fs::path& own) {
@@ -90,7 +85,7 @@ ProgramFolder ChooseProgramFolder(const fs::path& executableFolder, const fs::pa
   if (!fs::exists(installed / InitialSettingsName, error)) {
     return {executableFolder, {}}; // nothing is installed: the program says that it has no initial settings
   }
-  if (installed == executableFolder && CanBeWritten(executableFolder)) {
+  if (installed == executableFolder && FolderCanBeWritten(executableFolder)) {
     return {executableFolder, {}};
   }
   const fs::path own = userData / InstalledFolderName;
@@ -99,7 +94,7 @@ ProgramFolder ChooseProgramFolder(const fs::path& executableFolder, const fs::pa
   } catch (const fs::filesystem_error& failure) {
     return {installed, Problem(own, failure.code().message())};
   }
-  return CanBeWritten(own)
+  return FolderCanBeWritten(own)
              ? ProgramFolder{own, {}}
              : ProgramFolder{installed,
                              Problem(own, std::make_error_code(std::errc::permission_denied).message())};

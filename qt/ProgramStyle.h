@@ -11,6 +11,7 @@ namespace loader {
 // drawn when it is needed.
 class ProgramStyle final : public QProxyStyle {
 public:
+  using QProxyStyle::QProxyStyle;
   [[nodiscard]] QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
                                    const QWidget* widget) const override;
   [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -4,15 +4,14 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QSettings>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include "core/OwnTexts.h"
 #include "core/Text.h"
 #include "core/TextTable.h"
 #include "qt/FrontWindow.h"
 #include "qt/QtText.h"
+#include "qt/System.h"
 #include "qt/UserInterface.h"
 
 namespace loader {
@@ -20,20 +19,6 @@ namespace loader {
 namespace {
 
 enum class Purpose { Open, Save };
-
-// Qt's dialog keeps its history in a settings file of its own. The program persists nothing but its two
-// files, so that history goes to a folder that is gone with the dialog.
-class ForgottenHistory {
-public:
-  ForgottenHistory() {
-    if (folder_.isValid()) {
-      QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.path());
-    }
-  }
-
-private:
-  QTemporaryDir folder_;
-};
 
 bool HasExtension(const QString& path) {
   return QFileInfo(path).fileName().lastIndexOf(u'.') > 0;

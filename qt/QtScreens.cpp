@@ -217,7 +217,7 @@ void QtScreens::Drag(const OpenScreen& open, QDropEvent& event) {
 }
 
 bool QtScreens::ShowDocument(const std::filesystem::path& file) {
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(file.u16string())));
 }
 
 void QtScreens::EndProgram() {

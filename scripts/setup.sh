@@ -3,6 +3,8 @@
 # As root or through sudo; asks no questions.
 set -euo pipefail
 
+source "$(dirname "$0")/packages.sh"
+
 packages=(
   build-essential cmake ninja-build ccache pkg-config
   qt6-base-dev qt6-serialport-dev qt6-svg-dev qt6-translations-l10n
@@ -12,26 +14,4 @@ packages=(
   xvfb openbox git man-db
 )
 
-missing=()
-for package in "${packages[@]}"; do
-  if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
-    missing+=("$package")
-  fi
-done
-if [ ${#missing[@]} -eq 0 ]; then
-  exit 0
-fi
-
-as_root=()
-if [ "$(id -u)" -ne 0 ]; then
-  if ! command -v sudo >/dev/null; then
-    echo "setup: these packages are missing and neither root nor sudo is at hand: ${missing[*]}" >&2
-    exit 1
-  fi
-  as_root=(sudo)
-fi
-
-echo "setup: installing ${missing[*]}"
-export DEBIAN_FRONTEND=noninteractive
-"${as_root[@]}" apt-get update -qq
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+install_missing "${packages[@]}"

@@ -12,7 +12,7 @@ options=(
   -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF
   # No part of the program, and each of them a library that Windows lacks here.
   -DFEATURE_sql=OFF -DFEATURE_dbus=OFF -DFEATURE_printsupport=OFF -DFEATURE_xml=OFF
-  -DFEATURE_concurrent=OFF -DINPUT_opengl=no -DFEATURE_vulkan=OFF -DFEATURE_ssl=OFF -DFEATURE_pkg_config=OFF
+  -DFEATURE_concurrent=OFF -DINPUT_opengl=no -DFEATURE_vulkan=OFF -DFEATURE_pkg_config=OFF
   # wintab.h is not among the compiler's headers.
   -DFEATURE_tabletevent=OFF
 )
@@ -28,8 +28,8 @@ fi
 # The source comes from where the machine's own packages come from; the machine's lists stay as they are.
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-work=$(mktemp -d "${TMPDIR:-/tmp}/qt-windows.XXXXXX")
-trap 'rm -rf "$work"' EXIT
+# A build that was broken off goes on where it stood.
+work=$folder.work
 mkdir -p "$work/apt/lists/partial" "$work/source" "$work/parts"
 {
   cat /etc/apt/sources.list 2>/dev/null | sed -n 's/^deb \(.*debian.*\)/deb-src \1/p' || true
@@ -41,13 +41,16 @@ apt=(-o "Dir::Etc::SourceList=$work/apt/sources.list" -o "Dir::Etc::SourceParts=
      -o "Dir::State::Lists=$work/apt/lists" -o APT::Sandbox::User=root)
 "${as_root[@]}" apt-get "${apt[@]}" update -qq >&2
 (cd "$work/source" && "${as_root[@]}" apt-get "${apt[@]}" source --only-source --download-only -qq "qt6-base=$version" >&2)
-(cd "$work/source" && dpkg-source --no-check -x ./*.dsc "$work/qt6-base" >&2)
+[ -d "$work/qt6-base" ] || (cd "$work/source" && dpkg-source --no-check -x ./*.dsc "$work/qt6-base" >&2)
 
 host=/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake
+export CCACHE_BASEDIR="$work" CCACHE_NOHASHDIR=1
+launcher=()
+command -v ccache >/dev/null && launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 cmake -S "$work/qt6-base" -B "$work/build" -G Ninja \
   -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/WindowsToolchain.cmake" -DCMAKE_INSTALL_PREFIX="$folder.part" \
   -DQT_HOST_PATH=/usr -DQt6HostInfo_DIR="$host/Qt6HostInfo" -DQT_HOST_PATH_CMAKE_DIR="$host" \
-  "${options[@]}" >&2
+  "${options[@]}" "${launcher[@]}" >&2
 rm -rf "$folder.part"
 cmake --build "$work/build" >&2
 cmake --install "$work/build" >&2
@@ -57,4 +60,5 @@ grep -rlF "$folder.part" "$folder.part" --include='*.cmake' --include='*.conf' -
 rm -rf "$folder"
 mv "$folder.part" "$folder"
 touch "$folder/built"
+rm -rf "$work"
 echo "$folder"

@@ -1,46 +1,29 @@
 #include "devices/DevicePlatform.h"
 
 #include <gtest/gtest.h>
-#include <link.h>
 
 #include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <fcntl.h>
 #include <stdexcept>
 #include <string>
-#include <termios.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
 #include "comm/modComunication.h"
 #include "core/OwnTexts.h"
 #include "platform/RunTimeFailure.h"
+#include "tests/devices/SerialLine.h"
+#include "tests/devices/TestSystem.h"
 #include "tests/support/ProcessorTime.h"
 
 namespace loader::test {
 namespace {
 
-int AddQtLibrary(dl_phdr_info* info, std::size_t, void* libraries) {
-  const std::string path = info->dlpi_name;
-  const std::size_t name = path.find("libQt6");
-  if (name != std::string::npos) {
-    static_cast<std::vector<std::string>*>(libraries)->push_back(
-        path.substr(name, path.find('.', name) - name));
-  }
-  return 0;
-}
-
 TEST(Devices, AProgramOnThemLoadsNoOtherQtThanTheirs) {
   const DevicePlatform platform;
-  std::vector<std::string> libraries;
-  dl_iterate_phdr(AddQtLibrary, &libraries);
-  std::sort(libraries.begin(), libraries.end());
-  EXPECT_EQ(libraries, (std::vector<std::string>{"libQt6Core", "libQt6Network", "libQt6SerialPort"}));
+  EXPECT_EQ(LoadedQtLibraries(), QtLibrariesOfTheDevices());
 }
 
 struct WithoutWindow : testing::Test {
@@ -56,7 +39,7 @@ struct WithoutWindow : testing::Test {
 };
 
 TEST_F(WithoutWindow, TheProgramFolderIsThatOfTheExecutable) {
-  EXPECT_EQ(ThePlatform().programFolder, std::filesystem::canonical("/proc/self/exe").parent_path());
+  EXPECT_EQ(ThePlatform().programFolder, ThisProgram().parent_path());
 }
 
 // The system's own words, for who asks why.
@@ -68,8 +51,8 @@ TEST_F(WithoutWindow, ADeviceThatFailsTellsWhy) {
   platform.serial.CommPort = 16;
   EXPECT_THROW(platform.serial.SetPortOpen(true), RunTimeFailure);
   ASSERT_EQ(told.size(), 1U);
-  EXPECT_EQ(told[0].first, u"/dev/ttyS15");
-  EXPECT_EQ(told[0].second, u"No such file or directory");
+  EXPECT_EQ(told[0].first, NameOfPort16());
+  EXPECT_EQ(told[0].second, ReasonForNoDevice());
 
   QTcpServer gone;
   ASSERT_TRUE(gone.listen(QHostAddress::LocalHost));
@@ -167,7 +150,9 @@ TEST_F(WithoutWindow, ThePortsAreTheSystems) {
     ThePlatform().MSComm1.SetPortOpen(true);
     FAIL() << "there is a port 16";
   } catch (const RunTimeFailure& failure) {
-    EXPECT_NE(std::string(failure.what()).find("/dev/ttyS15"), std::string::npos) << failure.what();
+    EXPECT_NE(std::string(failure.what()).find(QString::fromStdU16String(NameOfPort16()).toStdString()),
+              std::string::npos)
+        << failure.what();
   }
 }
 
@@ -196,42 +181,26 @@ TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
   socket.onFailure = nullptr;
 }
 
-// A terminal of the test's own, as a serial device.
-struct OwnTerminal {
-  OwnTerminal() {
-    grantpt(master);
-    unlockpt(master);
-  }
-  ~OwnTerminal() { ::close(master); }
-  OwnTerminal(const OwnTerminal&) = delete;
-  OwnTerminal& operator=(const OwnTerminal&) = delete;
-  [[nodiscard]] QString Name() const { return QString::fromLocal8Bit(ptsname(master)); }
-
-  int master = posix_openpt(O_RDWR | O_NOCTTY);
-};
-
 TEST(ChosenDevices, AreThoseThatTheUserNamesWithTheirSpeed) {
-  const OwnTerminal serial;
-  const OwnTerminal usb;
-  for (const auto& [baud, speed] : {std::pair{9600, B9600}, std::pair{0, B19200}}) {
-    const DevicePlatform platform(
-        {.programFolder = {}, .portMap = {}, .serialLine = {serial.Name(), baud}, .usbDevice = usb.Name()});
+  const SerialLine serial;
+  const SerialLine usb;
+  for (const auto& [baud, settings] : {std::pair{9600, "9600 odd"}, std::pair{0, "19200 odd"}}) {
+    const DevicePlatform platform({.programFolder = {},
+                                   .portMap = {},
+                                   .serialLine = {QString::fromStdString(serial.Device()), baud},
+                                   .usbDevice = QString::fromStdString(usb.Device())});
     SerialControl& port = ThePlatform().MSComm1;
     port.CommPort = 16; // there is none; the device that is named counts
     port.SetPortOpen(true);
     EXPECT_TRUE(port.PortOpen());
-    termios settings{};
-    ASSERT_EQ(tcgetattr(serial.master, &settings), 0);
-    EXPECT_EQ(cfgetospeed(&settings), static_cast<speed_t>(speed));
+    EXPECT_EQ(serial.Settings(), settings);
     port.SetPortOpen(false);
 
     std::int32_t handle = ThePlatform().USBOCX1.Open(0);
     EXPECT_GT(handle, 0);
     constexpr std::array<std::int32_t, 2> Sent{0x41, 0x42};
     EXPECT_EQ(ThePlatform().USBOCX1.Write(handle, Sent, 2, 1000), 2);
-    std::array<char, 2> arrived{};
-    EXPECT_EQ(::read(usb.master, arrived.data(), arrived.size()), 2);
-    EXPECT_EQ(std::string(arrived.begin(), arrived.end()), "AB");
+    EXPECT_EQ(usb.Receive(2), (Bytes{'A', 'B'}));
     ThePlatform().USBOCX1.Close(handle);
   }
 }

@@ -1,9 +1,12 @@
+#include <gtest/gtest.h>
+
 #include <QElapsedTimer>
 #include <QMetaObject>
 #include <QTest>
 #include <QTimer>
 
-#include "tests/qt/DeviceSupport.h"
+#include "qt/QtPlatform.h"
+#include "tests/support/ProcessorTime.h"
 
 namespace loader::test {
 namespace {

@@ -28,7 +28,7 @@ protected:
     }
   }
   [[nodiscard]] const fs::path& All() const { return all_.Path(); }
-  [[nodiscard]] long Count() const { return std::distance(fs::directory_iterator(All()), {}); }
+  [[nodiscard]] std::ptrdiff_t Count() const { return std::distance(fs::directory_iterator(All()), {}); }
 
 private:
   const std::string before_ = std::getenv(Variable.c_str()) == nullptr ? "" : std::getenv(Variable.c_str());

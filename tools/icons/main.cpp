@@ -1,6 +1,6 @@
-// icons: one picture of the desktop's icons in the sizes that desktops ask for.
+// icons: one drawing as pictures in the sizes that desktops ask for.
 //
-//   icons FILE.svg NAME FOLDER    writes FOLDER/<size>x<size>/NAME.png
+//   icons FILE.svg NAME FOLDER SIZE...    writes FOLDER/<size>x<size>/NAME.png
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
@@ -13,11 +13,12 @@ int main(int argc, char** argv) {
   const QGuiApplication application(argc, argv);
   const QStringList words = QGuiApplication::arguments();
   QSvgRenderer drawing(words.value(1));
-  if (words.size() != 4 || !drawing.isValid()) {
-    std::fputs("usage: icons FILE.svg NAME FOLDER\n", stderr);
+  if (words.size() < 5 || !drawing.isValid()) {
+    std::fputs("usage: icons FILE.svg NAME FOLDER SIZE...\n", stderr);
     return 64;
   }
-  for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+  for (const QString& word : words.mid(4)) {
+    const int size = word.toInt();
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);

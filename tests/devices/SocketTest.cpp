@@ -1,11 +1,10 @@
 // winSock against a real server on a free port.
-#include <sys/socket.h>
-
 #include <QTcpServer>
 #include <QTcpSocket>
 
 #include "platform/RunTimeFailure.h"
-#include "tests/qt/DeviceSupport.h"
+#include "tests/devices/DeviceTest.h"
+#include "tests/devices/TestSystem.h"
 
 namespace loader::test {
 namespace {
@@ -14,7 +13,7 @@ struct Socket : DeviceTest {
   QTcpServer server;
   QTcpSocket* peer = nullptr;
   int connects = 0;
-  SocketControl& socket = platform.socket;
+  SocketControl& socket = ThePlatform().winSock;
 
   void SetUp() override {
     ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
@@ -80,8 +79,7 @@ TEST_F(Socket, KeepsWhatCameBeforeTheOtherEndClosed) {
 
 TEST_F(Socket, AResetIsToldByNothing) {
   ConnectBoth();
-  const linger hard{1, 0};
-  setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
+  ResetWhenClosed(peer->socketDescriptor());
   peer->abort();
   ASSERT_TRUE(Until([&] { return socket.State() > 7; }));
   EXPECT_THROW(socket.SendData(AllBytes()), RunTimeFailure);

@@ -1,4 +1,4 @@
-#include "devices/DeviceNames.h"
+#include "devices/DeviceNamesLinux.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,13 +8,13 @@ namespace loader {
 
 namespace {
 
-[[maybe_unused]] QString PathText(const std::filesystem::path& path) {
+QString PathText(const std::filesystem::path& path) {
   return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 
 // What the entry of the program folder points at; empty when there is no such entry. A link whose device is
 // gone stands for a device that is gone, never for another one.
-[[maybe_unused]] QString EntryPath(const std::filesystem::path& entry) {
+QString EntryPath(const std::filesystem::path& entry) {
   std::error_code error;
   if (!std::filesystem::exists(std::filesystem::symlink_status(entry, error))) {
     return {};
@@ -25,13 +25,13 @@ namespace {
 
 } // namespace
 
-QString SerialPortPath([[maybe_unused]] const std::filesystem::path& programFolder, int port) {
-#ifdef Q_OS_WIN
-  return QStringLiteral("COM%1").arg(port);
-#else
+QString SerialPortPath(const std::filesystem::path& programFolder, int port) {
   const QString entry = EntryPath(programFolder / ("COM" + std::to_string(port)));
   return entry.isEmpty() ? QStringLiteral("/dev/ttyS%1").arg(port - 1) : entry;
-#endif
+}
+
+QString UsbPath(const std::filesystem::path& programFolder) {
+  return UsbPath(programFolder, "/dev");
 }
 
 QString UsbPath(const std::filesystem::path& programFolder, const std::filesystem::path& devices) {

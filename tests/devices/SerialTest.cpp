@@ -1,81 +1,25 @@
-// MSComm1 and USBOCX1 over pseudo-terminals.
+// MSComm1 and USBOCX1 over lines of the test's own.
 #include <QElapsedTimer>
-#include <fstream>
+#include <array>
 #include <numeric>
+#include <string>
 #include <thread>
+#include <tuple>
+#include <vector>
 
-#include "devices/DeviceNames.h"
-#include "devices/SerialDevice.h"
+#include "devices/QtSerial.h"
 #include "platform/RunTimeFailure.h"
-#include "tests/qt/DeviceSupport.h"
+#include "tests/devices/DeviceTest.h"
+#include "tests/devices/TestSystem.h"
 
 namespace loader::test {
 namespace {
 
-// settings and names
-
-TEST(SerialSettingsText, TakesBaudParityDataAndStopBits) {
-  const auto settings = ParseSerialSettings("19200,O,8,1");
-  ASSERT_TRUE(settings);
-  EXPECT_EQ(19200, settings->baud);
-  EXPECT_EQ(QSerialPort::OddParity, settings->parity);
-  EXPECT_EQ(QSerialPort::Data8, settings->dataBits);
-  EXPECT_EQ(QSerialPort::OneStop, settings->stopBits);
-  EXPECT_EQ(QSerialPort::EvenParity, ParseSerialSettings("9600,e,7,2")->parity);
-  EXPECT_EQ(QSerialPort::TwoStop, ParseSerialSettings("9600,N,7,2")->stopBits);
-}
-
-TEST(SerialSettingsText, RefusesWhatSaysNothing) {
-  for (const char* text : {"", "19200", "19200,O,8", "19200,O,8,1,1", "x,O,8,1", "0,O,8,1", "-1,O,8,1",
-                           "19200,X,8,1", "19200,O,9,1", "19200,O,8,3", "19200,O,8,", "99999999999,N,8,1"}) {
-    EXPECT_FALSE(ParseSerialSettings(text)) << text;
-  }
-}
-
-struct DeviceNames : testing::Test {
-  QTemporaryDir folder;
-  QTemporaryDir devices;
-  std::filesystem::path Program() { return folder.path().toStdString(); }
-  std::filesystem::path System() { return devices.path().toStdString(); }
-};
-
-TEST_F(DeviceNames, APortIsTheSystemsOwnWithoutAnEntry) {
-  EXPECT_EQ(QStringLiteral("/dev/ttyS0"), SerialPortPath(Program(), 1));
-  EXPECT_EQ(QStringLiteral("/dev/ttyS4"), SerialPortPath(Program(), 5));
-}
-
-TEST_F(DeviceNames, AnEntryOfTheProgramFolderComesFirst) {
-  std::ofstream(System() / "device").put('x');
-  std::filesystem::create_symlink(System() / "device", Program() / "COM2");
-  EXPECT_EQ((System() / "device").string(), SerialPortPath(Program(), 2).toStdString());
-}
-
-TEST_F(DeviceNames, AnEntryWhoseDeviceIsGoneStandsForNoOther) {
-  std::filesystem::create_symlink(System() / "gone", Program() / "COM2");
-  EXPECT_EQ((Program() / "COM2").string(), SerialPortPath(Program(), 2).toStdString());
-}
-
-TEST_F(DeviceNames, UsbIsTheFirstDeviceOfItsClass) {
-  EXPECT_EQ(QString(), UsbPath(Program(), System()));
-  for (const char* name : {"ttyACM1", "ttyACM0", "ttyUSB0"}) {
-    std::ofstream(System() / name).put('x');
-  }
-  EXPECT_EQ((System() / "ttyACM0").string(), UsbPath(Program(), System()).toStdString());
-}
-
-TEST_F(DeviceNames, TheEntryUsbComesFirst) {
-  std::ofstream(System() / "ttyACM0").put('x');
-  std::ofstream(System() / "other").put('x');
-  std::filesystem::create_symlink(System() / "other", Program() / "USB");
-  EXPECT_EQ((System() / "other").string(), UsbPath(Program(), System()).toStdString());
-}
-
 // serial port
 
 struct Serial : DeviceTest {
-  PseudoTerminal line;
-  SerialControl& port = platform.serial;
-  void SetUp() override { Link("COM1", line.path); }
+  SerialLine line{Folder(), "COM1"};
+  SerialControl& port = ThePlatform().MSComm1;
   void LoseTheDevice() {
     line.Unplug();
     ASSERT_TRUE(Until([&] {
@@ -88,12 +32,77 @@ struct Serial : DeviceTest {
   }
 };
 
-TEST_F(Serial, OpensAPseudoTerminalWithOddParity) {
+TEST_F(Serial, OpensALineWithOddParity) {
   EXPECT_FALSE(port.PortOpen());
   port.SetPortOpen(true);
   EXPECT_TRUE(port.PortOpen());
   port.SetPortOpen(false);
   EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Serial, TheLineIsSetAsTheSettingsSay) {
+  for (const auto& [settings, handshaking, set] :
+       {std::tuple{"19200,O,8,1", 0, "19200 odd"}, std::tuple{"9600,N,8,2", 0, "9600 two"},
+        std::tuple{"38400,E,8,1", 2, "38400 handshake"}}) {
+    port.Settings = settings;
+    port.Handshaking = handshaking;
+    port.SetPortOpen(true);
+    EXPECT_EQ(set, line.Settings()) << settings;
+    port.SetPortOpen(false);
+  }
+}
+
+TEST_F(Serial, APortOfTwoDigitsIsThatPort) {
+  const SerialLine twelve(Folder(), "COM12");
+  port.CommPort = 12;
+  port.SetPortOpen(true);
+  port.Output(Bytes{5});
+  EXPECT_EQ(Bytes{5}, twelve.Receive(1));
+}
+
+TEST_F(Serial, FramesGoOutOneAfterTheOther) {
+  port.SetPortOpen(true);
+  Bytes frame = AllBytes();
+  for (std::uint8_t i = 0; i < 4; ++i) {
+    frame[0] = i;
+    port.Output(frame);
+  }
+  port.Output({});
+  const Bytes all = line.Receive(1024);
+  for (std::uint8_t i = 0; i < 4; ++i) {
+    EXPECT_EQ(i, all[256U * i]);
+    EXPECT_EQ(255, all[256U * i + 255]);
+  }
+}
+
+TEST_F(Serial, OpensAgainAfterItWasClosed) {
+  for (std::uint8_t i = 0; i < 3; ++i) {
+    port.SetPortOpen(true);
+    port.Output(Bytes{i});
+    EXPECT_EQ(Bytes{i}, line.Receive(1));
+    line.Send(Bytes{i});
+    ASSERT_TRUE(Until([&] { return port.InBufferCount() == 1; }));
+    EXPECT_EQ(Bytes{i}, port.Input());
+    port.SetPortOpen(false);
+  }
+}
+
+TEST_F(Serial, APortInUseIsRefusedAndToldUntilItIsFree) {
+  if (!PortsAreForOneProgram()) {
+    GTEST_SKIP() << "wine gives a port to whoever asks for it";
+  }
+  port.SetPortOpen(true);
+  std::vector<std::u16string> reasons;
+  WhenDeviceFails = [&](std::u16string_view, std::u16string_view reason) { reasons.emplace_back(reason); };
+  QtSerial other(Folder());
+  EXPECT_THROW(other.SetPortOpen(true), RunTimeFailure);
+  EXPECT_FALSE(other.PortOpen());
+  WhenDeviceFails = {};
+  ASSERT_EQ(1U, reasons.size());
+  EXPECT_FALSE(reasons[0].empty());
+  port.SetPortOpen(false);
+  other.SetPortOpen(true);
+  EXPECT_TRUE(other.PortOpen());
 }
 
 TEST_F(Serial, EveryByteGoesOutAsItIs) {
@@ -149,6 +158,24 @@ TEST_F(Serial, ALostDeviceIsARunTimeFailureAndClosesQuietly) {
   EXPECT_FALSE(port.PortOpen());
 }
 
+TEST_F(Serial, WhyADeviceWentIsToldOnce) {
+  std::vector<std::u16string> devices;
+  std::vector<std::u16string> reasons;
+  WhenDeviceFails = [&](std::u16string_view device, std::u16string_view reason) {
+    devices.emplace_back(device);
+    reasons.emplace_back(reason);
+  };
+  port.SetPortOpen(true);
+  LoseTheDevice();
+  (void)ProcessorMsOfWaiting(50);
+  port.SetPortOpen(false);
+  WhenDeviceFails = {};
+  ASSERT_EQ(1U, devices.size());
+  EXPECT_TRUE(QString::fromStdString(line.Device()).endsWith(QString::fromStdU16String(devices[0])))
+      << line.Device();
+  EXPECT_FALSE(reasons[0].empty());
+}
+
 TEST_F(Serial, ALostDeviceCostsNoProcessorTime) {
   port.SetPortOpen(true);
   LoseTheDevice();
@@ -159,9 +186,7 @@ TEST_F(Serial, OpensAgainAfterTheDeviceCameBack) {
   port.SetPortOpen(true);
   LoseTheDevice();
   port.SetPortOpen(false);
-  PseudoTerminal again;
-  std::filesystem::remove(Folder() / "COM1");
-  Link("COM1", again.path);
+  const SerialLine again(Folder(), "COM1");
   port.SetPortOpen(true);
   port.Output(Bytes{7});
   EXPECT_EQ(Bytes{7}, again.Receive(1));
@@ -201,15 +226,13 @@ TEST_F(Serial, WaitingForAByteCostsNoProcessorTime) {
 // USB
 
 struct Usb : DeviceTest {
-  PseudoTerminal line;
-  UsbControl& usb = platform.usb;
+  SerialLine line{Folder(), "USB"};
+  UsbControl& usb = ThePlatform().USBOCX1;
   std::array<std::int32_t, 256> words{};
-  void SetUp() override { Link("USB", line.path); }
 };
 
 TEST_F(Usb, WithoutADeviceThereIsNoHandle) {
-  std::filesystem::remove(Folder() / "USB");
-  Link("USB", Folder() / "nothing");
+  line.Unplug();
   EXPECT_EQ(-1, usb.Open(0));
 }
 
@@ -270,6 +293,20 @@ TEST_F(Usb, AHandleThatIsNoneReadsAndWritesNothing) {
   handle = usb.Open(0);
   usb.Close(handle);
   EXPECT_EQ(0, usb.Write(handle, words, 10, 10));
+}
+
+TEST_F(Usb, OpensForEachExchange) {
+  for (std::int32_t i = 0; i < 3; ++i) {
+    std::int32_t handle = usb.Open(0);
+    ASSERT_NE(-1, handle);
+    words[0] = i;
+    EXPECT_EQ(1, usb.Write(handle, words, 1, 1000));
+    EXPECT_EQ(Bytes{static_cast<std::uint8_t>(i)}, line.Receive(1));
+    line.Send(AllBytes());
+    EXPECT_EQ(256, usb.Read(handle, words, 256, 1000));
+    EXPECT_EQ(255, words[255]);
+    usb.Close(handle);
+  }
 }
 
 TEST_F(Usb, OpensAgainAlthoughItWasLeftOpen) {

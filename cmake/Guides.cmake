@@ -1,0 +1,4 @@
+# What there is to read in every package, and the units that docs/paramtool.md shows.
+set(LOADER_GUIDES README.md README.ja.md docs/user-guide.md docs/user-guide.ja.md docs/paramtool.md docs/paramtool.ja.md
+                  docs/simulator.md docs/file-formats.md docs/parameters.md docs/ports.md docs/licences.md
+                  share/systemd/paramtool-backup.service share/systemd/paramtool-backup.timer)

@@ -1,0 +1,5 @@
+#!/usr/bin/env bash
+# Installs what is missing beside scripts/setup.sh to build for Windows and to try it under Wine. As root or through sudo.
+set -euo pipefail
+source "$(dirname "$0")/packages.sh"
+install_missing g++-mingw-w64-x86-64-posix wine64 wine nsis icoutils pandoc zip unzip dpkg-dev xz-utils

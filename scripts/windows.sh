@@ -1,0 +1,120 @@
+#!/usr/bin/env bash
+# Everything for Windows, made and tried on this Debian machine: sets it up, builds Qt once (scripts/windows-qt.sh), the
+# programs, runs the tests and the tour under Wine, and leaves a portable zip and an installer in build/packages.
+# At its end it lists what was proved under Wine (docs/windows.md says what Wine cannot prove).
+#   scripts/windows.sh            everything
+#   scripts/windows.sh build      the programs only
+#   scripts/windows.sh test ...   programs and tests; further words go to ctest
+#   scripts/windows.sh pack       programs and packages, without trying them
+set -euo pipefail
+cd "$(dirname "$0")/.."
+export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+what=${1:-all}
+shift || true
+
+./scripts/setup.sh
+./scripts/windows-setup.sh
+
+proved=()
+passed() { proved+=("$*"); echo "windows: $*"; }
+fail() { echo "windows: $*" >&2; exit 1; }
+
+# --- What the build needs of this machine: Qt and libmodbus for Windows, the tool that draws the icons.
+LOADER_QT_WINDOWS=$(./scripts/windows-qt.sh | tail -1)
+LOADER_LIBMODBUS_WINDOWS=$(./scripts/windows-libmodbus.sh | tail -1)
+export LOADER_QT_WINDOWS LOADER_LIBMODBUS_WINDOWS
+cmake --preset release >/dev/null
+cmake --build --preset release --target icons paramtool recorder-sim parameter-loader
+cmake --preset windows >/dev/null
+if [ "$what" = build ] || [ "$what" = pack ]; then
+  cmake --build --preset windows --target parameter-loader paramtool recorder-sim guides
+else
+  cmake --build --preset windows
+fi
+[ "$what" != build ] || exit 0
+
+# --- Under Wine, in a place of its own that ends with this script.
+work=$(mktemp -d)
+export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LANG=ja_JP.UTF-8
+end_all() { wineserver64 -k 2>/dev/null || wineserver -k 2>/dev/null || true; rm -rf "$work"; }
+trap end_all EXIT
+if [ "$what" != pack ]; then
+  wine wineboot --init >/dev/null 2>&1
+  # One run of the tests: the reports are in build/windows/Testing.
+  ctest --test-dir build/windows --output-on-failure --no-tests=error "$@" | tee "$work/tests"
+  passed "tests under Wine: $(grep 'tests passed' "$work/tests")"
+fi
+[ "$what" != test ] || exit 0
+
+# --- The packages.
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/windows/CMakeCache.txt)
+stage=$PWD/build/windows/stage/parameter-loader
+rm -rf "$stage"
+cmake --install build/windows --prefix "$stage" --strip >/dev/null
+# No library that neither Windows nor the folder has.
+system=' advapi32 authz comctl32 comdlg32 crypt32 d2d1 d3d11 d3d9 d3d12 dnsapi dwmapi dwrite dxgi gdi32 imm32 iphlpapi kernel32
+  mpr msvcrt ncrypt netapi32 ntdll ole32 oleaut32 powrprof rpcrt4 secur32 setupapi shcore shell32 shlwapi user32 userenv uxtheme
+  version winhttp winmm winspool.drv ws2_32 wtsapi32 bcrypt '
+while read -r file; do
+  for library in $(x86_64-w64-mingw32-objdump -p "$file" | sed -n 's/.*DLL Name: //p'); do
+    name=$(tr '[:upper:]' '[:lower:]' <<<"$library")
+    [ -e "$stage/$library" ] || [[ " ${system//$'\n'/ } " == *" ${name%.dll} "* ]] ||
+      fail "$(basename "$file") needs $library, which is not in the folder"
+  done
+done < <(find "$stage" -name '*.exe' -o -name '*.dll')
+
+mkdir -p build/packages
+name=parameter-loader-$version-windows
+rm -f build/packages/"$name"*
+(cd "$stage/.." && zip -q -r -X "$OLDPWD/build/packages/$name-portable.zip" parameter-loader)
+# What the uninstaller removes, the files before their folders.
+{
+  (cd "$stage" && find . -type f | sed 's|^\./||; s|/|\\|g; s|.*|Delete "$INSTDIR\\&"|')
+  (cd "$stage" && find . -mindepth 1 -depth -type d | sed 's|^\./||; s|/|\\|g; s|.*|RMDir "$INSTDIR\\&"|')
+} >"$work/remove.nsh"
+makensis -V2 -NOCD -INPUTCHARSET UTF8 -DVERSION="$version" -DSTAGE="$stage" -DREMOVE="$work/remove.nsh" \
+  -DOUTPUT="$PWD/build/packages/$name-setup.exe" share/windows/installer.nsi
+ls -l build/packages/"$name"*
+[ "$what" != pack ] || exit 0
+
+# --- Tried as a user has them.
+exec_tour() { # NAME FOLDER-OF-THE-PROGRAM...: the tour with the programs of that folder
+  local name=$1 folder=$2
+  cp build/windows/bin/recorder-tour.exe "$folder/"
+  cp "$LOADER_QT_WINDOWS/bin/Qt6Test.dll" "$folder/"
+  mkdir -p build/windows-tour
+  DISPLAY_SIZE=1280x1024 scripts/on-display.sh wine "$folder/recorder-tour.exe" "$(winepath -w "$PWD/build/windows-tour/$name")" ||
+    fail "the tour of $name fails"
+  rm "$folder/recorder-tour.exe" "$folder/Qt6Test.dll"
+  passed "the tour with the programs of $name"
+}
+place="$work/携帯 用 フォルダ"
+mkdir "$place"
+(cd "$place" && unzip -q "$OLDPWD/build/packages/$name-portable.zip")
+folder=$place/parameter-loader
+text=$(wine "$folder/paramtool.exe" show default:RUG CH1 --lang en)
+grep -q "CH 1 Tag: CH 01" <<<"$text" || fail "paramtool of the zip says: $text"
+passed "paramtool of the zip, in a folder with a Japanese name and blanks"
+exec_tour portable "$folder"
+
+for mode in CurrentUser AllUsers; do
+  wine "build/packages/$name-setup.exe" /S "/$mode" || fail "the installer fails for $mode"
+  if [ "$mode" = AllUsers ]; then
+    installed="$WINEPREFIX/drive_c/Program Files/Parameter Loader"
+  else
+    installed=$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local/"Parameter Loader")
+  fi
+  [ -e "$installed/parameter-loader.exe" ] || fail "nothing is installed for $mode"
+  exec_tour "installed-$mode" "$installed"
+  touch "$installed/mine.RUG"
+  cp "$installed/uninstall.exe" "$work/"
+  # Started from its own place the uninstaller copies itself and returns at once; told where it is it stays until it is done.
+  wine "$work/uninstall.exe" /S "/$mode" "_?=$(winepath -w "$installed")" || fail "the uninstaller fails for $mode"
+  [ -e "$installed/mine.RUG" ] || fail "the uninstaller has removed a file of the user's"
+  [ ! -e "$installed/parameter-loader.exe" ] || fail "the uninstaller has left the program"
+  rm -rf "$installed"
+  passed "installed, toured and uninstalled silently: $mode"
+done
+
+printf 'windows: proved under Wine %s:\n' "$(wine --version)"
+printf '  %s\n' "${proved[@]}"

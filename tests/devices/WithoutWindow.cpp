@@ -1,0 +1,11 @@
+#include "devices/DevicePlatform.h"
+#include "tests/devices/DeviceTest.h"
+
+namespace loader::test {
+
+std::shared_ptr<void> TestedPlatform(const std::filesystem::path& programFolder, const PortMap& portMap) {
+  return std::make_shared<DevicePlatform>(
+      DevicePlatformOptions{.programFolder = programFolder, .portMap = portMap});
+}
+
+} // namespace loader::test
