@@ -55,13 +55,20 @@ std::string AnchorOf(std::string_view heading) {
   return anchor;
 }
 
-void AddLinks(const std::string& line, std::vector<std::string>& links) {
-  for (std::size_t at = line.find("]("); at != std::string::npos; at = line.find("](", at + 2)) {
-    const std::size_t end = line.find(')', at);
+void AddTargets(const std::string& line, std::string_view before, char behind,
+                std::vector<std::string>& links) {
+  for (std::size_t at = line.find(before); at != std::string::npos; at = line.find(before, at + 1)) {
+    const std::size_t begin = at + before.size();
+    const std::size_t end = line.find(behind, begin);
     if (end != std::string::npos) {
-      links.push_back(line.substr(at + 2, end - at - 2));
+      links.push_back(line.substr(begin, end - begin));
     }
   }
+}
+// [text](target), and pictures that are given a width: <img src="target">.
+void AddLinks(const std::string& line, std::vector<std::string>& links) {
+  AddTargets(line, "](", ')', links);
+  AddTargets(line, "<img src=\"", '"', links);
 }
 
 Document Read(const fs::path& file) {
