@@ -255,8 +255,11 @@ private:
     menu.close();
   }
 
-  // The box in front of the window.
-  void Box(QWidget& box, const char* name) { Keep(name, OverTheMiddle(Window(), Titled(box))); }
+  // The box in front of the window, of which the lower part from there on is kept.
+  void Box(QWidget& box, const char* name, int from = 240) {
+    const QImage desk = OverTheMiddle(Window(), Titled(box));
+    Keep(name, desk.copy(0, from, desk.width(), desk.height() - from));
+  }
 
   void Write() {
     Guest::ChoosePage(0);
@@ -297,7 +300,7 @@ private:
   }
 
   void OtherModel() {
-    guest_.ExpectBox(Text(11016), QMessageBox::Ok, [&](QWidget& box) { Box(box, "model-question"); });
+    guest_.ExpectBox(Text(11016), QMessageBox::Ok, [&](QWidget& box) { Box(box, "model-question", 0); });
     Guest::ChooseRow("cmbType", 1);
     guest_.EndStep(QStringLiteral("the other model"));
     port_ = otherPort;
