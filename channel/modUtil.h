@@ -25,8 +25,8 @@ namespace loader {
 // "." and `position` zeros; empty for a position of 0 or less.
 [[nodiscard]] std::u16string DecimalMask(int position);
 
-// A number as it is typed under a Japanese input method, "－１２．５", in the characters that numbers are shown
-// in: digits, signs and the point, one for one. A text that is no number then either stays as it is.
+// A number as it is typed under a Japanese input method, "－１２．５", in the characters that numbers are
+// shown in: digits, signs and the point, one for one. A text that is no number then either stays as it is.
 [[nodiscard]] std::u16string HalfWidthNumber(std::u16string_view text);
 
 // The general numeric test: blanks, a sign, digits with an optional point among or around them, an exponent
@@ -60,8 +60,8 @@ struct NumberReading {
 
 // The whole check of a number field that is left. A failed field has shown its message, takes the focus back
 // and has its text selected; a good one shows the canonical text, except the field `txtYear`, which keeps
-// the digits that were typed. A disabled field shows its message and leaves the focus where it is. While WaitTimer2 runs
-// nothing is checked and the result is false. The caller answers a false result with WaitChk.
+// the digits that were typed. A disabled field shows its message and leaves the focus where it is. While
+// WaitTimer2 runs nothing is checked and the result is false. The caller answers a false result with WaitChk.
 [[nodiscard]] bool CheckValueField(int position, int minimum, int maximum, TextField& field);
 
 // The re-entry guard of the field checks: a failed check moves the focus, so other fields are left in turn;

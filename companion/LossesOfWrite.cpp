@@ -78,6 +78,9 @@ std::string TagAtFixedByte(const SectionWrite& layout, int byte) {
 
 // Whether another parameter is written where this one stands in today's layout.
 bool IsOverlaid(const SectionWrite& layout, const StoredParameter& found) {
+  if (found.number == nullptr && found.text == nullptr) {
+    return false; // no parameter of this model: it stands nowhere
+  }
   const int byte = 2 * (found.number != nullptr ? found.number->WordOffset : found.text->WordOffset);
   return !TagAtFixedByte(layout, byte).empty() ||
          (layout.oldTotalizer &&

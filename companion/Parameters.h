@@ -20,6 +20,7 @@ struct ParameterRef {
   std::string section;
   int item = 0;
   std::string tag;
+  // NOLINTNEXTLINE(modernize-use-nullptr): takes the comparison with zero that it is made of for a pointer
   auto operator<=>(const ParameterRef&) const = default;
 };
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # clang-format, clang-tidy and cppcheck over the product's sources (what is checked and what is switched off, with the
-# reason: .clang-tidy and the list below). Ends with 1 when one of them finds something.
+# reason: .clang-tidy and the list below), clang-format over the tests and benches too. Ends with 1 when one of them
+# finds something.
 #   scripts/lint.sh                  everything (some minutes)
 #   scripts/lint.sh companion comm   these folders
 set -euo pipefail
@@ -13,10 +14,15 @@ cmake --preset release >/dev/null
 cmake --build --preset release --target loader_qt >/dev/null
 
 folders=("$@")
-[ ${#folders[@]} -gt 0 ] || folders=(app channel channelscreens companion comm conversion core devices dialogs fields files mainwindow
-                                     meaning operation paramtool platform qt simulator tools)
+only_laid_out=()
+if [ ${#folders[@]} -eq 0 ]; then
+  folders=(app channel channelscreens companion comm conversion core devices dialogs fields files mainwindow meaning operation
+           paramtool platform qt simulator tools)
+  only_laid_out=(tests bench)
+fi
 mapfile -t sources < <(git ls-files -- "${folders[@]/%//*.cpp}")
-mapfile -t all < <(git ls-files -- "${folders[@]/%//*.cpp}" "${folders[@]/%//*.h}")
+laid_out=("${folders[@]}" "${only_laid_out[@]}")
+mapfile -t all < <(git ls-files -- "${laid_out[@]/%//*.cpp}" "${laid_out[@]/%//*.h}")
 found=0
 
 echo "lint: layout of ${#all[@]} files"

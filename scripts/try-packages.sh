@@ -34,6 +34,12 @@ for file in "$folder"/parameter-loader "$folder"/paramtool "$folder"/recorder-si
 done
 text=$("$folder/paramtool" show default:RUG CH1 --lang en)
 grep -q "CH 1 Tag: CH 01" <<<"$text" || fail "paramtool in the portable folder says: $text"
+# The packages are called by the version that the program says.
+version=$("$folder/paramtool" --version)
+version=${version#paramtool }
+for package in "$packages/parameter-loader_${version}_"*.deb "$packages/parameter-loader-$version-"*-portable.tar.gz; do
+  [ -e "$package" ] || fail "there is no $package"
+done
 # The window opens and leaves its settings in the folder; then it is told to go.
 try_window() {
   local settings=$1 window status=0

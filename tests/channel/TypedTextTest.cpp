@@ -94,9 +94,9 @@ TEST_F(TypedText, EmptyTextIsRefusedAsNotNumericAndNotForItsRange) {
 
 TEST_F(TypedText, TextsThatAreNoNumberAreRefused) {
   for (const char16_t* typed :
-       {u" ",        u"-",     u"+",   u".",   u"-.",  u"e5",  u".e5", u"1e",  u"1e+",
-        u"1e5.5",    u"1.2.3", u"--1", u"+-1", u"- 1", u"1 2", u"1-",  u"1,5", u"1,000",
-        u"0x10",     u"&H10",  u"1d3", u"1f",  u"abc", u"nan", u"NaN", u"inf", u"-inf",
+       {u" ",        u"-",      u"+",   u".",   u"-.",  u"e5",  u".e5", u"1e",  u"1e+",
+        u"1e5.5",    u"1.2.3",  u"--1", u"+-1", u"- 1", u"1 2", u"1-",  u"1,5", u"1,000",
+        u"0x10",     u"&H10",   u"1d3", u"1f",  u"abc", u"nan", u"NaN", u"inf", u"-inf",
         u"Infinity", u"１２ｍ", u"1\t", u"\t1", u"　1", u"¥1",  u"ー1"}) {
     SCOPED_TRACE(ToUtf8(typed));
     ExpectNotNumeric();
@@ -229,8 +229,8 @@ TEST_F(TypedText, AFullWidthNumberIsCutBehindItsPosition) {
 }
 
 TEST_F(TypedText, WhatIsNoNumberInFullWidthIsRefusedAndKept) {
-  for (const std::u16string_view typed : {u"ー１２", u"１２。５", u"１，０", u"１２ｍ", u"一", u"②", u"－", u"．",
-                                          u"１Ｅ２", u"１\u3000", u"\uFF0F", u"\uFF1A"}) {
+  for (const std::u16string_view typed : {u"ー１２", u"１２。５", u"１，０", u"１２ｍ", u"一", u"②", u"－",
+                                          u"．", u"１Ｅ２", u"１\u3000", u"\uFF0F", u"\uFF1A"}) {
     platform.ExpectBox(62200);
     EXPECT_EQ(std::nullopt, Store(typed, 1));
     EXPECT_EQ(typed, text);

@@ -18,6 +18,10 @@ namespace {
 
 const Speech English{Language::English, false};
 
+// Those of all items of all sections: a parameter more in data/InitSet.Ini is one more for each of its items.
+constexpr std::size_t KovParameters = 2560;
+constexpr std::size_t RugParameters = 5996;
+
 class Comparisons : public CompanionTest {
 protected:
   static WholeSetUp Initial(std::string_view model) { return InitialSetUp(model, Language::English); }
@@ -58,7 +62,7 @@ TEST_F(Comparisons, OfASetUpWithItselfFindNothing) {
   for (const char* model : {"KOV", "RUG"}) {
     const Comparison comparison = Compared(Initial(model), Initial(model));
     EXPECT_TRUE(comparison.Equal());
-    EXPECT_EQ(comparison.compared, model == std::string("KOV") ? 2560U : 5996U);
+    EXPECT_EQ(comparison.compared, model == std::string("KOV") ? KovParameters : RugParameters);
     EXPECT_EQ(comparison.leftOut, 0U);
   }
 }
@@ -101,7 +105,7 @@ TEST_F(Comparisons, TellEveryDifferenceWithTwoTextsThatDiffer) {
                    }
                  });
                }));
-  EXPECT_EQ(comparison.Count(Verdict::Different), 5996U);
+  EXPECT_EQ(comparison.Count(Verdict::Different), RugParameters);
   for (const ComparedParameter& parameter : comparison.found) {
     if (!parameter.hidden) {
       EXPECT_NE(ShownValue(parameter, parameter.a), ShownValue(parameter, parameter.b))
@@ -158,8 +162,8 @@ TEST_F(Comparisons, NeverShowASecret) {
 
 TEST_F(Comparisons, OfTwoModelsNameWhatOnlyOneHas) {
   const Comparison comparison = Compared(Initial("KOV"), Initial("RUG"));
-  EXPECT_EQ(comparison.compared, 5996U) << "all keys of KOV exist in RUG";
-  EXPECT_EQ(comparison.Count(Verdict::OnlyInB), 5996U - 2560U);
+  EXPECT_EQ(comparison.compared, RugParameters) << "all keys of KOV exist in RUG";
+  EXPECT_EQ(comparison.Count(Verdict::OnlyInB), RugParameters - KovParameters);
   EXPECT_EQ(comparison.Count(Verdict::OnlyInA), 0U);
   const ComparedParameter& only = The(comparison, "C40TAG");
   EXPECT_EQ(only.verdict, Verdict::OnlyInB);
@@ -167,7 +171,7 @@ TEST_F(Comparisons, OfTwoModelsNameWhatOnlyOneHas) {
   EXPECT_FALSE(only.a.value);
   EXPECT_EQ(ShownValue(only, only.a), u"");
   EXPECT_EQ(ShownValue(only, only.b), u"\"CH 41\"");
-  EXPECT_EQ(Compared(Initial("RUG"), Initial("KOV")).Count(Verdict::OnlyInA), 5996U - 2560U);
+  EXPECT_EQ(Compared(Initial("RUG"), Initial("KOV")).Count(Verdict::OnlyInA), RugParameters - KovParameters);
 }
 
 TEST_F(Comparisons, OfTwoModelsSayBothNamesWhereTheyDiffer) {
@@ -190,7 +194,7 @@ TEST_F(Comparisons, LookOnlyAtWhatWasAskedForAndCountTheRest) {
   const CompareScope both{{Selection(u"CH3"), Selection(u"CH4")}, {Selection(u"alarms")}};
   const Comparison comparison = Compared(Initial("KOV"), changed, both);
   EXPECT_EQ(KeysOf(comparison, Verdict::Different), (Keys{"C02COLR", "C03TAG"}));
-  EXPECT_EQ(comparison.compared + comparison.leftOut, 2560U);
+  EXPECT_EQ(comparison.compared + comparison.leftOut, KovParameters);
 }
 
 TEST_F(Comparisons, OfTwoModelsKeepWhatOneOfThemMeansOtherwise) {
@@ -264,10 +268,10 @@ TEST_F(Comparisons, CountWhatAFileDoesNotSet) {
     WithSetUp(opened, [&] { ASSERT_TRUE(LoadParamBytes(bytes)); });
     return CountUnnamed(opened, bytes);
   };
-  EXPECT_EQ(unnamed("KOV", ""), 2558U) << "TTSM and TTEM no file sets";
-  EXPECT_EQ(unnamed("KOV", "C00COLR,3\r\nC00COLR,4\r\nC01TAG ,x\r\n"), 2556U);
-  EXPECT_EQ(unnamed("KOV", "C00COLR,1\r\n"), 2557U) << "though it is the default";
-  EXPECT_EQ(unnamed("KOV", "T00BMEM,1\r\n"), 2557U) << "the name of an older file";
+  EXPECT_EQ(unnamed("KOV", ""), KovParameters - 2) << "TTSM and TTEM no file sets";
+  EXPECT_EQ(unnamed("KOV", "C00COLR,3\r\nC00COLR,4\r\nC01TAG ,x\r\n"), KovParameters - 4);
+  EXPECT_EQ(unnamed("KOV", "C00COLR,1\r\n"), KovParameters - 3) << "though it is the default";
+  EXPECT_EQ(unnamed("KOV", "T00BMEM,1\r\n"), KovParameters - 3) << "the name of an older file";
   EXPECT_EQ(unnamed("KOV", BytesOf("default:KOV")), 0U);
   EXPECT_EQ(unnamed("RUG", BytesOf("default:RUG")), 0U);
 }

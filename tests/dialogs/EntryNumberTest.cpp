@@ -53,7 +53,8 @@ TEST_P(EntryNumber, ShowsItsEntry) {
 }
 
 TEST_P(EntryNumber, MayBeWrittenInAnyWayThatIsAWholeNumber) {
-  for (const std::u16string_view typed : {u"3", u" 3 ", u"3.0", u"+3", u"03", u"0.3e1", u"3.", u"３", u"＋３．０"}) {
+  for (const std::u16string_view typed :
+       {u"3", u" 3 ", u"3.0", u"+3", u"03", u"0.3e1", u"3.", u"３", u"＋３．０"}) {
     Show(0, [&] {
       user.Type(frame->number, typed);
       EXPECT_TRUE(user.Leave(frame->number)) << ToUtf8(typed);

@@ -32,8 +32,9 @@ Guest::~Guest() {
   qApp->removeEventFilter(this);
 }
 
-void Guest::ExpectBox(const QString& text, QMessageBox::StandardButton answer) {
-  expected_.push_back({Expected::Kind::Box, text, answer, {}});
+void Guest::ExpectBox(const QString& text, QMessageBox::StandardButton answer,
+                      std::function<void(QWidget&)> look) {
+  expected_.push_back({Expected::Kind::Box, text, answer, std::move(look)});
 }
 
 void Guest::ExpectFileDialog(const QString& path) {
@@ -215,6 +216,9 @@ void Guest::AnswerBox(QMessageBox& box) {
   // As a user: a box that went before the window manager knew it would leave no window active behind it.
   if (!test::BecomesActive(box)) {
     throw TourFailure(QStringLiteral("a box does not become active: ") + box.text());
+  }
+  if (next.act) {
+    next.act(box);
   }
   const auto role = next.button == QMessageBox::Ok ? QMessageBox::AcceptRole : QMessageBox::RejectRole;
   for (QAbstractButton* button : box.buttons()) {

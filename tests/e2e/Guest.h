@@ -31,7 +31,9 @@ public:
 
   // The next box has to hold this text and is answered with the button. A box that nobody told of is a
   // failure of the tour, found at the end of the step.
-  void ExpectBox(const QString& text, QMessageBox::StandardButton answer);
+  // `look` sees the box before that.
+  void ExpectBox(const QString& text, QMessageBox::StandardButton answer,
+                 std::function<void(QWidget&)> look = {});
   // The next file dialog gets this path typed in.
   void ExpectFileDialog(const QString& path);
   // The next screen with this object name is given to `act` once it is shown and active; it may open further

@@ -63,10 +63,10 @@ struct Typed {
   const char* shown;
 };
 TEST_P(NumberFieldTest, StoresWhatWasTypedAndShowsItsCanonicalForm) {
-  for (const Typed& typed : {Typed{u"0", 0, "0"}, Typed{u"300", 300, "300"}, Typed{u"-20", -20, "-20"},
-                             Typed{u" 12 ", 12, "12"}, Typed{u"+7", 7, "7"}, Typed{u"0099", 99, "99"},
-                             Typed{u"12.9", 12, "12"}, Typed{u"2e2", 200, "200"}, Typed{u"１２", 12, "12"},
-                             Typed{u"－２０", -20, "-20"}, Typed{u"１２．９", 12, "12"}}) {
+  for (const Typed& typed :
+       {Typed{u"0", 0, "0"}, Typed{u"300", 300, "300"}, Typed{u"-20", -20, "-20"}, Typed{u" 12 ", 12, "12"},
+        Typed{u"+7", 7, "7"}, Typed{u"0099", 99, "99"}, Typed{u"12.9", 12, "12"}, Typed{u"2e2", 200, "200"},
+        Typed{u"１２", 12, "12"}, Typed{u"－２０", -20, "-20"}, Typed{u"１２．９", 12, "12"}}) {
     EXPECT_TRUE(TypeAndLeave(typed.text));
     EXPECT_EQ(typed.value, Value()) << typed.shown;
     EXPECT_EQ(typed.shown, TextOf(*field_));
@@ -91,8 +91,8 @@ struct Failure {
 TEST_P(NumberFieldTest, RefusesWhatIsNoNumberOrOutOfRange) {
   for (const Failure& failure :
        {Failure{u"", NotNumeric}, Failure{u" ", NotNumeric}, Failure{u"abc", NotNumeric},
-        Failure{u"1,2", NotNumeric}, Failure{u"１２ａ", NotNumeric}, Failure{u"３０１", OutOfRange}, Failure{u"301", OutOfRange},
-        Failure{u"-21", OutOfRange}, Failure{u"99999", OutOfRange}}) {
+        Failure{u"1,2", NotNumeric}, Failure{u"１２ａ", NotNumeric}, Failure{u"３０１", OutOfRange},
+        Failure{u"301", OutOfRange}, Failure{u"-21", OutOfRange}, Failure{u"99999", OutOfRange}}) {
     platform.boxes.Expect(failure.message);
     EXPECT_FALSE(TypeAndLeave(failure.text)) << "keeps the focus";
     EXPECT_EQ(25, Value());

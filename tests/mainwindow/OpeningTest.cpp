@@ -241,7 +241,7 @@ TEST_F(VersionScreen, TellsTheProgramAndItsVersionInThreeNumbers) {
   user.Click(Window().menuVersion);
   EXPECT_EQ("バージョン情報", caption);
   EXPECT_EQ("パラメータローダ", title);
-  EXPECT_EQ("バージョン　1.0.0", version);
+  EXPECT_EQ("バージョン　" LOADER_VERSION, version);
   EXPECT_EQ("ＯＫ", button);
 }
 

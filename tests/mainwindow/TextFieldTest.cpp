@@ -47,9 +47,9 @@ struct TypedOctet {
   int value;
 };
 TEST_P(OctetTest, StoresDigitsAndShowsThemAsAPlainNumber) {
-  for (const TypedOctet& typed : {TypedOctet{u"0", 0}, TypedOctet{u"255", 255}, TypedOctet{u"007", 7},
-                                  TypedOctet{u"000", 0}, TypedOctet{u"00000000192", 192},
-                                  TypedOctet{u"１９２", 192}, TypedOctet{u"０７", 7}}) {
+  for (const TypedOctet& typed :
+       {TypedOctet{u"0", 0}, TypedOctet{u"255", 255}, TypedOctet{u"007", 7}, TypedOctet{u"000", 0},
+        TypedOctet{u"00000000192", 192}, TypedOctet{u"１９２", 192}, TypedOctet{u"０７", 7}}) {
     EXPECT_TRUE(TypeAndLeave(typed.text));
     EXPECT_EQ(typed.value, Value());
     EXPECT_EQ(std::to_string(typed.value), TextOf(*box_));
@@ -57,8 +57,9 @@ TEST_P(OctetTest, StoresDigitsAndShowsThemAsAPlainNumber) {
 }
 
 TEST_P(OctetTest, RefusesWhatIsNoDigitOrOutOfRange) {
-  for (const char16_t* text : {u"", u" ", u"1 ", u" 1", u"-1", u"+1", u"1.0", u"1e1", u"12a", u"１２ａ", u"－１", u"１．０", u"256",
-                               u"300", u"32768", u"70000", u"99999999999999999999"}) {
+  for (const char16_t* text :
+       {u"", u" ", u"1 ", u" 1", u"-1", u"+1", u"1.0", u"1e1", u"12a", u"１２ａ", u"－１", u"１．０", u"256",
+        u"300", u"32768", u"70000", u"99999999999999999999"}) {
     Window().focusRequest = nullptr;
     platform.boxes.Expect(u"0から255の値を入力してください");
     box_->text = text;

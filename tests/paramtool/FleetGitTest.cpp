@@ -117,8 +117,7 @@ TEST_F(FleetGit, TheRepositoryIsThatOfTheFolderWhateverTheEnvironmentSays) {
 TEST_F(FleetGit, SpeaksTheLanguageOfTheReport) {
   MakeRepository();
   EXPECT_EQ(ReadPlant({"--lang", "ja"}).status, ExitGood);
-  EXPECT_EQ(GitText({"log", "--format=%B"}),
-            "記録計の設定 2 台: 炉 1、Dryer\n\n炉 1: 新規\nDryer: 新規\n\n");
+  EXPECT_EQ(GitText({"log", "--format=%B"}), "記録計の設定 2 台: 炉 1、Dryer\n\n炉 1: 新規\nDryer: 新規\n\n");
 }
 
 TEST_F(FleetGit, WhatOthersHaveStagedStaysTheirs) {

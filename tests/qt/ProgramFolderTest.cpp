@@ -3,6 +3,8 @@
 #include "qt/ProgramFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <fstream>
@@ -26,6 +28,22 @@ protected:
   static std::string Content(const fs::path& file) {
     std::ifstream in(file);
     return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  // The choice of a user who may write no folder that is not his, whoever runs the tests: whether it is
+  // `path`, and whether there is a problem.
+  bool IsChosenByAnyone(const fs::path& path, bool problem) const {
+    fs::permissions(folder.Path(), fs::perms(0755));
+    const pid_t child = fork();
+    if (child == 0) {
+      constexpr uid_t Nobody = 65534;
+      const bool dropped = geteuid() != 0 || setuid(Nobody) == 0;
+      const ProgramFolder chosen = ChooseProgramFolder(bin, home);
+      _exit(dropped && chosen.path == path && chosen.problem.empty() != problem ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return status == 0;
   }
 
   TemporaryFolder folder{"program-folder-test-"};
@@ -96,6 +114,22 @@ TEST_F(ProgramFolders, AFolderThatCannotBeMadeIsToldAndTheDataIsUsedWhereItIs) {
   EXPECT_EQ(chosen.path, share);
   EXPECT_NE(chosen.problem.find(u"/dev/null/no folder/parameter-loader"), std::u16string::npos);
   EXPECT_EQ(chosen.problem.find(u'@'), std::u16string::npos);
+}
+
+TEST_F(ProgramFolders, APortableFolderThatCannotBeWrittenGivesEachUserOneOfHisOwn) {
+  Put(bin, "portable");
+  fs::create_directories(home);
+  fs::permissions(bin, fs::perms(0555));
+  fs::permissions(home, fs::perms(0777));
+  EXPECT_TRUE(IsChosenByAnyone(home / "parameter-loader", false));
+  EXPECT_EQ(Content(home / "parameter-loader/TextKOV.Ini"), "portable");
+  // His own cannot be written either: the data stays where it is, and the program says so.
+  fs::remove_all(home / "parameter-loader");
+  fs::permissions(home, fs::perms(0555));
+  EXPECT_TRUE(IsChosenByAnyone(bin, true));
+  for (const fs::path& locked : {bin, home}) {
+    fs::permissions(locked, fs::perms(0755)); // so that the test can take them away
+  }
 }
 
 TEST_F(ProgramFolders, WithoutDataItIsThatOfTheExecutable) {
