@@ -1,5 +1,5 @@
 ; The installer: for one user or for all, in Japanese or English as Windows is.
-;   makensis -DVERSION=1.0.0 -DSTAGE=FOLDER -DREMOVE=LIST -DOUTPUT=FILE.exe installer.nsi
+;   makensis -DVERSION=NUMBER -DSTAGE=FOLDER -DREMOVE=LIST -DOUTPUT=FILE.exe installer.nsi
 ; STAGE is the portable folder; REMOVE holds a Delete or RMDir line for everything in it (scripts/windows.sh).
 ; Silent: /S with /AllUsers or /CurrentUser, and /D=FOLDER as the last word.
 Unicode true
