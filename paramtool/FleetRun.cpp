@@ -6,11 +6,10 @@
 #include <QProcess>
 #include <QTimer>
 #include <algorithm>
-#include <csignal>
 #include <memory>
 #include <set>
-#include <unistd.h>
 
+#include "paramtool/ChildProcess.h"
 #include "paramtool/FleetSignals.h"
 
 namespace loader::paramtool {
@@ -19,6 +18,7 @@ namespace {
 
 struct Child {
   QProcess process;
+  ChildProcess control{process};
   QTimer watchdog;
   QTimer kill;
   QElapsedTimer sinceStart;
@@ -73,12 +73,11 @@ private:
     QObject::connect(&child.watchdog, &QTimer::timeout, &process,
                      [this, job] { AskToEnd(job, ChildEnd::TimedOut); });
     QObject::connect(&child.kill, &QTimer::timeout, &process, [&process] { process.kill(); });
-    // A Ctrl+C on the terminal reaches this program alone, which passes it on once.
-    process.setChildProcessModifier([] { ::setpgid(0, 0); });
     process.setStandardInputFile(QProcess::nullDevice());
     child.sinceStart.start();
     child.watchdog.start(run_.timeout);
     process.start(run_.program, jobs_[job].arguments);
+    child.control.Started();
     TellRunning();
   }
 
@@ -87,8 +86,8 @@ private:
     if (child.why == ChildEnd::Ended) {
       child.why = why;
     }
-    if (const qint64 id = child.process.processId(); id > 0) {
-      ::kill(static_cast<pid_t>(id), SIGTERM);
+    if (child.process.processId() > 0) {
+      child.control.AskToEnd();
       child.kill.start(run_.grace);
     }
   }

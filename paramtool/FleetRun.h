@@ -37,7 +37,7 @@ struct ChildRun {
   QString program;
   int jobs = 4;             // at a time
   int timeout = 900 * 1000; // milliseconds for each
-  // From the request to end (SIGTERM, so that a child puts its things in order) to the kill.
+  // From the request to end (so that a child puts its things in order) to the kill.
   int grace = 10 * 1000;
   std::function<void(std::size_t job, const ChildResult&)> ended = {};
   std::function<void(std::size_t running)> changed = {}; // after each start and end

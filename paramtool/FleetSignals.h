@@ -1,9 +1,7 @@
-// Ctrl+C and its like (SIGINT, SIGTERM, SIGHUP) as a call out of the event loop.
+// Ctrl+C and its like (SIGINT, SIGTERM, SIGHUP; on Windows Ctrl+Break and the closed console too) as a call
+// out of the event loop.
 #pragma once
 
-#include <QSocketNotifier>
-#include <array>
-#include <csignal>
 #include <functional>
 #include <memory>
 
@@ -19,10 +17,8 @@ public:
   FleetSignals& operator=(const FleetSignals&) = delete;
 
 private:
-  static constexpr std::array<int, 3> Signals{SIGINT, SIGTERM, SIGHUP};
-  std::array<struct sigaction, Signals.size()> before_{};
-  std::array<int, 2> pipe_{-1, -1};
-  std::unique_ptr<QSocketNotifier> notifier_;
+  struct Inside;
+  std::unique_ptr<Inside> inside_;
 };
 
 } // namespace loader::paramtool

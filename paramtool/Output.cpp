@@ -1,9 +1,8 @@
-#include <cstdio>
-
 #include <QJsonDocument>
 
 #include "core/Text.h"
 #include "paramtool/Command.h"
+#include "paramtool/StandardStreams.h"
 
 namespace loader::paramtool {
 
@@ -21,8 +20,7 @@ void Output::Raw(std::string_view bytes) {
 }
 
 void Output::Message(std::u16string_view text) {
-  const std::string line = "paramtool: " + ToUtf8(VisibleText(text)) + "\n";
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  WriteToErrors("paramtool: " + ToUtf8(VisibleText(text)) + "\n");
 }
 
 bool Output::Flush(Exit exit) {
@@ -30,8 +28,7 @@ bool Output::Flush(Exit exit) {
     json_->insert(QStringLiteral("exit"), static_cast<int>(exit));
     bytes_ = QJsonDocument(*json_).toJson(QJsonDocument::Indented).toStdString();
   }
-  const bool all = std::fwrite(bytes_.data(), 1, bytes_.size(), stdout) == bytes_.size();
-  return std::fflush(stdout) == 0 && all;
+  return WriteToOutput(bytes_);
 }
 
 } // namespace loader::paramtool

@@ -1,15 +1,9 @@
 #include "paramtool/ProgressLine.h"
 
-#include <cstdio>
 #include <string>
 
 #include "core/Text.h"
-
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "paramtool/StandardStreams.h"
 
 namespace loader::paramtool {
 
@@ -17,17 +11,8 @@ namespace {
 
 constexpr const char* ClearLine = "\r\x1b[K";
 
-bool ErrorsGoToATerminal() {
-#ifdef _WIN32
-  return _isatty(_fileno(stderr)) != 0;
-#else
-  return ::isatty(STDERR_FILENO) != 0;
-#endif
-}
-
 void Write(const std::string& text) {
-  std::fprintf(stderr, "%s%s", ClearLine, text.c_str());
-  std::fflush(stderr);
+  WriteToErrors(ClearLine + text);
 }
 
 } // namespace

@@ -78,7 +78,8 @@ TEST_F(ProvedSave, GoesThroughALinkAndKeepsThePermissions) {
 TEST_F(ProvedSave, LeavesTheOldFileWhenTheDiskIsFull) {
   const std::string old = Saved();
   Put("C", 0, "FILT", 77);
-  for (const rlim_t room : {rlim_t{0}, rlim_t{5}, rlim_t{1000}, rlim_t{ParamFileBytes().size() - 1}}) {
+  for (const std::size_t room :
+       {std::size_t{0}, std::size_t{5}, std::size_t{1000}, ParamFileBytes().size() - 1}) {
     const FullDisk disk(room);
     Fails(Replacement::NotWritten, Path("saved.KOV"));
     Fails(Replacement::NotWritten, Path("another.KOV"));

@@ -435,7 +435,7 @@ TEST_F(TextOutputs, AskForAFileOfTexts) {
 }
 
 TEST_F(TextOutputs, WriteUnderAJapaneseName) {
-  platform.fileDialogs.answers.push_back(platform.folder / "設定 表.txt");
+  platform.fileDialogs.answers.push_back(platform.folder / PathOf(u"設定 表.txt"));
   WriteTextOutput();
   EXPECT_EQ(ToCodePage(u"KOV K熱電対  \r\n"), platform.ReadFile("設定 表.txt"));
 }

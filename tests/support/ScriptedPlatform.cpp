@@ -264,11 +264,11 @@ void ScriptedPlatform::ExpectBox(int textId, BoxAnswer answer, std::function<voi
 }
 
 void ScriptedPlatform::WriteFile(std::string_view name, std::string_view bytes) {
-  std::ofstream(folder / name, std::ios::binary) << bytes;
+  std::ofstream(folder / PathOf(FromUtf8(name)), std::ios::binary) << bytes;
 }
 
 std::string ScriptedPlatform::ReadFile(std::string_view name) const {
-  std::ifstream in(folder / name, std::ios::binary);
+  std::ifstream in(folder / PathOf(FromUtf8(name)), std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 

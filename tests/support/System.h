@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace loader::test {
 
@@ -17,5 +18,8 @@ void RemoveEnvironment(const std::string& name);
 [[nodiscard]] std::string TemporaryFolderVariable();
 
 [[nodiscard]] long ProcessId();
+
+// The files of the libraries that this process has loaded.
+[[nodiscard]] std::vector<std::string> LoadedLibraries();
 
 } // namespace loader::test

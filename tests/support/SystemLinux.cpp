@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <link.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,6 +26,17 @@ std::string TemporaryFolderVariable() {
 
 long ProcessId() {
   return ::getpid();
+}
+
+std::vector<std::string> LoadedLibraries() {
+  std::vector<std::string> names;
+  dl_iterate_phdr(
+      [](dl_phdr_info* info, std::size_t, void* all) {
+        static_cast<std::vector<std::string>*>(all)->emplace_back(info->dlpi_name);
+        return 0;
+      },
+      &names);
+  return names;
 }
 
 } // namespace loader::test

@@ -5,13 +5,10 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <memory>
-#include <utility>
-
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
+#include <memory>
 #include <unistd.h>
-#endif
+#include <utility>
 
 namespace loader::paramtool {
 
@@ -28,19 +25,16 @@ void Note(int /*signal*/) {
   for (const int signal : Signals) {
     std::signal(signal, SIG_DFL);
   }
-#ifdef Q_OS_UNIX
   const char byte = 0;
   const int before = errno;
   static_cast<void>(::write(wakingEnd, &byte, 1) == 1);
   errno = before;
-#endif
 }
 
 } // namespace
 
 struct Interrupt::Inside {
   explicit Inside(std::function<void()> wakeUp) : wake(std::move(wakeUp)) {
-#ifdef Q_OS_UNIX
     if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) == 0) {
       wakingEnd = ends[1];
       notifier = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
@@ -49,7 +43,6 @@ struct Interrupt::Inside {
         wake();
       });
     }
-#endif
     for (std::size_t i = 0; i < Signals.size(); ++i) {
       before[i] = std::signal(Signals[i], Note);
       if (before[i] == SIG_IGN) {
@@ -61,7 +54,6 @@ struct Interrupt::Inside {
     for (std::size_t i = 0; i < Signals.size(); ++i) {
       std::signal(Signals[i], before[i]);
     }
-#ifdef Q_OS_UNIX
     notifier.reset();
     wakingEnd = -1;
     for (const int end : ends) {
@@ -69,7 +61,6 @@ struct Interrupt::Inside {
         ::close(end);
       }
     }
-#endif
   }
   Inside(const Inside&) = delete;
   Inside& operator=(const Inside&) = delete;
