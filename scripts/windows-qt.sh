@@ -6,6 +6,7 @@
 #   LOADER_CACHE   where to keep it (~/.cache/parameter-loader)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/debian-source.sh
 
 version=$(dpkg-query -W -f='${source:Version}' qt6-base-dev)
 options=(
@@ -25,23 +26,12 @@ if [ -f "$folder/built" ]; then
   exit 0
 fi
 
-# The source comes from where the machine's own packages come from; the machine's lists stay as they are.
-as_root=()
-[ "$(id -u)" -eq 0 ] || as_root=(sudo)
 # A build that was broken off goes on where it stood.
 work=$folder.work
-mkdir -p "$work/apt/lists/partial" "$work/source" "$work/parts"
-{
-  cat /etc/apt/sources.list 2>/dev/null | sed -n 's/^deb \(.*debian.*\)/deb-src \1/p' || true
-} > "$work/apt/sources.list"
-for list in /etc/apt/sources.list.d/debian*.sources; do
-  [ -f "$list" ] && cp "$list" "$work/parts/" && sed -i 's/^Types:.*/Types: deb-src/' "$work/parts/$(basename "$list")"
-done
-apt=(-o "Dir::Etc::SourceList=$work/apt/sources.list" -o "Dir::Etc::SourceParts=$work/parts"
-     -o "Dir::State::Lists=$work/apt/lists" -o APT::Sandbox::User=root)
-"${as_root[@]}" apt-get "${apt[@]}" update -qq >&2
-(cd "$work/source" && "${as_root[@]}" apt-get "${apt[@]}" source --only-source --download-only -qq "qt6-base=$version" >&2)
-[ -d "$work/qt6-base" ] || (cd "$work/source" && dpkg-source --no-check -x ./*.dsc "$work/qt6-base" >&2)
+mkdir -p "$work"
+if [ ! -d "$work/qt6-base" ]; then
+  debian_source qt6-base "$version" "$work/qt6-base"
+fi
 
 host=/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake
 export CCACHE_BASEDIR="$work" CCACHE_NOHASHDIR=1
