@@ -123,6 +123,7 @@ private:
   }
 
   void Tell(const Entry* a, const Entry* b, Verdict verdict) {
+    // cppcheck-suppress nullPointerRedundantCheck ; one of the two is there
     const ParameterRef& ref = a != nullptr ? a->ref : b->ref;
     ComparedParameter& parameter = result_.found.emplace_back();
     parameter.ref = ref;

@@ -114,7 +114,13 @@ void ReadAgain(const ReadPlan& plan, std::span<const SectionBlock> present,
   for (const char letter : plan.sections) {
     const std::string section(1, letter);
     const SectionBlock* block = FindBlock(written, section);
-    PutIntoBuffer(block != nullptr ? *block : *FindBlock(present, section));
+    if (block == nullptr) {
+      block = FindBlock(present, section);
+    }
+    if (block == nullptr) {
+      continue; // the read has not brought it: what is in force stays
+    }
+    PutIntoBuffer(*block);
     StoreSection(plan.layout, section);
   }
 }

@@ -185,6 +185,7 @@ bool Binder::MakeShownPages() {
                                            [this](QScrollArea* page) { return !page->isVisibleTo(&window); });
   const std::vector<QScrollArea*> pages(shown, latePages_.end());
   latePages_.erase(shown, latePages_.end());
+  // cppcheck-suppress invalidContainer ; they are copies of what was erased
   for (QScrollArea* page : pages) {
     MakePage(*page);
   }
