@@ -15,10 +15,22 @@ foreach(library libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
   file(COPY ${file} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 endforeach()
 
+# And Qt's: its libraries, and the plugins that a window needs.
+if(LOADER_QT)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+  foreach(folder ${CMAKE_BINARY_DIR}/tests ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+    foreach(library Core Gui Widgets Network Test)
+      get_target_property(file Qt6::${library} LOCATION)
+      file(COPY ${file} DESTINATION ${folder})
+    endforeach()
+    file(COPY $ENV{LOADER_QT_WINDOWS}/plugins/platforms $ENV{LOADER_QT_WINDOWS}/plugins/styles DESTINATION ${folder})
+  endforeach()
+endif()
+
 # Test folders that are not built: what they hold needs a device or a display that is Linux' own.
-set(LOADER_TESTS_NOT_HERE display e2e)
+set(LOADER_TESTS_NOT_HERE display)
 if(NOT LOADER_QT)
-  list(APPEND LOADER_TESTS_NOT_HERE devices paramtool qt links)
+  list(APPEND LOADER_TESTS_NOT_HERE devices paramtool qt links e2e)
 endif()
 
 # Tests that do not run. Each is about something that the system does not have or that the library does not offer there.

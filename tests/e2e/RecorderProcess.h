@@ -2,14 +2,17 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QProcess>
+#include <QStandardPaths>
 #include <QString>
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
+#include "core/Text.h"
 #include "tests/e2e/Guest.h"
 #include "tests/support/MemoryDump.h"
+#include "tests/support/Process.h"
 
 namespace loader::tour {
 
@@ -19,17 +22,8 @@ class RecorderProcess {
 public:
   // The memory is told by way of a file in `folder`.
   RecorderProcess(const QString& model, const std::filesystem::path& folder, const QStringList& more = {})
-      : dump_(folder / "recorder-memory.txt") {
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/recorder-sim"),
-                   QStringList{QStringLiteral("--model"), model, QStringLiteral("--tcp"),
-                               QStringLiteral("127.0.0.1:0"), QStringLiteral("--dump"),
-                               QString::fromStdString(dump_.string())} +
-                       more);
-    if (!process_.waitForStarted() || !process_.waitForReadyRead(10000)) {
-      throw TourFailure(QStringLiteral("the simulated recorder did not start"));
-    }
-    const QString line = QString::fromUtf8(process_.readLine()).trimmed();
+      : dump_(folder / "recorder-memory.txt"), process_(Program(), Arguments(model, more)) {
+    const QString line = QString::fromStdString(process_.ReadLines(1)).trimmed();
     port_ = line.section(u':', -1).toInt();
     if (port_ == 0) {
       throw TourFailure(QStringLiteral("the simulated recorder says: ") + line);
@@ -40,16 +34,35 @@ public:
 
   // Ends the recorder and reads what it held.
   Memory End() {
-    if (process_.state() != QProcess::NotRunning) {
-      process_.terminate();
-      process_.waitForFinished(5000);
+    if (runs_) {
+      runs_ = false;
+      process_.Signal(test::Terminate);
+      (void)process_.Wait();
     }
     return test::ReadMemoryDump(dump_);
   }
 
 private:
+  static std::filesystem::path Program() {
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("recorder-sim"),
+                                                           {QCoreApplication::applicationDirPath()});
+    if (program.isEmpty()) {
+      throw TourFailure(QStringLiteral("there is no recorder-sim beside this program"));
+    }
+    return program.toStdU16String();
+  }
+  [[nodiscard]] std::vector<std::string> Arguments(const QString& model, const QStringList& more) const {
+    std::vector<std::string> arguments{"--model", model.toStdString(), "--tcp",
+                                       "127.0.0.1:0", "--dump", ToUtf8(dump_.u16string())};
+    for (const QString& word : more) {
+      arguments.push_back(word.toStdString());
+    }
+    return arguments;
+  }
+
   std::filesystem::path dump_;
-  QProcess process_;
+  test::RunningProcess process_;
+  bool runs_ = true;
   int port_ = 0;
 };
 

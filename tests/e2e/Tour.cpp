@@ -31,6 +31,7 @@
 #include "qt/GridView.h"
 #include "qt/QtPlatform.h"
 #include "qt/QtText.h"
+#include "qt/System.h"
 #include "tests/e2e/DialogTour.h"
 #include "tests/e2e/Guest.h"
 #include "tests/e2e/RecorderProcess.h"
@@ -48,7 +49,7 @@ QString Text(int id) {
 }
 
 std::vector<std::string> Lines(const QString& file) {
-  std::ifstream in(file.toStdString(), std::ios::binary);
+  std::ifstream in(PathOf(FromQt(file)), std::ios::binary);
   std::vector<std::string> lines;
   for (std::string line; std::getline(in, line);) {
     lines.push_back(line);
@@ -394,7 +395,7 @@ private:
   // does not let itself be closed; the user is told, and everything works again afterwards.
   void MeetASilentRecorder() {
     const int port = port_;
-    RecorderProcess silent(model_, fs::path(folder_.toStdString()),
+    RecorderProcess silent(model_, PathOf(FromQt(folder_)),
                            {QStringLiteral("--fault"), QStringLiteral("no-reply@20")});
     port_ = silent.Port();
     guest_.ExpectBox(Text(20104), QMessageBox::Ok);
@@ -417,7 +418,7 @@ private:
       throw TourFailure(QStringLiteral("the window was not live during the wait, or not whole after it"));
     }
     silent.End();
-    fs::remove(folder_.toStdString() + "/recorder-memory.txt");
+    fs::remove(PathOf(FromQt(folder_)) / "recorder-memory.txt");
     port_ = port;
     Tell(QStringLiteral("a recorder that went silent was told after the wait; the window stayed live"));
     Guest::ChoosePage(0);
@@ -440,7 +441,7 @@ private:
 
 void TourOf(const QString& folder, const Plant& plant) {
   QtPlatformOptions options;
-  options.programFolder = MakeProgramFolder(folder.toStdString(), plant);
+  options.programFolder = MakeProgramFolder(PathOf(FromQt(folder)), plant);
   const Memory untouched = RecorderProcess(QString::fromLatin1(plant.model), options.programFolder).End();
   RecorderProcess recorder(QString::fromLatin1(plant.model), options.programFolder);
   Memory changed;
@@ -481,12 +482,16 @@ void TourOf(const QString& folder, const Plant& plant) {
 } // namespace loader::tour
 
 int main(int argc, char** argv) {
+  // The guest types into Qt's own file dialogs: those of the desktop show nothing to type into.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  loader::PrepareDesktop();
   loader::Application application(argc, argv);
-  if (argc != 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
+  const QStringList words = QCoreApplication::arguments();
+  if (words.size() != 2 || !QDir().mkpath(words.at(1))) {
     std::fputs("usage: recorder-tour FOLDER\n", stderr);
     return 2;
   }
-  const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+  const QString folder = QDir(words.at(1)).absolutePath();
   try {
     for (const loader::tour::Plant& plant : loader::tour::Plants) {
       loader::tour::TourOf(folder, plant);

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "core/Text.h"
 #include "platform/DataFolder.h"
 
 namespace loader::tour {
@@ -42,7 +43,7 @@ fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {
   const fs::path program = folder / ("program-" + std::string(plant.model));
   fs::remove_all(program);
   fs::create_directories(program);
-  const fs::path data = DataFolder(QCoreApplication::applicationDirPath().toStdString());
+  const fs::path data = DataFolder(PathOf(QCoreApplication::applicationDirPath().toStdU16String()));
   for (const char* file : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
     if (fs::exists(data / file)) {
       fs::copy_file(data / file, program / file);
