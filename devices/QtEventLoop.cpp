@@ -1,6 +1,5 @@
 #include "devices/QtEventLoop.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <utility>
 
@@ -40,7 +39,7 @@ void QtEventLoop::DoEvents() {
   do {
     shownLater_ = false;
     const std::uint64_t before = EventsGiven();
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    wait_.Wait();
     nothingElse = shownLater_ && EventsGiven() == before + 1;
   } while (nothingElse);
 }

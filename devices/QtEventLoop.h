@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "devices/EventWait.h"
 #include "devices/RunHandler.h"
 #include "platform/Platform.h"
 
@@ -38,6 +39,7 @@ private:
   void ShowInTime();
   [[nodiscard]] std::uint64_t EventsGiven() const;
 
+  EventWait wait_;
   ShownWhileWaiting shown_;
   QElapsedTimer sinceShown_; // by this loop
   QTimer later_;
