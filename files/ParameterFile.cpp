@@ -383,8 +383,14 @@ bool MayBeSavedTo(const std::filesystem::path& path) {
     return false;
   }
   std::error_code error;
-  const std::filesystem::file_type type = std::filesystem::status(path, error).type();
-  return type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (status.type() != std::filesystem::file_type::regular) {
+    return status.type() == std::filesystem::file_type::not_found;
+  }
+  using std::filesystem::perms; // of a file that was made read-only: they do not bind the superuser, but are
+                                // meant
+  return (status.permissions() & (perms::owner_write | perms::group_write | perms::others_write)) !=
+         perms::none;
 }
 
 } // namespace

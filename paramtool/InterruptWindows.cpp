@@ -1,7 +1,7 @@
 #include "paramtool/Interrupt.h"
 
 #include <QWinEventNotifier>
-#include <QtEnvironmentVariables>
+#include <QtGlobal>
 #include <array>
 #include <atomic>
 #include <memory>

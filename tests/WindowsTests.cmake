@@ -39,12 +39,31 @@ set(LOADER_NOT_ON_WINDOWS
   InitialSettings.ThatAreAPipeFailAtOnce
   PrivateProfiles.ThatArePipesHoldNothingAndCannotBeWritten
   PrivateProfiles.AreNotWrittenThroughAPipeBesideThem
+  TextOutputs.FailWhereTheTemplateIsNoFile
+  TextOutputs.CannotBeWrittenWhereNoFileCanBe
+  ProvedSave.TellsWhatIsNoFile
+  BadFiles.ThatArePipesFail
+  ParameterFlows.ThatMeetAPipeOrAFolderSayAtOnceThatTheyFailed
+  ParameterFiles.AreNotSavedToAPipe
+  # A device among the files; WindowsSaves looks at those of Windows.
+  ParameterFiles.AreNotSavedToADevice
+  ParameterFiles.FailToSaveWhenTheHeadCannotBeWritten
+  # A limit for the files of a process, as a disk that is full.
+  TextOutputs.OnADiskThatFillsKeepTheOlderSheet
+  ProvedSave.LeavesTheOldFileWhenTheDiskIsFull
+  ParameterFiles.AreShortenedWithoutAWordWhenTheDiskFills
   # A symbolic link: to make one takes a right that a user there does not have.
   Start.TakesASettingsFileThatCannotBeLookedAtAsMissing
   PrivateProfiles.ThatAreSymbolicLinksStayLinks
   PrivateProfiles.OfAChainOfLinksKeepEachOfThem
   PrivateProfiles.BehindALinkThatLeadsNowhereYetAreCreatedThere
   PrivateProfiles.OfLinksInACircleCannotBeWritten
+  TextOutputs.GoWhereALinkLeads
+  TextOutputs.DoNotReplaceTheirTemplate
+  BadFiles.ThatAreLinksToGoodOnesLoad
+  ParameterFiles.AreSavedThroughALink
+  ProvedSave.GoesThroughALinkAndKeepsThePermissions
+  FleetList.ALinkToADeviceIsTheDevice
   # Permissions other than the read-only attribute, which WindowsFiles looks at.
   PrivateProfiles.ThatWereMadeReadOnlyStayAsTheyAre
   PrivateProfiles.KeepTheirPermissions)

@@ -113,7 +113,7 @@ Included IncludedBy(const fs::path& file, std::string_view line) {
   if (FolderOf(header) == ".." || FolderOf(header) == ".") {
     header = (file.parent_path() / header).lexically_normal();
   }
-  return {header.string(), quoted || (header.has_parent_path() && IsOurFolder(FolderOf(header)))};
+  return {header.generic_string(), quoted || (header.has_parent_path() && IsOurFolder(FolderOf(header)))};
 }
 
 std::vector<Source> AllSources() {
