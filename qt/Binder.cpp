@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QHash>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -375,7 +376,6 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     userInterface_.FocusArrived(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::FocusOut:
-    composing_ = nullptr;
     userInterface_.FocusGone(*control, static_cast<QFocusEvent*>(event)->reason());
     return false;
   case QEvent::Wheel:
@@ -384,6 +384,11 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     if (control->kind == ControlKind::ListBox || control->kind == ControlKind::TabPages) {
       event->ignore();
       return true;
+    }
+    return false;
+  case QEvent::MouseButtonPress:
+    if (composing_ == watched) {
+      PressWhileComposing(static_cast<TextField&>(*control), *static_cast<const QMouseEvent*>(event));
     }
     return false;
   case QEvent::MouseButtonRelease: {
@@ -402,11 +407,11 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
       ShowOnItsPage(static_cast<QWidget&>(*watched));
     }
     if (event->type() == QEvent::InputMethod) {
-      const bool composes = !static_cast<const QInputMethodEvent*>(event)->preeditString().isEmpty();
-      composing_ = composes ? watched : nullptr;
-      return false;
+      return control->kind == ControlKind::TextField &&
+             Composed(static_cast<TextField&>(*control), static_cast<QWidget&>(*watched),
+                      *static_cast<const QInputMethodEvent*>(event));
     }
-    if (control->kind == ControlKind::TextField && composing_ != watched) {
+    if (control->kind == ControlKind::TextField) {
       return KeyOnField(static_cast<TextField&>(*control), *static_cast<QKeyEvent*>(event));
     }
     return KeyOnClickable(*control, static_cast<QKeyEvent*>(event)->key());
@@ -427,6 +432,9 @@ void Binder::EnterDialog(QObject& first) {
 // A key that is held down counts once: it would take away the message of the field that it has had checked.
 bool Binder::KeyOnField(TextField& field, const QKeyEvent& key) {
   const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+  if (enter && composing_ != nullptr && composing_ == WidgetOf(field)) {
+    return true; // meant for the composition, neither for the field nor for a default button
+  }
   if (!enter || (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
     return false;
   }

@@ -18,6 +18,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QString>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -28,7 +29,9 @@
 #include "platform/Controls.h"
 #include "qt/Forms.h"
 
+class QInputMethodEvent;
 class QKeyEvent;
+class QMouseEvent;
 class QScrollArea;
 class QTabWidget;
 class QWidget;
@@ -74,6 +77,9 @@ public:
   void EnterPage();
   // Gives the keyboard to the tabs of a control whose page does not show; does nothing with another control.
   void EnterTabsOf(const Control& control);
+  // A composition in the field that an input method has in the making becomes text, as the user sees it.
+  // Nothing is done where there is none.
+  void EndComposition(const TextField& field);
   // False when the control is hidden, disabled or on another page.
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
   // False, and nothing is done, when the control can't take it.
@@ -104,6 +110,9 @@ private:
   bool KeyOnClickable(Control& control, int key);
   void EnterDialog(QObject& first);
   bool KeyOnField(TextField& field, const QKeyEvent& key);
+  // True when the field has been given another event in its place.
+  bool Composed(TextField& field, QWidget& widget, const QInputMethodEvent& event);
+  void PressWhileComposing(const TextField& field, const QMouseEvent& press);
 
   UserInterface& userInterface_;
   const FormMaker& makePage_;
@@ -115,6 +124,7 @@ private:
   std::vector<QPointer<QObject>> helpers_;
   bool entered_ = false;               // a control has had the keyboard
   const QObject* composing_ = nullptr; // the field in which an input method is at work
+  QString composed_;                   // what it shows there
   std::unordered_map<const QObject*, Binding*> byObject_;
   std::unordered_map<const Control*, Binding*> byControl_;
 };

@@ -438,6 +438,10 @@ constexpr auto Rules = std::to_array<BindingRule>({
 
 } // namespace
 
+QString TakenByField(const QString& inserted) {
+  return ToQt(Taken(FromQt(inserted)));
+}
+
 const BindingRule& RuleOf(ControlKind kind) {
   const auto found =
       std::find_if(Rules.begin(), Rules.end(), [&](const BindingRule& rule) { return rule.kind == kind; });

@@ -17,6 +17,9 @@ struct BindingRule {
   void (*show)(Binding& binding);
 };
 
+// Of a text that is inserted into a field, by whatever way: what the field takes of it.
+[[nodiscard]] QString TakenByField(const QString& inserted);
+
 [[nodiscard]] const BindingRule& RuleOf(ControlKind kind);
 
 } // namespace loader

@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 #include <array>
@@ -17,69 +16,16 @@
 
 #include "core/OwnTexts.h"
 #include "qt/ActionKeys.h"
+#include "qt/CellPainter.h"
 #include "qt/FindBar.h"
 #include "qt/HeadingView.h"
 #include "qt/QtText.h"
-#include "qt/ReadableColour.h"
 
 namespace loader {
 
 namespace {
 
 constexpr int GridLine = 1; // pixels that the view takes of each cell
-
-// What a text may take of its cell before it is cut: one that is a little too wide comes close to the line.
-QRect RoomOf(const QRect& cell) {
-  return cell.adjusted(GridView::CellMargin, 0, -1, 0);
-}
-
-// Paints cells without the style: colours as they stand in the record, and a frame around the current cell
-// that can be seen on every colour.
-class CellPainter final : public QStyledItemDelegate {
-public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    const auto& view = static_cast<const GridView&>(*option.widget);
-    const QVariant back = index.data(Qt::BackgroundRole);
-    const QPalette::ColorGroup group = view.isEnabled() ? QPalette::Active : QPalette::Disabled;
-    const QColor base = option.palette.color(group, QPalette::Base);
-    const QColor shown = back.isValid() ? ShadeOn(base, back.value<QColor>()) : base;
-    const bool marked = option.state.testFlag(QStyle::State_Selected) && index != view.currentIndex();
-    const QColor fill =
-        marked ? Marked(shown, option.palette.color(QPalette::Active, QPalette::Highlight)) : shown;
-    painter->fillRect(option.rect, fill);
-    painter->setPen(back.isValid() || marked ? ReadableOn(fill)
-                                             : option.palette.color(group, QPalette::Text));
-    const QString whole = index.data().toString();
-    const QRect inside = option.rect.adjusted(GridView::CellMargin, 0, -GridView::CellMargin, 0);
-    const QRect most = RoomOf(option.rect);
-    const bool fits = option.fontMetrics.horizontalAdvance(whole) <= inside.width();
-    const QString text = fits ? whole : option.fontMetrics.elidedText(whole, Qt::ElideRight, most.width());
-    const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
-    painter->drawText(fits ? inside : most, static_cast<int>(alignment) | Qt::TextSingleLine, text);
-    if (index == view.currentIndex()) {
-      PaintFrame(*painter, option.rect, option.palette, view.hasFocus());
-    }
-  }
-
-private:
-  // The cell's own colour is still to be seen through the mark.
-  static QColor Marked(const QColor& cell, const QColor& highlight) {
-    constexpr int Share = 35; // of the highlight, in hundredths
-    const auto mixed = [](int below, int above) { return (below * (100 - Share) + above * Share) / 100; };
-    return {mixed(cell.red(), highlight.red()), mixed(cell.green(), highlight.green()),
-            mixed(cell.blue(), highlight.blue())};
-  }
-  // A line in the palette's base inside the frame parts it from a cell of nearly the same colour.
-  static void PaintFrame(QPainter& painter, const QRect& cell, const QPalette& palette, bool focused) {
-    const int width = focused ? 2 : 1;
-    for (int i = 0; i <= width; ++i) {
-      painter.setPen(palette.color(QPalette::Active, i < width ? QPalette::Highlight : QPalette::Base));
-      painter.drawRect(cell.adjusted(i, i, -1 - i, -1 - i));
-    }
-  }
-};
 
 // The corner above the fixed columns and left of the fixed rows.
 class Corner final : public QWidget {
@@ -323,7 +269,7 @@ void GridView::changeEvent(QEvent* event) {
 // Of a cell's text something is not to be seen: the cell is too narrow for it, or stands half outside the
 // table.
 bool GridView::IsCut(const QModelIndex& index) const {
-  const QRect room = RoomOf(visualRect(index));
+  const QRect room = CellRoom(visualRect(index));
   const int width = fontMetrics().horizontalAdvance(index.data().toString());
   const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
   const QRect text = QStyle::alignedRect(Qt::LeftToRight, alignment, {width, 1}, room);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "qt/QtText.h"
+#include "qt/ReadableColour.h"
 
 namespace loader {
 
@@ -151,7 +152,7 @@ void HeadingView::PaintLeft(QPainter& painter, const QRect& dirty) {
 void PaintHeadingCell(QPainter& painter, const QPalette& palette, const QRect& rect, const QRect& textRect,
                       const QString& text, bool marked) {
   painter.fillRect(rect, palette.color(marked ? QPalette::Highlight : QPalette::Button));
-  painter.setPen(palette.color(QPalette::Mid));
+  painter.setPen(LineColour(palette, QPalette::Button));
   painter.drawLine(rect.topRight(), rect.bottomRight());
   painter.drawLine(rect.bottomLeft(), rect.bottomRight());
   painter.setPen(palette.color(marked ? QPalette::HighlightedText : QPalette::ButtonText));

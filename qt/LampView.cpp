@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "qt/ReadableColour.h"
+
 namespace loader {
 
 LampView::LampView(QWidget* parent) : QWidget(parent) {
@@ -22,7 +24,7 @@ QSize LampView::sizeHint() const {
 
 void LampView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setPen(palette().color(QPalette::Mid));
+  painter.setPen(LineColour(palette())); // an unlit lamp is black, as the window may be
   painter.setBrush(colour_);
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }

@@ -1,10 +1,32 @@
 #include "qt/ProgramStyle.h"
 
+#include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
+#include <array>
 
 #include "qt/FormIcons.h"
+#include "qt/ReadableColour.h"
 
 namespace loader {
+
+namespace {
+
+// A style draws edges by shades of the window's colour, of which black and white have none.
+constexpr std::array Edged{QStyle::PE_FrameLineEdit,  QStyle::PE_PanelButtonCommand,
+                           QStyle::PE_FrameGroupBox,  QStyle::PE_IndicatorCheckBox,
+                           QStyle::PE_FrameTabWidget, QStyle::PE_Frame,
+                           QStyle::PE_FrameMenu};
+
+void DrawEdge(QPainter& painter, const QPalette& palette, const QRect& rect) {
+  painter.save();
+  painter.setPen(LineColour(palette));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(rect.adjusted(0, 0, -1, -1));
+  painter.restore();
+}
+
+} // namespace
 
 QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
                                  const QWidget* widget) const {
@@ -17,7 +39,13 @@ QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* optio
 // hundred and more inputs of a formula those at the end are out of the mouse's reach.
 int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                             QStyleHintReturn* returnData) const {
-  return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
+  if (hint == SH_ComboBox_Popup) {
+    return 0;
+  }
+  if (hint == SH_Table_GridLineColor && option != nullptr && IsFlat(option->palette)) {
+    return static_cast<int>(LineColour(option->palette, QPalette::Base).rgba());
+  }
+  return QProxyStyle::styleHint(hint, option, widget, returnData);
 }
 
 // A field that can only be read has the window's colour, as a label has, in any palette.
@@ -26,11 +54,37 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   if (element != PE_PanelLineEdit || frame == nullptr || !frame->state.testFlag(State_ReadOnly)) {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+  } else {
+    QStyleOptionFrame readOnly(*frame);
+    readOnly.palette.setBrush(QPalette::Base, frame->palette.window());
+    QProxyStyle::drawPrimitive(element, &readOnly, painter, widget);
+  }
+  if (IsFlat(option->palette) && std::find(Edged.begin(), Edged.end(), element) != Edged.end()) {
+    DrawEdge(*painter, option->palette, option->rect);
+  }
+}
+
+// The tab of the page that shows has a bar in the colour of what has the keyboard.
+void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+  QProxyStyle::drawControl(element, option, painter, widget);
+  if (element != CE_TabBarTabShape || !IsFlat(option->palette)) {
     return;
   }
-  QStyleOptionFrame readOnly(*frame);
-  readOnly.palette.setBrush(QPalette::Base, frame->palette.window());
-  QProxyStyle::drawPrimitive(element, &readOnly, painter, widget);
+  DrawEdge(*painter, option->palette, option->rect);
+  if (option->state.testFlag(State_Selected)) {
+    constexpr int Thick = 3;
+    const QRect& tab = option->rect;
+    painter->fillRect(tab.left(), tab.top(), tab.width(), Thick, FocusColour(option->palette));
+  }
+}
+
+void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                      QPainter* painter, const QWidget* widget) const {
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+  if (control == CC_ScrollBar && IsFlat(option->palette)) {
+    DrawEdge(*painter, option->palette, proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget));
+  }
 }
 
 } // namespace loader

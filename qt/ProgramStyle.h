@@ -1,5 +1,6 @@
 // The desktop's style, whatever it is, with one picture of the program's own, with fields that can only be
-// read told from those that can be typed into, and with lists that open below their field.
+// read told from those that can be typed into, with lists that open below their field, and with edges that
+// can be seen in a palette of high contrast.
 #pragma once
 
 #include <QProxyStyle>
@@ -18,6 +19,10 @@ public:
                               QStyleHintReturn* returnData) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override;
 };
 
 } // namespace loader

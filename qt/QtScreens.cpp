@@ -1,7 +1,6 @@
 #include "qt/QtScreens.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QFileInfo>
 #include <QFontMetricsF>
 #include <QKeyEvent>
@@ -13,7 +12,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "core/OwnTexts.h"
 #include "core/Text.h"
+#include "qt/DocumentViewer.h"
 #include "qt/FrontWindow.h"
 #include "qt/GridView.h"
 #include "qt/QtText.h"
@@ -217,7 +218,12 @@ void QtScreens::Drag(const OpenScreen& open, QDropEvent& event) {
 }
 
 bool QtScreens::ShowDocument(const std::filesystem::path& file) {
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(file.u16string())));
+  const QString path = ToQt(file.u16string());
+  return OpenInViewer(QUrl::fromLocalFile(path), *this, [this, path] {
+    userInterface_.Run([&] {
+      ShowMessage(Replace(OwnText(OwnTextId::NoViewer), u"@FILE@", FromQt(path)), BoxIcon::Exclamation);
+    });
+  });
 }
 
 void QtScreens::EndProgram() {

@@ -72,23 +72,37 @@ QPalette WithReadableSelection(QPalette palette) {
   return palette;
 }
 
-QColor FadedOn(const QColor& back, const QColor& text) {
+QColor FadedOn(const QColor& back, const QColor& text, double contrast) {
   constexpr int Steps = 64;
   const auto mixed = [](int one, int other, int step) { return one + (other - one) * step / Steps; };
   for (int step = 0; step < Steps; ++step) {
     const QColor faded(mixed(back.red(), text.red(), step), mixed(back.green(), text.green(), step),
                        mixed(back.blue(), text.blue(), step));
-    if (ContrastOf(back, faded) >= ReadableContrast) {
+    if (ContrastOf(back, faded) >= contrast) {
       return faded;
     }
   }
   return text;
 }
 
+QColor LineColour(const QPalette& palette, QPalette::ColorRole ground) {
+  const QColor back = palette.color(QPalette::Active, ground);
+  return FadedOn(back, ReadableOn(back), VisibleContrast);
+}
+
+bool IsFlat(const QPalette& palette) {
+  constexpr double OneColour = 1.05;
+  const QColor window = palette.color(QPalette::Active, QPalette::Window);
+  return ContrastOf(window, palette.color(QPalette::Active, QPalette::Base)) < OneColour &&
+         ContrastOf(window, palette.color(QPalette::Active, QPalette::Button)) < OneColour;
+}
+
 QPalette WithReadableDisabled(QPalette palette) {
-  constexpr std::array<std::pair<QPalette::ColorRole, QPalette::ColorRole>, 3> TextsOnBacks{
+  // A list shows its row on a button, in the colour of a field's text.
+  constexpr std::array<std::pair<QPalette::ColorRole, QPalette::ColorRole>, 4> TextsOnBacks{
       {{QPalette::WindowText, QPalette::Window},
        {QPalette::Text, QPalette::Base},
+       {QPalette::Text, QPalette::Button},
        {QPalette::ButtonText, QPalette::Button}}};
   for (const auto& [text, back] : TextsOnBacks) {
     const QColor behind = palette.color(QPalette::Disabled, back);

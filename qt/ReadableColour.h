@@ -32,8 +32,16 @@ constexpr double VisibleContrast = 3;
 // away from the text, in its own hue.
 [[nodiscard]] QPalette WithReadableSelection(QPalette palette);
 
-// The faintest mixture of a text and its background that can be read; the text itself where none can.
-[[nodiscard]] QColor FadedOn(const QColor& back, const QColor& text);
+// The faintest mixture of a text and its background that can be read, or that has another contrast; the text
+// itself where none has it.
+[[nodiscard]] QColor FadedOn(const QColor& back, const QColor& text, double contrast = ReadableContrast);
+
+// A line that parts or frames something on the window's ground, or on another one, and can be seen there.
+[[nodiscard]] QColor LineColour(const QPalette& palette, QPalette::ColorRole ground = QPalette::Window);
+
+// True of a palette of high contrast: it has one colour for all grounds, so that nothing but its edges tells
+// a field or a button from what is around it.
+[[nodiscard]] bool IsFlat(const QPalette& palette);
 
 // The palette with texts of what is disabled that can be read: where a theme's are too faint, they are faded
 // no further than that. A value that cannot be changed for the time being still matters.

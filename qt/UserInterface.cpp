@@ -231,6 +231,13 @@ bool UserInterface::ArrivedWithPage(const Control& control) const {
 }
 
 bool UserInterface::LeaveField() {
+  // What an input method has in the making is a part of what the user leaves behind, so the check has to see
+  // it.
+  if (activeField_ != nullptr) {
+    if (Binder* binder = BinderOf(activeField_->screen)) {
+      binder->EndComposition(*activeField_);
+    }
+  }
   TextField* field = std::exchange(activeField_, nullptr);
   return field == nullptr || Check(*field);
 }

@@ -3,6 +3,8 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QRawFont>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTextLayout>
 #include <QToolTip>
 
@@ -119,7 +121,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Theme{"Dark", 0x232629, 0x1B1E20, 0xFCFCFC, 0x3DAEE9, 0xFCFCFC},
                     Theme{"DarkGray", 0x353535, 0x2A2A2A, 0xFFFFFF, 0x2A82DA, 0xFFFFFF},
                     Theme{"DarkWithDarkSelection", 0x202020, 0x202020, 0xFFFFFF, 0x554400, 0x000000},
-                    Theme{"GraySelectionWithGrayText", 0xEFEFEF, 0xFFFFFF, 0x000000, 0x808080, 0x777777}),
+                    Theme{"GraySelectionWithGrayText", 0xEFEFEF, 0xFFFFFF, 0x000000, 0x808080, 0x777777},
+                    Theme{"WhiteOnBlack", 0x000000, 0x000000, 0xFFFFFF, 0xFFFFFF, 0x000000},
+                    Theme{"YellowOnBlack", 0x000000, 0x000000, 0xFFFF00, 0x00FFFF, 0x000000},
+                    Theme{"BlackOnWhite", 0xFFFFFF, 0xFFFFFF, 0x000000, 0x000000, 0xFFFFFF}),
     [](const auto& each) { return std::string(each.param.name); });
 
 TEST(WithReadableSelection, LeavesWhatCanBeRead) {
@@ -143,6 +148,7 @@ TEST_P(ThemeOf, HasDisabledTextsThatCanBeReadAndAreToldFromTheOthers) {
   const QPalette used = QApplication::palette();
   for (const auto& [text, back] : {std::pair{QPalette::WindowText, QPalette::Window},
                                    {QPalette::Text, QPalette::Base},
+                                   {QPalette::Text, QPalette::Button},
                                    {QPalette::ButtonText, QPalette::Button}}) {
     const auto contrast = [&, text = text, back = back](QPalette::ColorGroup group) {
       return ContrastOf(used.color(group, text), used.color(group, back));
@@ -206,6 +212,101 @@ TEST_P(ThemeOf, ShowsTheFocusOfAField) {
   field.setFocus(Qt::MouseFocusReason);
   EXPECT_NE(without, lineAround());
   EXPECT_GE(ContrastOf(lineAround(), QColor(GetParam().window)), 3);
+}
+
+// The lines that tell which columns a merged heading is of, as they are drawn.
+TEST_P(ThemeOf, ShowsTheLinesOfTheHeadings) {
+  UsePalette(PaletteOf(GetParam()));
+  GridView& view = ShowTable();
+  const QWidget& above = *view.horizontalHeader()->viewport();
+  const QImage drawn = view.horizontalHeader()->viewport()->grab().toImage();
+  const QColor ground = view.palette().color(QPalette::Button);
+  EXPECT_GE(ContrastOf(drawn.pixelColor(view.columnWidth(0) - 1, 3), ground), VisibleContrast)
+      << "at its right";
+  EXPECT_GE(ContrastOf(drawn.pixelColor(3, above.height() - 1), ground), VisibleContrast) << "below";
+}
+
+// Lit or not: an unlit lamp is black.
+TEST_P(ThemeOf, ShowsTheFrameOfTheLamp) {
+  UsePalette(PaletteOf(GetParam()));
+  screen.picLamp.colour = 0x000000;
+  ShowSample();
+  const QImage drawn = Find<QWidget>("picLamp_0").grab().toImage();
+  EXPECT_GE(ContrastOf(drawn.pixelColor(0, drawn.height() / 2), QColor(GetParam().window)), VisibleContrast);
+  EXPECT_EQ(QColor(Qt::black), drawn.pixelColor(drawn.rect().center()));
+}
+
+TEST_P(ThemeOf, TellsAColourFromAnEmptyCell) {
+  UsePalette(PaletteOf(GetParam()));
+  for (const Colour colour : {0x000080, 0x800080, 0xFF0000, 0xFFFF00, 0x00FFFF}) {
+    screen.fgrTable.FixedRows = 1;
+    screen.fgrTable.Resize(3, 3);
+    screen.fgrTable.SetBack(2, 1, colour);
+    if (platform.screens.WindowOf(screen) == nullptr) {
+      ShowTable();
+    }
+    platform.userInterface.Refresh();
+    GridView& view = Find<GridView>("fgrTable");
+    const QRect cell = view.visualRect(view.model()->index(1, 0));
+    const QImage drawn = view.viewport()->grab().toImage();
+    const QColor base(GetParam().base);
+    EXPECT_EQ(ToColour(colour), drawn.pixelColor(cell.center()));
+    EXPECT_GE(std::max(ContrastOf(drawn.pixelColor(cell.center()), base),
+                       ContrastOf(drawn.pixelColor(cell.left(), cell.center().y()), base)),
+              VisibleContrast)
+        << colour;
+  }
+}
+
+bool IsOfHighContrast(const Theme& theme) {
+  return theme.window == theme.base;
+}
+
+// A field, a button and a tab have no shade of their own there.
+TEST_P(ThemeOf, ShowsTheEdgesOfWhatCanBeUsed) {
+  UsePalette(PaletteOf(GetParam()));
+  if (!IsOfHighContrast(GetParam()) || std::string_view(GetParam().name) == "DarkWithDarkSelection") {
+    GTEST_SKIP() << "shades tell them";
+  }
+  FillList(screen.cmbKind, std::vector<std::u16string>{u"OFF", u"ON"});
+  ShowSample();
+  const QColor ground(GetParam().window);
+  Find<QLineEdit>("txtAbove").setFocus();
+  for (const char* name : {"txtName", "cmbKind", "btnApply"}) {
+    auto& widget = Find<QWidget>(name);
+    const QImage drawn = widget.grab().toImage();
+    EXPECT_GE(ContrastOf(drawn.pixelColor(0, drawn.height() / 2), ground), VisibleContrast) << name;
+  }
+  const QTabBar& bar = *Find<QTabWidget>("tbsPages").tabBar();
+  const QImage drawn = const_cast<QTabBar&>(bar).grab().toImage();
+  const auto top = [&](int tab) {
+    return drawn.pixelColor(bar.tabRect(tab).center().x(), bar.tabRect(bar.currentIndex()).top() + 1);
+  };
+  EXPECT_GE(ContrastOf(top(0), ground), VisibleContrast) << "the page that shows";
+  EXPECT_LT(ContrastOf(top(1), ground), VisibleContrast) << "another page";
+}
+
+// A tint of two colours may be the shade of a cell that does not apply.
+TEST_P(ThemeOf, TellsASelectedCellFromAShadedOne) {
+  UsePalette(PaletteOf(GetParam()));
+  GridView& view = ShowTable();
+  screen.fgrTable.SetBack(2, 1, 0x404040);
+  platform.userInterface.Refresh();
+  view.selectionModel()->select(view.model()->index(1, 1), QItemSelectionModel::Select);
+  const QImage drawn = view.viewport()->grab().toImage();
+  const auto near = [&](int col) {
+    const QRect cell = view.visualRect(view.model()->index(1, col));
+    return std::pair(drawn.pixelColor(cell.left() + 4, cell.top() + 2),
+                     drawn.pixelColor(cell.left() + 4, cell.top() + 5));
+  };
+  const auto [shadedEdge, shaded] = near(0);
+  const auto [selectedEdge, selected] = near(1);
+  EXPECT_EQ(shadedEdge, shaded);
+  if (IsFlat(view.palette())) {
+    EXPECT_GE(ContrastOf(selectedEdge, selected), ReadableContrast);
+  } else {
+    EXPECT_NE(shaded, selected);
+  }
 }
 
 // the font
