@@ -5,7 +5,8 @@
 #   scripts/windows.sh            everything
 #   scripts/windows.sh build      the programs only
 #   scripts/windows.sh test ...   programs and tests; further words go to ctest
-#   scripts/windows.sh pack       programs and packages, without trying them
+#   scripts/windows.sh pack       programs and packages, without the tests and without trying them
+#   scripts/windows.sh try        programs and packages, and these tried, without the tests
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
@@ -26,8 +27,8 @@ export LOADER_QT_WINDOWS LOADER_LIBMODBUS_WINDOWS
 cmake --preset release >/dev/null
 cmake --build --preset release --target icons paramtool recorder-sim parameter-loader
 cmake --preset windows >/dev/null
-if [ "$what" = build ] || [ "$what" = pack ]; then
-  cmake --build --preset windows --target parameter-loader paramtool recorder-sim guides
+if [ "$what" = build ] || [ "$what" = pack ] || [ "$what" = try ]; then
+  cmake --build --preset windows --target parameter-loader paramtool recorder-sim recorder-tour guides parameter-file_ico
 else
   cmake --build --preset windows
 fi
@@ -35,14 +36,13 @@ fi
 
 # --- Under Wine, in a place of its own that ends with this script.
 work=$(mktemp -d)
-export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LANG=ja_JP.UTF-8
+export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LC_ALL=C.UTF-8
 end_all() { wineserver64 -k 2>/dev/null || wineserver -k 2>/dev/null || true; rm -rf "$work"; }
 trap end_all EXIT
-if [ "$what" != pack ]; then
-  wine wineboot --init >/dev/null 2>&1
-  # One run of the tests: the reports are in build/windows/Testing.
+[ "$what" = pack ] || wine wineboot --init >/dev/null 2>&1
+if [ "$what" = all ] || [ "$what" = test ]; then
   ctest --test-dir build/windows --output-on-failure --no-tests=error "$@" | tee "$work/tests"
-  passed "tests under Wine: $(grep 'tests passed' "$work/tests")"
+  passed "tests: $(grep 'tests passed' "$work/tests")"
 fi
 [ "$what" != test ] || exit 0
 
@@ -51,6 +51,7 @@ version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/windows/CMakeCache.
 stage=$PWD/build/windows/stage/parameter-loader
 rm -rf "$stage"
 cmake --install build/windows --prefix "$stage" --strip >/dev/null
+find "$stage" -name '*.dll' -exec x86_64-w64-mingw32-strip --strip-unneeded {} +
 # No library that neither Windows nor the folder has.
 system=' advapi32 authz comctl32 comdlg32 crypt32 d2d1 d3d11 d3d9 d3d12 dnsapi dwmapi dwrite dxgi gdi32 imm32 iphlpapi kernel32
   mpr msvcrt ncrypt netapi32 ntdll ole32 oleaut32 powrprof rpcrt4 secur32 setupapi shcore shell32 shlwapi user32 userenv uxtheme
@@ -58,7 +59,7 @@ system=' advapi32 authz comctl32 comdlg32 crypt32 d2d1 d3d11 d3d9 d3d12 dnsapi d
 while read -r file; do
   for library in $(x86_64-w64-mingw32-objdump -p "$file" | sed -n 's/.*DLL Name: //p'); do
     name=$(tr '[:upper:]' '[:lower:]' <<<"$library")
-    [ -e "$stage/$library" ] || [[ " ${system//$'\n'/ } " == *" ${name%.dll} "* ]] ||
+    [ -e "$stage/$library" ] || [[ $name == api-ms-win-* || " ${system//$'\n'/ } " == *" ${name%.dll} "* ]] ||
       fail "$(basename "$file") needs $library, which is not in the folder"
   done
 done < <(find "$stage" -name '*.exe' -o -name '*.dll')

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "core/PathText.h"
+#include "core/Text.h"
 #include "simulator/MemoryFile.h"
 
 namespace loader::simulator {
@@ -51,7 +53,8 @@ DWORD Write(const std::filesystem::path& file, std::string_view content) {
 } // namespace
 
 void WriteWholeFile(const std::filesystem::path& file, std::string_view content) {
-  const std::filesystem::path part = file.string() + ".part" + std::to_string(::GetCurrentProcessId());
+  std::filesystem::path part = file;
+  part += ".part" + std::to_string(::GetCurrentProcessId());
   DWORD error = Write(part, content);
   if (error == 0 &&
       ::MoveFileExW(part.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
@@ -60,7 +63,7 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view content)
   if (error != 0) {
     std::error_code ignored;
     std::filesystem::remove(part, ignored);
-    throw RunTimeFailure("cannot write " + file.string() + ": " + Reason(error));
+    throw RunTimeFailure("cannot write " + ToUtf8(PathText(file)) + ": " + Reason(error));
   }
 }
 

@@ -17,6 +17,9 @@ void PrepareOutput();
 // The file of the program that runs.
 [[nodiscard]] std::filesystem::path ProgramFile();
 
+// The file that an argument names, whatever letters or bytes its name is made of.
+[[nodiscard]] std::filesystem::path FileOf(const std::string& argument);
+
 // The lines of --help about what ends the program.
 [[nodiscard]] std::string_view StopHelp();
 

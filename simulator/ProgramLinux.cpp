@@ -12,6 +12,10 @@ std::vector<std::string> ProgramArguments(int count, char** arguments) {
   return {arguments + 1, arguments + count};
 }
 
+std::filesystem::path FileOf(const std::string& argument) {
+  return argument;
+}
+
 std::filesystem::path ProgramFile() {
   std::error_code error;
   return std::filesystem::read_symlink("/proc/self/exe", error);

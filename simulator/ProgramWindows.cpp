@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "core/Text.h"
 #include "platform/RunTimeFailure.h"
 #include "simulator/Program.h"
 #include "simulator/SocketPair.h"
@@ -50,6 +51,11 @@ std::vector<std::string> ProgramArguments(int, char**) {
     arguments.push_back(Utf8(words.get()[i]));
   }
   return arguments;
+}
+
+// The library takes a narrow name for one in the machine's code page.
+std::filesystem::path FileOf(const std::string& argument) {
+  return PathOf(FromUtf8(argument));
 }
 
 std::filesystem::path ProgramFile() {

@@ -201,7 +201,7 @@ void RequireApart(const std::vector<MapField>& fields) {
 
 } // namespace
 
-ParamStoreTable LoadShape(const std::string& file, Model model) {
+ParamStoreTable LoadShape(const std::filesystem::path& file, Model model) {
   std::int32_t modeCheckOff = 0;
   return BuildStore(ReadInitBlock(FromCodePage(ReadWholeFile(file)), Widen(BlockTag(model))), modeCheckOff);
 }

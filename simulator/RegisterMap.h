@@ -5,6 +5,7 @@
 // counts.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,7 +47,7 @@ struct RegisterMap {
 
 // The shape of the model: its block of the initial settings file, values at the file's defaults.
 // RunTimeFailure when the file cannot be read, is malformed or has no block of the model.
-[[nodiscard]] ParamStoreTable LoadShape(const std::string& file, Model model);
+[[nodiscard]] ParamStoreTable LoadShape(const std::filesystem::path& file, Model model);
 
 // RunTimeFailure when a section of the shape leaves the register space, or a value lies outside of its item
 // or on another value.

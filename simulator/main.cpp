@@ -19,11 +19,11 @@ using namespace loader::simulator;
 
 constexpr int EndedWell = 0, CouldNotRun = 1, WrongOptions = 2;
 
-std::string ShapeFile(const Options& options) {
+std::filesystem::path ShapeFile(const Options& options) {
   if (!options.shape.empty()) {
-    return options.shape;
+    return FileOf(options.shape);
   }
-  return (DataFolder(ProgramFile().parent_path()) / InitialSettingsName).string();
+  return DataFolder(ProgramFile().parent_path()) / InitialSettingsName;
 }
 
 // The memory file says what recorder it is of; the options must not say otherwise.
@@ -40,7 +40,7 @@ Firmware ChosenFirmware(const Options& options, const MemoryHead& head) {
 }
 
 Recorder StartRecorder(const Options& options) {
-  const std::string memoryText = options.load ? ReadWholeFile(*options.load) : std::string();
+  const std::string memoryText = options.load ? ReadWholeFile(FileOf(*options.load)) : std::string();
   try {
     const Firmware firmware = ChosenFirmware(options, ReadMemoryHead(memoryText));
     if (!firmware.regularTag) {
@@ -69,7 +69,7 @@ Recorder StartRecorder(const Options& options) {
 
 void SaveKept(const Options& options, const Recorder& recorder) {
   if (options.save) {
-    WriteWholeFile(*options.save, MemoryText(recorder.firmware, recorder.map, recorder.kept));
+    WriteWholeFile(FileOf(*options.save), MemoryText(recorder.firmware, recorder.map, recorder.kept));
   }
 }
 
@@ -111,7 +111,7 @@ void Serve(const Options& options) {
   server.Run(stop);
   SaveKept(options, simulator.TheRecorder());
   if (options.dump) {
-    WriteWholeFile(*options.dump, DumpText(simulator.TheRecorder().memory));
+    WriteWholeFile(FileOf(*options.dump), DumpText(simulator.TheRecorder().memory));
   }
 }
 

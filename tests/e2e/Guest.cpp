@@ -19,9 +19,16 @@
 #include <cstdlib>
 
 #include "qt/GridView.h"
+#include "qt/System.h"
 #include "tests/qt/ActiveWindow.h"
 
 namespace loader::tour {
+
+void PrepareGuest() {
+  // The guest types into Qt's own file dialogs: those of the desktop show nothing to type into.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  PrepareDesktop();
+}
 
 Guest::Guest(QString pictureFolder, QString prefix)
     : pictureFolder_(std::move(pictureFolder)), prefix_(std::move(prefix)) {

@@ -23,6 +23,9 @@ struct TourFailure : std::runtime_error {
   explicit TourFailure(const QString& what) : std::runtime_error(what.toStdString()) {}
 };
 
+// Before the application object is made.
+void PrepareGuest();
+
 class Guest final : public QObject {
 public:
   // Pictures land in `pictureFolder`, named `prefix` + name + ".png".

@@ -6,7 +6,6 @@
 #include <QAction>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -386,15 +385,17 @@ void MakePictures(const QString& folder) {
 } // namespace loader::tour
 
 int main(int argc, char** argv) {
+  loader::tour::PrepareGuest();
   loader::Application application(argc, argv);
-  if (argc != 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
+  const QString folder = loader::tour::MakeFolder(QCoreApplication::arguments());
+  if (folder.isEmpty()) {
     std::fputs("usage: recorder-pictures FOLDER\n", stderr);
     return 2;
   }
   loader::Application::setPalette(loader::Application::style()->standardPalette());
   loader::Application::setCursorFlashTime(0); // a cursor that blinks is seen in some pictures only
   try {
-    loader::tour::MakePictures(QDir(QString::fromLocal8Bit(argv[1])).absolutePath());
+    loader::tour::MakePictures(folder);
   } catch (const std::exception& failure) {
     std::printf("pictures: FAILED: %s\n", failure.what());
     return 1;

@@ -52,8 +52,8 @@ private:
     return program.toStdU16String();
   }
   [[nodiscard]] std::vector<std::string> Arguments(const QString& model, const QStringList& more) const {
-    std::vector<std::string> arguments{"--model", model.toStdString(), "--tcp",
-                                       "127.0.0.1:0", "--dump", ToUtf8(dump_.u16string())};
+    std::vector<std::string> arguments{"--model", model.toStdString(),      "--tcp", "127.0.0.1:0",
+                                       "--dump",  ToUtf8(dump_.u16string())};
     for (const QString& word : more) {
       arguments.push_back(word.toStdString());
     }

@@ -5,7 +5,6 @@
 //   recorder-tour FOLDER      (recorder-sim and the data files lie beside this program)
 #include <QAction>
 #include <QClipboard>
-#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -31,7 +30,6 @@
 #include "qt/GridView.h"
 #include "qt/QtPlatform.h"
 #include "qt/QtText.h"
-#include "qt/System.h"
 #include "tests/e2e/DialogTour.h"
 #include "tests/e2e/Guest.h"
 #include "tests/e2e/RecorderProcess.h"
@@ -482,16 +480,13 @@ void TourOf(const QString& folder, const Plant& plant) {
 } // namespace loader::tour
 
 int main(int argc, char** argv) {
-  // The guest types into Qt's own file dialogs: those of the desktop show nothing to type into.
-  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  loader::PrepareDesktop();
+  loader::tour::PrepareGuest();
   loader::Application application(argc, argv);
-  const QStringList words = QCoreApplication::arguments();
-  if (words.size() != 2 || !QDir().mkpath(words.at(1))) {
+  const QString folder = loader::tour::MakeFolder(QCoreApplication::arguments());
+  if (folder.isEmpty()) {
     std::fputs("usage: recorder-tour FOLDER\n", stderr);
     return 2;
   }
-  const QString folder = QDir(words.at(1)).absolutePath();
   try {
     for (const loader::tour::Plant& plant : loader::tour::Plants) {
       loader::tour::TourOf(folder, plant);

@@ -1,6 +1,7 @@
 #include "tests/e2e/TourSetup.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <cstdio>
 #include <fstream>
 #include <set>
@@ -37,6 +38,11 @@ void CompareMemories(const Memory& untouched, const Memory& written, const Memor
   }
   std::printf("tour: %s: %d registers of the recorder hold what they have to, %zu of them changed\n",
               plant.model, compared, changed.size());
+}
+
+QString MakeFolder(const QStringList& arguments) {
+  const bool made = arguments.size() == 2 && QDir().mkpath(arguments.at(1));
+  return made ? QDir(arguments.at(1)).absolutePath() : QString();
 }
 
 fs::path MakeProgramFolder(const fs::path& folder, const Plant& plant) {

@@ -23,6 +23,9 @@ inline constexpr Plant Plants[] = {{"KOV", 18, u"1号炉 上段", u"K熱電対"}
 // changed may differ, and has to.
 void CompareMemories(const Memory& untouched, const Memory& written, const Memory& changed,
                      const Plant& plant);
+// The one folder that the program is told, made and by its whole name; empty where it is told none or cannot
+// make it.
+[[nodiscard]] QString MakeFolder(const QStringList& arguments);
 // The program's folder for one model: the data files and a LOADER.INI that reaches the recorder.
 [[nodiscard]] std::filesystem::path MakeProgramFolder(const std::filesystem::path& folder,
                                                       const Plant& plant);
