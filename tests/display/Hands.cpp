@@ -223,6 +223,14 @@ void Hands::DoubleClickAt(const QWidget& widget, QPoint at) {
   QApplication::setDoubleClickInterval(0);
 }
 
+// Rows that come up under the pointer take the release of this very click as a choice once the interval is
+// over, until the pointer moves away.
+void Hands::ClickToOpen(const QWidget& list) {
+  QApplication::setDoubleClickInterval(Patience);
+  Click(list);
+  QApplication::setDoubleClickInterval(0);
+}
+
 unsigned Hands::KeyCodeOf(unsigned keySymbol) const {
   const auto found = keyCodes_.find(keySymbol);
   if (found == keyCodes_.end()) {
