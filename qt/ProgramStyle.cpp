@@ -1,5 +1,6 @@
 #include "qt/ProgramStyle.h"
 
+#include <QFrame>
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
@@ -26,6 +27,16 @@ void DrawEdge(QPainter& painter, const QPalette& palette, const QRect& rect) {
   painter.restore();
 }
 
+// A dark palette has no shades that its lines could be drawn in, nor has one of high contrast.
+bool HasFaintGridLines(const QPalette& palette) {
+  return IsFlat(palette) || ReadableOn(palette.color(QPalette::Active, QPalette::Base)) == QColor(Qt::white);
+}
+
+bool IsLevelLine(QStyle::ControlElement element, const QStyleOption* option) {
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  return element == QStyle::CE_ShapedFrame && frame != nullptr && frame->frameShape == QFrame::HLine;
+}
+
 } // namespace
 
 QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
@@ -42,7 +53,7 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
   if (hint == SH_ComboBox_Popup) {
     return 0;
   }
-  if (hint == SH_Table_GridLineColor && option != nullptr && IsFlat(option->palette)) {
+  if (hint == SH_Table_GridLineColor && option != nullptr && HasFaintGridLines(option->palette)) {
     return static_cast<int>(LineColour(option->palette, QPalette::Base).rgba());
   }
   return QProxyStyle::styleHint(hint, option, widget, returnData);
@@ -68,7 +79,15 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
 void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
   QProxyStyle::drawControl(element, option, painter, widget);
-  if (element != CE_TabBarTabShape || !IsFlat(option->palette)) {
+  if (!IsFlat(option->palette)) {
+    return;
+  }
+  if (IsLevelLine(element, option)) {
+    const QRect& room = option->rect;
+    painter->fillRect(room.left(), room.center().y(), room.width(), 1, LineColour(option->palette));
+    return;
+  }
+  if (element != CE_TabBarTabShape) {
     return;
   }
   DrawEdge(*painter, option->palette, option->rect);

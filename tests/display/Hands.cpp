@@ -223,8 +223,8 @@ void Hands::DoubleClickAt(const QWidget& widget, QPoint at) {
   QApplication::setDoubleClickInterval(0);
 }
 
-// Rows that come up under the pointer take the release of this very click as a choice once the interval is
-// over, until the pointer moves away.
+// Once the interval is over, a list takes the release of the click that has opened it for one beside it, and
+// closes.
 void Hands::ClickToOpen(const QWidget& list) {
   QApplication::setDoubleClickInterval(Patience);
   Click(list);

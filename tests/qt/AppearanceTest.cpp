@@ -286,6 +286,42 @@ TEST_P(ThemeOf, ShowsTheEdgesOfWhatCanBeUsed) {
   EXPECT_LT(ContrastOf(top(1), ground), VisibleContrast) << "another page";
 }
 
+TEST_P(ThemeOf, ShowsTheLineThatPartsTheButtonsFromTheRest) {
+  UsePalette(PaletteOf(GetParam()));
+  if (!IsOfHighContrast(GetParam()) || std::string_view(GetParam().name) == "DarkWithDarkSelection") {
+    GTEST_SKIP() << "the style's own";
+  }
+  QFrame line;
+  line.setFrameShape(QFrame::HLine);
+  line.setFrameShadow(QFrame::Sunken);
+  line.resize(40, 5);
+  const QColor drawn = line.grab().toImage().pixelColor(20, 2);
+  EXPECT_GE(ContrastOf(drawn, QColor(GetParam().window)), VisibleContrast);
+}
+
+// By its shade or by a line around it. Its text is read on the shade.
+TEST_P(ThemeOf, TellsAShadedCellFromAnEmptyOne) {
+  UsePalette(PaletteOf(GetParam()));
+  GridView& view = ShowTable();
+  screen.fgrTable.SetBack(2, 1, 0x404040);
+  screen.fgrTable.SetText(2, 1, u"\u2588"); // a full block
+  platform.userInterface.Refresh();
+  const QRect cell = view.visualRect(view.model()->index(1, 0));
+  const QImage drawn = view.viewport()->grab().toImage();
+  const QColor base(GetParam().base);
+  const QColor shade = drawn.pixelColor(cell.right() - 4, cell.bottom() - 4);
+  double ofText = 0;
+  for (int x = cell.left() + 2; x < cell.right(); ++x) {
+    ofText = std::max(ofText, ContrastOf(drawn.pixelColor(x, cell.center().y()), shade));
+  }
+  EXPECT_GE(ofText, ReadableContrast);
+  const auto told = [&](int x, int y) { return ContrastOf(drawn.pixelColor(x, y), base); };
+  const double byShade = ContrastOf(shade, base);
+  EXPECT_GT(byShade, 1.2);
+  EXPECT_GE(std::max(byShade, told(cell.right() + 1, cell.center().y())), VisibleContrast) << "at its right";
+  EXPECT_GE(std::max(byShade, told(cell.center().x(), cell.bottom() + 1)), VisibleContrast) << "below";
+}
+
 // A tint of two colours may be the shade of a cell that does not apply.
 TEST_P(ThemeOf, TellsASelectedCellFromAShadedOne) {
   UsePalette(PaletteOf(GetParam()));
