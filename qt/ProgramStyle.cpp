@@ -19,9 +19,9 @@ constexpr std::array Edged{QStyle::PE_FrameLineEdit,  QStyle::PE_PanelButtonComm
                            QStyle::PE_FrameTabWidget, QStyle::PE_Frame,
                            QStyle::PE_FrameMenu};
 
-void DrawEdge(QPainter& painter, const QPalette& palette, const QRect& rect) {
+void DrawEdge(QPainter& painter, const QColor& colour, const QRect& rect) {
   painter.save();
-  painter.setPen(LineColour(palette));
+  painter.setPen(colour);
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(rect.adjusted(0, 0, -1, -1));
   painter.restore();
@@ -70,8 +70,14 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     readOnly.palette.setBrush(QPalette::Base, frame->palette.window());
     QProxyStyle::drawPrimitive(element, &readOnly, painter, widget);
   }
-  if (IsFlat(option->palette) && std::find(Edged.begin(), Edged.end(), element) != Edged.end()) {
-    DrawEdge(*painter, option->palette, option->rect);
+  if (!IsFlat(option->palette) || std::find(Edged.begin(), Edged.end(), element) == Edged.end()) {
+    return;
+  }
+  DrawEdge(*painter, LineColour(option->palette), option->rect);
+  // Which answer of a question the Return key gives: the style tells it by a shade.
+  if (element == PE_PanelButtonCommand && option->state.testFlag(State_HasFocus)) {
+    DrawEdge(*painter, FocusColour(option->palette), option->rect);
+    DrawEdge(*painter, FocusColour(option->palette), option->rect.adjusted(1, 1, -1, -1));
   }
 }
 
@@ -90,7 +96,7 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
   if (element != CE_TabBarTabShape) {
     return;
   }
-  DrawEdge(*painter, option->palette, option->rect);
+  DrawEdge(*painter, LineColour(option->palette), option->rect);
   if (option->state.testFlag(State_Selected)) {
     constexpr int Thick = 3;
     const QRect& tab = option->rect;
@@ -102,7 +108,8 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
                                       QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawComplexControl(control, option, painter, widget);
   if (control == CC_ScrollBar && IsFlat(option->palette)) {
-    DrawEdge(*painter, option->palette, proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget));
+    DrawEdge(*painter, LineColour(option->palette),
+             proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget));
   }
 }
 

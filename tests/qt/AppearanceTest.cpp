@@ -2,6 +2,8 @@
 // stays.
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QRawFont>
 #include <QTabBar>
 #include <QTabWidget>
@@ -297,6 +299,31 @@ TEST_P(ThemeOf, ShowsTheLineThatPartsTheButtonsFromTheRest) {
   line.resize(40, 5);
   const QColor drawn = line.grab().toImage().pixelColor(20, 2);
   EXPECT_GE(ContrastOf(drawn, QColor(GetParam().window)), VisibleContrast);
+}
+
+// Which answer the Return key gives.
+TEST_P(ThemeOf, TellsTheButtonOfABoxThatHasTheKeyboard) {
+  UsePalette(PaletteOf(GetParam()));
+  ShowSample();
+  boxes.Expect(u"?", BoxAnswer::Cancel, [](QMessageBox& box) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
+    const auto edgeOf = [](QAbstractButton* button) {
+      const QImage drawn = button->grab().toImage();
+      return std::pair(drawn.pixelColor(0, drawn.height() / 2), drawn.pixelColor(1, drawn.height() / 2));
+    };
+    const QList<QAbstractButton*> buttons = box.buttons();
+    ASSERT_EQ(2, buttons.size());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return buttons[0]->hasFocus() || buttons[1]->hasFocus(); }))
+        << (box.focusWidget() == nullptr ? "nothing" : box.focusWidget()->metaObject()->className());
+    const int chosen = buttons[0]->hasFocus() ? 0 : 1;
+    EXPECT_NE(edgeOf(buttons[chosen]), edgeOf(buttons[1 - chosen]));
+    if (IsFlat(box.palette())) {
+      const auto [outer, inner] = edgeOf(buttons[chosen]);
+      EXPECT_GE(ContrastOf(outer, QColor(GetParam().window)), VisibleContrast);
+      EXPECT_EQ(outer, inner);
+    }
+  });
+  EXPECT_FALSE(AskOkCancel(u"?"));
 }
 
 // By its shade or by a line around it. Its text is read on the shade.
