@@ -22,7 +22,7 @@ struct InAFolderWithBlanks {
   }
   ~InAFolderWithBlanks() {
     before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
-    QDir().rmdir(place);
+    QDir(place).removeRecursively(); // the toolkit leaves something of its own there
   }
   const QByteArray before = qgetenv("TMPDIR");
   const QString machines = QDir::tempPath();
