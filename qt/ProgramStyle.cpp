@@ -1,5 +1,6 @@
 #include "qt/ProgramStyle.h"
 
+#include <QFrame>
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
@@ -18,12 +19,22 @@ constexpr std::array Edged{QStyle::PE_FrameLineEdit,  QStyle::PE_PanelButtonComm
                            QStyle::PE_FrameTabWidget, QStyle::PE_Frame,
                            QStyle::PE_FrameMenu};
 
-void DrawEdge(QPainter& painter, const QPalette& palette, const QRect& rect) {
+void DrawEdge(QPainter& painter, const QColor& colour, const QRect& rect) {
   painter.save();
-  painter.setPen(LineColour(palette));
+  painter.setPen(colour);
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(rect.adjusted(0, 0, -1, -1));
   painter.restore();
+}
+
+// A dark palette has no shades that its lines could be drawn in, nor has one of high contrast.
+bool HasFaintGridLines(const QPalette& palette) {
+  return IsFlat(palette) || ReadableOn(palette.color(QPalette::Active, QPalette::Base)) == QColor(Qt::white);
+}
+
+bool IsLevelLine(QStyle::ControlElement element, const QStyleOption* option) {
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  return element == QStyle::CE_ShapedFrame && frame != nullptr && frame->frameShape == QFrame::HLine;
 }
 
 } // namespace
@@ -42,7 +53,7 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
   if (hint == SH_ComboBox_Popup) {
     return 0;
   }
-  if (hint == SH_Table_GridLineColor && option != nullptr && IsFlat(option->palette)) {
+  if (hint == SH_Table_GridLineColor && option != nullptr && HasFaintGridLines(option->palette)) {
     return static_cast<int>(LineColour(option->palette, QPalette::Base).rgba());
   }
   return QProxyStyle::styleHint(hint, option, widget, returnData);
@@ -59,8 +70,14 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     readOnly.palette.setBrush(QPalette::Base, frame->palette.window());
     QProxyStyle::drawPrimitive(element, &readOnly, painter, widget);
   }
-  if (IsFlat(option->palette) && std::find(Edged.begin(), Edged.end(), element) != Edged.end()) {
-    DrawEdge(*painter, option->palette, option->rect);
+  if (!IsFlat(option->palette) || std::find(Edged.begin(), Edged.end(), element) == Edged.end()) {
+    return;
+  }
+  DrawEdge(*painter, LineColour(option->palette), option->rect);
+  // Which answer of a question the Return key gives: the style tells it by a shade.
+  if (element == PE_PanelButtonCommand && option->state.testFlag(State_HasFocus)) {
+    DrawEdge(*painter, FocusColour(option->palette), option->rect);
+    DrawEdge(*painter, FocusColour(option->palette), option->rect.adjusted(1, 1, -1, -1));
   }
 }
 
@@ -68,10 +85,18 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
 void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
   QProxyStyle::drawControl(element, option, painter, widget);
-  if (element != CE_TabBarTabShape || !IsFlat(option->palette)) {
+  if (!IsFlat(option->palette)) {
     return;
   }
-  DrawEdge(*painter, option->palette, option->rect);
+  if (IsLevelLine(element, option)) {
+    const QRect& room = option->rect;
+    painter->fillRect(room.left(), room.center().y(), room.width(), 1, LineColour(option->palette));
+    return;
+  }
+  if (element != CE_TabBarTabShape) {
+    return;
+  }
+  DrawEdge(*painter, LineColour(option->palette), option->rect);
   if (option->state.testFlag(State_Selected)) {
     constexpr int Thick = 3;
     const QRect& tab = option->rect;
@@ -83,7 +108,8 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
                                       QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawComplexControl(control, option, painter, widget);
   if (control == CC_ScrollBar && IsFlat(option->palette)) {
-    DrawEdge(*painter, option->palette, proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget));
+    DrawEdge(*painter, LineColour(option->palette),
+             proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget));
   }
 }
 

@@ -11,7 +11,7 @@ packages=(
   libmodbus-dev libxcb-xtest0-dev libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   fonts-noto-cjk
-  xvfb openbox xdg-utils dbus-daemon dbus-bin fcitx5 fcitx5-anthy fcitx5-frontend-qt6 git man-db
+  xvfb openbox xdg-utils file dbus-daemon dbus-bin fcitx5 fcitx5-anthy fcitx5-frontend-qt6 git man-db
 )
 
 install_missing "${packages[@]}"

@@ -66,7 +66,7 @@ protected:
   void Choose(QComboBox& list, int row) {
     // A window that becomes active behind its open list takes the activity from it again.
     EXPECT_TRUE(hands.BecomesActive(*list.window()));
-    hands.Click(list);
+    hands.ClickToOpen(list);
     const QAbstractItemView& rows = *list.view();
     ASSERT_TRUE(QTest::qWaitFor([&] {
       return rows.isVisible() && QApplication::activePopupWidget() == rows.window();

@@ -223,6 +223,14 @@ void Hands::DoubleClickAt(const QWidget& widget, QPoint at) {
   QApplication::setDoubleClickInterval(0);
 }
 
+// Once the interval is over, a list takes the release of the click that has opened it for one beside it, and
+// closes.
+void Hands::ClickToOpen(const QWidget& list) {
+  QApplication::setDoubleClickInterval(Patience);
+  Click(list);
+  QApplication::setDoubleClickInterval(0);
+}
+
 unsigned Hands::KeyCodeOf(unsigned keySymbol) const {
   const auto found = keyCodes_.find(keySymbol);
   if (found == keyCodes_.end()) {

@@ -45,6 +45,8 @@ public:
   void Click(const QWidget& widget);
   void ClickAt(const QWidget& widget, QPoint at);
   void DoubleClickAt(const QWidget& widget, QPoint at);
+  // A click that lets a list drop down, where it stays.
+  void ClickToOpen(const QWidget& list);
   void Press(Key key);
   // Digits, small letters and what else needs no Shift.
   void Type(std::string_view text);

@@ -1,6 +1,7 @@
-// F1 on a desktop that has no viewer for the user guide.
+// F1 with a viewer as a desktop has it, by its entry among the applications, and on a desktop that has none.
 #include <QDir>
 #include <QFile>
+#include <QFileSystemWatcher>
 #include <QStandardPaths>
 #include <filesystem>
 #include <fstream>
@@ -16,13 +17,16 @@ constexpr Key F1{0xffbe};
 // Temporary folders lie in one whose name a viewer has to be given unharmed.
 struct InAFolderWithBlanks {
   InAFolderWithBlanks() {
-    const QString place =
-        QDir::temp().filePath(QStringLiteral("記録計 設定 %1").arg(QCoreApplication::applicationPid()));
     QDir().mkpath(place);
     qputenv("TMPDIR", place.toUtf8());
   }
-  ~InAFolderWithBlanks() { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); }
+  ~InAFolderWithBlanks() {
+    before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    QDir(place).removeRecursively(); // the toolkit leaves something of its own there
+  }
   const QByteArray before = qgetenv("TMPDIR");
+  const QString machines = QDir::tempPath();
+  const QString place = machines + QStringLiteral("/記録計 設定 %1").arg(QCoreApplication::applicationPid());
 };
 
 // A desktop of its own: what the machine has installed is not seen.
@@ -40,7 +44,8 @@ struct Viewer : InAFolderWithBlanks, OnTheDisplay {
     }
     OpenProgram();
     std::filesystem::create_directory(Guide().parent_path());
-    std::ofstream(Guide()) << "<h1>guide</h1>";
+    std::ofstream(Guide())
+        << "<!DOCTYPE html>\n<html><title>guide</title></html>\n"; // known by its first line
   }
   ~Viewer() override {
     for (const auto& [name, value] : before) {
@@ -76,9 +81,33 @@ struct Viewer : InAFolderWithBlanks, OnTheDisplay {
     EXPECT_TRUE(hands.BecomesActive(Window()));
   }
   static constexpr int Patience = 20000;
-  QTemporaryDir desktop;
+  // No blank in its name: the opener takes the places of the applications apart at blanks.
+  QTemporaryDir desktop{machines + QStringLiteral("/desktop-XXXXXX")};
   std::vector<std::pair<const char*, QByteArray>> before;
 };
+
+TEST_F(Viewer, OfTheDesktopGetsTheGuide) {
+  if (QStandardPaths::findExecutable(QStringLiteral("xdg-open")).isEmpty()) {
+    GTEST_SKIP() << "xdg-open is not installed";
+  }
+  ASSERT_TRUE(folder.path().contains(QStringLiteral("記録計 設定")));
+  const QString seen = desktop.filePath(QStringLiteral("seen"));
+  const std::filesystem::path home = Home();
+  std::ofstream(home / "bin" / "viewer")
+      << "#!/bin/sh\nprintf '%s' \"$1\" >'" << seen.toStdString() << ".part'\nmv '" << seen.toStdString()
+      << ".part' '" << seen.toStdString() << "'\n";
+  std::filesystem::permissions(home / "bin" / "viewer", std::filesystem::perms::owner_all);
+  std::ofstream(home / "applications" / "viewer.desktop")
+      << "[Desktop Entry]\nType=Application\nName=Viewer\nExec=" << (home / "bin" / "viewer").string()
+      << " %f\nMimeType=text/html;\n";
+  std::ofstream(home / "mimeapps.list") << "[Default Applications]\ntext/html=viewer.desktop\n";
+  const QFileSystemWatcher watcher({desktop.path()}); // its event ends the wait
+  hands.Press(F1);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(seen); }, Patience)) << "no viewer has come";
+  std::ifstream file(seen.toStdString());
+  EXPECT_EQ(Guide().string(), std::string(std::istreambuf_iterator<char>(file), {}));
+  EXPECT_EQ(0, boxes.Shown());
+}
 
 TEST_F(Viewer, ThatTheDesktopsOpenerDoesNotFindIsTold) {
   if (QStandardPaths::findExecutable(QStringLiteral("xdg-open")).isEmpty()) {

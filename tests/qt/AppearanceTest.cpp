@@ -2,6 +2,8 @@
 // stays.
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QRawFont>
 #include <QTabBar>
 #include <QTabWidget>
@@ -284,6 +286,67 @@ TEST_P(ThemeOf, ShowsTheEdgesOfWhatCanBeUsed) {
   };
   EXPECT_GE(ContrastOf(top(0), ground), VisibleContrast) << "the page that shows";
   EXPECT_LT(ContrastOf(top(1), ground), VisibleContrast) << "another page";
+}
+
+TEST_P(ThemeOf, ShowsTheLineThatPartsTheButtonsFromTheRest) {
+  UsePalette(PaletteOf(GetParam()));
+  if (!IsOfHighContrast(GetParam()) || std::string_view(GetParam().name) == "DarkWithDarkSelection") {
+    GTEST_SKIP() << "the style's own";
+  }
+  QFrame line;
+  line.setFrameShape(QFrame::HLine);
+  line.setFrameShadow(QFrame::Sunken);
+  line.resize(40, 5);
+  const QColor drawn = line.grab().toImage().pixelColor(20, 2);
+  EXPECT_GE(ContrastOf(drawn, QColor(GetParam().window)), VisibleContrast);
+}
+
+// Which answer the Return key gives.
+TEST_P(ThemeOf, TellsTheButtonOfABoxThatHasTheKeyboard) {
+  UsePalette(PaletteOf(GetParam()));
+  ShowSample();
+  boxes.Expect(u"?", BoxAnswer::Cancel, [](QMessageBox& box) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
+    const auto edgeOf = [](QAbstractButton* button) {
+      const QImage drawn = button->grab().toImage();
+      return std::pair(drawn.pixelColor(0, drawn.height() / 2), drawn.pixelColor(1, drawn.height() / 2));
+    };
+    const QList<QAbstractButton*> buttons = box.buttons();
+    ASSERT_EQ(2, buttons.size());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return buttons[0]->hasFocus() || buttons[1]->hasFocus(); }))
+        << (box.focusWidget() == nullptr ? "nothing" : box.focusWidget()->metaObject()->className());
+    const int chosen = buttons[0]->hasFocus() ? 0 : 1;
+    EXPECT_NE(edgeOf(buttons[chosen]), edgeOf(buttons[1 - chosen]));
+    if (IsFlat(box.palette())) {
+      const auto [outer, inner] = edgeOf(buttons[chosen]);
+      EXPECT_GE(ContrastOf(outer, QColor(GetParam().window)), VisibleContrast);
+      EXPECT_EQ(outer, inner);
+    }
+  });
+  EXPECT_FALSE(AskOkCancel(u"?"));
+}
+
+// By its shade or by a line around it. Its text is read on the shade.
+TEST_P(ThemeOf, TellsAShadedCellFromAnEmptyOne) {
+  UsePalette(PaletteOf(GetParam()));
+  GridView& view = ShowTable();
+  screen.fgrTable.SetBack(2, 1, 0x404040);
+  screen.fgrTable.SetText(2, 1, u"\u2588"); // a full block
+  platform.userInterface.Refresh();
+  const QRect cell = view.visualRect(view.model()->index(1, 0));
+  const QImage drawn = view.viewport()->grab().toImage();
+  const QColor base(GetParam().base);
+  const QColor shade = drawn.pixelColor(cell.right() - 4, cell.bottom() - 4);
+  double ofText = 0;
+  for (int x = cell.left() + 2; x < cell.right(); ++x) {
+    ofText = std::max(ofText, ContrastOf(drawn.pixelColor(x, cell.center().y()), shade));
+  }
+  EXPECT_GE(ofText, ReadableContrast);
+  const auto told = [&](int x, int y) { return ContrastOf(drawn.pixelColor(x, y), base); };
+  const double byShade = ContrastOf(shade, base);
+  EXPECT_GT(byShade, 1.2);
+  EXPECT_GE(std::max(byShade, told(cell.right() + 1, cell.center().y())), VisibleContrast) << "at its right";
+  EXPECT_GE(std::max(byShade, told(cell.center().x(), cell.bottom() + 1)), VisibleContrast) << "below";
 }
 
 // A tint of two colours may be the shade of a cell that does not apply.
