@@ -140,8 +140,9 @@ TEST_F(FleetCommand, AFileWhoseSettingsHaveNotChangedIsNotTouched) {
   const std::size_t minute = before.find("MINT,") + 5;
   before.replace(minute, before.find('\r', minute) - minute, "61");
   Write("a.RUG", before);
-  const auto long_ago = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-  std::filesystem::last_write_time(File("a.RUG"), long_ago);
+  std::filesystem::last_write_time(File("a.RUG"),
+                                   std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
+  const auto long_ago = std::filesystem::last_write_time(File("a.RUG"));
   const Ended again = Fleet({"read", "--json"});
   EXPECT_EQ(Texts(Report(again)), (Words{"unchanged"}));
   EXPECT_TRUE(Read("a.RUG") == before);
@@ -288,7 +289,7 @@ TEST_F(FleetCommand, OneThatIsTooSlowIsEndedAndTold) {
 }
 
 TEST_F(FleetCommand, CtrlCEndsAllAndTellsWhatWasDone) {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : {Interrupt, Terminate, HangUp}) {
     const auto recorder = StartPlainRecorder(Rug);
     SilentRecorder silent;
     WriteList({Row("A", TcpOf(*recorder), "RUG", "a.RUG"), Row("Silent", silent.Address(), "RUG", "b.RUG"),
