@@ -51,7 +51,8 @@ QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
                        return;
                      }
                      // Nobody waits for it yet: from the event loop, as everything that becomes of it.
-                     QMetaObject::invokeMethod(&socket_, [this] { TellFailure(); }, Qt::QueuedConnection);
+                     QMetaObject::invokeMethod(
+                         &socket_, [this] { TellFailure(); }, Qt::QueuedConnection);
                    });
 }
 

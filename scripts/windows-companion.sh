@@ -7,7 +7,7 @@
 #
 # What may differ, and is made equal before it is compared:
 #   - the port of a recorder, which the system chooses, in reports and in the lists of fleets;
-#   - the time of a run, in the name of a backup or its folder, and the seconds that it took; with them the order in which
+#   - the time of a run, in a printed page, in the name of a backup or its folder, and the seconds that it took; with them the order in which
 #     a fleet tells its recorders, and how wide its table is;
 #   - the name of the program in its help, and whole names of files (C:\... in place of /...);
 #   - what the system itself says of a connection that fails, behind the words of paramtool's own.
@@ -49,14 +49,17 @@ start() { # NAME OPTIONS... -- a recorder of that name for each system
 }
 
 cat > "$work/made-equal" << 'SED'
-s/127\.0\.0\.1([:-])[0-9]+/127.0.0.1\1PORT/g
+s/127\.0\.0\.1([:_])[0-9]+/127.0.0.1\1PORT/g
 s/[0-9]{8}-[0-9]{6}/DATE-TIME/g
 s/("seconds": )[0-9.]+/\1N/
 s/(（|\()[0-9]+\.[0-9] (秒|s)(）|\))$/\1N \2\3/
 s/ +[0-9]+\.[0-9]$/ N/
 s/^(Usage|使い方): .*[\/\\]paramtool(\.exe)? /\1: paramtool /
 s/(Connection refused|接続が拒否されました|The remote host refused[^)）]*)/REFUSED/
-s/(\/|Z:\\)[^"]*(\/|\\)設定 と 予備(\/|\\)/FOLDER\//g
+s/(\/tmp|Z:\\)[^" ]*(\/|\\)設定 と 予備(\/|\\+)/FOLDER\//g
+:names
+s/(FOLDER\/[^"\\]*)\\+/\1\//
+t names
 SED
 made_equal() { # FILE
   sed -E -i -f "$work/made-equal" "$1"
@@ -184,13 +187,12 @@ done
 for system in linux windows; do
   cd "$work/$system/設定 と 予備"
   find . -depth -mindepth 1 | while read -r file; do
-    name=$(basename "$file" | sed -E 's/[0-9]{8}-[0-9]{6}/DATE-TIME/; s/127\.0\.0\.1-[0-9]+/127.0.0.1-PORT/')
+    name=$(basename "$file" | sed -E 's/[0-9]{8}-[0-9]{6}/DATE-TIME/; s/127\.0\.0\.1_[0-9]+/127.0.0.1_PORT/')
     [ "$name" = "$(basename "$file")" ] || mv "$file" "$(dirname "$file")/$name"
   done
   rm 工場.csv 書.csv
-  for file in 頁*.txt; do # in code page 932, for which the numbers of a time are as ever
-    LC_ALL=C sed -E -i 's|20[0-9]{2}/[0-9/]{5} [0-9:]{8}|DATE TIME|' "$file"
-  done
+  # In code page 932 and in UTF-8, for which the numbers of a time are alike.
+  LC_ALL=C sed -E -i 's|20[0-9]{2}([/-])[0-9]{2}.[0-9]{2}[ T][0-9:]+|DATE TIME|g' 頁*.txt ./*.html
 done
 cd /
 diff -rq "$work/linux/設定 と 予備" "$work/windows/設定 と 予備" || differs "the saved files"

@@ -55,6 +55,8 @@ set(LOADER_NOT_ON_WINDOWS
   TextOutputs.OnADiskThatFillsKeepTheOlderSheet
   ProvedSave.LeavesTheOldFileWhenTheDiskIsFull
   ParameterFiles.AreShortenedWithoutAWordWhenTheDiskFills
+  ReadCommand.AFormerFileStaysWholeWhenTheDiskIsFull
+  WriteCommand.WithoutABackupThatStandsNothingIsWritten
   # A symbolic link: to make one takes a right that a user there does not have.
   Start.TakesASettingsFileThatCannotBeLookedAtAsMissing
   PrivateProfiles.ThatAreSymbolicLinksStayLinks
@@ -70,14 +72,14 @@ set(LOADER_NOT_ON_WINDOWS
   # Permissions other than the read-only attribute, which WindowsFiles looks at.
   PrivateProfiles.ThatWereMadeReadOnlyStayAsTheyAre
   PrivateProfiles.KeepTheirPermissions
-  # A pseudo-terminal, and what only stands beside it.
+  # A pseudo-terminal: a serial line, or a screen.
   *SavesTheWholeSetUpOverTcpAndSerialAlike*
   ReadCommand.ARecorderIsASetUpOfEveryCommand
   *WritesWithProofAndKeepsTheFormerSetUp*
   *AtARequestThatWritesIsNeverCalledVerifiedWithAnotherMemory*
   DecodeCommand.KnowsTheLayoutOfAnOlderFirmware
   ReadCommand.ATerminalShowsHowFarItIs
-  # A shell, a device or a program of the system.
+  # A shell, a device or a tool of the system.
   Program.LoadsNoWidgets
   DecodeCommand.RefusesWhatHasNoEnd
   WriteFault.TheCommandThatIsToldBringsTheFormerSetUpBack

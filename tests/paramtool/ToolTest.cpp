@@ -99,8 +99,8 @@ std::string ToolTest::WithoutFolder(std::string text) const {
 
 std::unique_ptr<simulator::RunningSimulator> ToolTest::StartRecorder(const std::string& versionTag,
                                                                      std::vector<std::string> more) const {
-  std::vector<std::string> arguments{"--model", ModelOfTag(versionTag), "--firmware", versionTag, "--tcp", "0",
-                                     "--dump",  File("dump")};
+  std::vector<std::string> arguments{
+      "--model", ModelOfTag(versionTag), "--firmware", versionTag, "--tcp", "0", "--dump", File("dump")};
   const std::vector<std::string> serial = SerialLineOfRecorder(LineFile());
   arguments.insert(arguments.end(), serial.begin(), serial.end());
   arguments.insert(arguments.end(), more.begin(), more.end());
