@@ -1,6 +1,7 @@
 // paramtool fleet as a user runs it: recorders of a list, dead ones among them.
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <algorithm>
 #include <csignal>
 #include <sstream>
@@ -185,10 +186,12 @@ TEST_F(FleetCommand, TheReportHoldsThatOfEachRecorder) {
   const QJsonObject first = recorders.at(0).toObject();
   EXPECT_EQ(first.keys(), (QStringList{"address", "file", "line", "model", "name", "outcome", "report",
                                        "seconds", "text"}));
-  EXPECT_EQ(first.value(QStringLiteral("file")).toString().toStdString(), File("a.RUG"));
+  EXPECT_EQ(QDir::fromNativeSeparators(first.value(QStringLiteral("file")).toString()).toStdString(),
+            File("a.RUG"));
   const QJsonObject own = first.value(QStringLiteral("report")).toObject();
   EXPECT_EQ(own.value(QStringLiteral("command")).toString(), QStringLiteral("read"));
-  EXPECT_EQ(own.value(QStringLiteral("file")).toString().toStdString(), File("a.RUG"));
+  EXPECT_EQ(QDir::fromNativeSeparators(own.value(QStringLiteral("file")).toString()).toStdString(),
+            File("a.RUG"));
   EXPECT_EQ(own.value(QStringLiteral("recorder")).toObject().value(QStringLiteral("version")).toString(),
             QStringLiteral("V12W"));
   const QJsonObject second = recorders.at(1).toObject();
