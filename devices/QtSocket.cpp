@@ -46,10 +46,20 @@ QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
                    [this](QAbstractSocket::SocketError error) {
                      failed_ = error != QAbstractSocket::RemoteHostClosedError;
                      TellDeviceFailure(ToQt(RemoteHost), socket_.errorString());
-                     if (onFailure) {
-                       onFailure();
+                     if (!starting_) {
+                       TellFailure();
+                       return;
                      }
+                     // Nobody waits for it yet: from the event loop, as everything that becomes of it.
+                     QMetaObject::invokeMethod(
+                         &socket_, [this] { TellFailure(); }, Qt::QueuedConnection);
                    });
+}
+
+void QtSocket::TellFailure() const {
+  if (onFailure && inUse_ && socket_.state() == QAbstractSocket::UnconnectedState) {
+    onFailure();
+  }
 }
 
 int QtSocket::State() const {
@@ -90,7 +100,9 @@ void QtSocket::Connect() {
     throw RunTimeFailure("no such port");
   }
   inUse_ = true;
+  starting_ = true;
   socket_.connectToHost(DecimalAddress(ToQt(RemoteHost)), static_cast<quint16>(port));
+  starting_ = false;
 }
 
 void QtSocket::SendData(std::span<const std::uint8_t> bytes) {

@@ -28,10 +28,13 @@ public:
   [[nodiscard]] Bytes GetData() override;
 
 private:
+  void TellFailure() const;
+
   QTcpSocket socket_;
   PortMap portMap_;
   bool inUse_ = false; // between Connect and Close
   bool failed_ = false;
+  bool starting_ = false; // within Connect: what cannot be reached may be told there already
 };
 
 } // namespace loader

@@ -48,8 +48,8 @@ struct SocketControl {
   virtual ~SocketControl() = default;
   [[nodiscard]] virtual int State() const = 0;
   virtual void Close() = 0;
-  // Starts connecting and returns; onConnect runs from the event loop. A refused connection is told by
-  // nothing.
+  // Starts connecting and returns; onConnect and onFailure run from the event loop. The window is told of a
+  // refused connection by nothing.
   virtual void Connect() = 0;
   virtual void SendData(std::span<const std::uint8_t> bytes) = 0;
   [[nodiscard]] virtual int BytesReceived() const = 0;

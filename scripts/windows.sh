@@ -40,6 +40,7 @@ export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="m
 # Wine's desktop outlives the program that it was begun for; begun without a display it makes no window of a later
 # program the active one.
 end_wine() { /usr/lib/wine/wineserver64 -k 2>/dev/null || true; /usr/lib/wine/wineserver64 -w 2>/dev/null || true; }
+windows_name() { printf "Z:%s" "${1//\//\\}"; } # of a file of this machine
 end_all() { end_wine; rm -rf "$work"; }
 trap end_all EXIT
 [ "$what" = pack ] || wine wineboot --init >/dev/null 2>&1
@@ -88,7 +89,7 @@ exec_tour() { # NAME FOLDER-OF-THE-PROGRAM...: the tour with the programs of tha
   cp "$LOADER_QT_WINDOWS/bin/Qt6Test.dll" "$folder/"
   mkdir -p build/windows-tour
   end_wine
-  DISPLAY_SIZE=1280x1024 timeout 300 scripts/on-display.sh wine "$folder/recorder-tour.exe" "$(winepath -w "$PWD/build/windows-tour/$name")" ||
+  DISPLAY_SIZE=1280x1024 timeout 300 scripts/on-display.sh wine "$folder/recorder-tour.exe" "$(windows_name "$PWD/build/windows-tour/$name")" ||
     fail "the tour of $name fails"
   end_wine
   rm "$folder/recorder-tour.exe" "$folder/Qt6Test.dll"
@@ -124,7 +125,7 @@ for mode in CurrentUser AllUsers; do
   touch "$installed/mine.RUG"
   cp "$installed/uninstall.exe" "$work/"
   # Started from its own place the uninstaller copies itself and returns at once; told where it is it stays until it is done.
-  wine "$work/uninstall.exe" /S "/$mode" "_?=$(winepath -w "$installed")" || fail "the uninstaller fails for $mode"
+  wine "$work/uninstall.exe" /S "/$mode" "_?=$(windows_name "$installed")" || fail "the uninstaller fails for $mode"
   [ -e "$installed/mine.RUG" ] || fail "the uninstaller has removed a file of the user's"
   [ ! -e "$installed/parameter-loader.exe" ] || fail "the uninstaller has left the program"
   rm -rf "$installed"

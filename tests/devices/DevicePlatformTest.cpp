@@ -167,6 +167,7 @@ TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
   bool failed = false;
   socket.onFailure = [&] { failed = true; };
   socket.Connect();
+  EXPECT_FALSE(failed) << "nobody waits for it yet";
   Timer limit;
   bool over = false;
   limit.onTimer = [&] { over = true; };

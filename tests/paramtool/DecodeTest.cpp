@@ -39,7 +39,7 @@ protected:
   }
   std::string TraceOf(const std::string& tag, bool tcp) const {
     const auto recorder = StartRecorder(tag, {"--trace-frames"});
-    Ask(tcp ? simulator::ConnectTcp(recorder->Port()).get() : simulator::ConnectRtu(File("line")).get());
+    Ask(tcp ? simulator::ConnectTcp(recorder->Port()).get() : simulator::ConnectRtu(LineFile()).get());
     return WithoutPorts(recorder->Stop(SIGTERM).errors);
   }
   [[nodiscard]] static Ended Decode(const std::string& input, std::vector<std::string> more) {

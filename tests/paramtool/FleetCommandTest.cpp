@@ -1,6 +1,7 @@
 // paramtool fleet as a user runs it: recorders of a list, dead ones among them.
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <algorithm>
 #include <csignal>
 #include <sstream>
@@ -140,8 +141,9 @@ TEST_F(FleetCommand, AFileWhoseSettingsHaveNotChangedIsNotTouched) {
   const std::size_t minute = before.find("MINT,") + 5;
   before.replace(minute, before.find('\r', minute) - minute, "61");
   Write("a.RUG", before);
-  const auto long_ago = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-  std::filesystem::last_write_time(File("a.RUG"), long_ago);
+  std::filesystem::last_write_time(File("a.RUG"),
+                                   std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
+  const auto long_ago = std::filesystem::last_write_time(File("a.RUG"));
   const Ended again = Fleet({"read", "--json"});
   EXPECT_EQ(Texts(Report(again)), (Words{"unchanged"}));
   EXPECT_TRUE(Read("a.RUG") == before);
@@ -184,10 +186,12 @@ TEST_F(FleetCommand, TheReportHoldsThatOfEachRecorder) {
   const QJsonObject first = recorders.at(0).toObject();
   EXPECT_EQ(first.keys(), (QStringList{"address", "file", "line", "model", "name", "outcome", "report",
                                        "seconds", "text"}));
-  EXPECT_EQ(first.value(QStringLiteral("file")).toString().toStdString(), File("a.RUG"));
+  EXPECT_EQ(QDir::fromNativeSeparators(first.value(QStringLiteral("file")).toString()).toStdString(),
+            File("a.RUG"));
   const QJsonObject own = first.value(QStringLiteral("report")).toObject();
   EXPECT_EQ(own.value(QStringLiteral("command")).toString(), QStringLiteral("read"));
-  EXPECT_EQ(own.value(QStringLiteral("file")).toString().toStdString(), File("a.RUG"));
+  EXPECT_EQ(QDir::fromNativeSeparators(own.value(QStringLiteral("file")).toString()).toStdString(),
+            File("a.RUG"));
   EXPECT_EQ(own.value(QStringLiteral("recorder")).toObject().value(QStringLiteral("version")).toString(),
             QStringLiteral("V12W"));
   const QJsonObject second = recorders.at(1).toObject();
@@ -288,7 +292,7 @@ TEST_F(FleetCommand, OneThatIsTooSlowIsEndedAndTold) {
 }
 
 TEST_F(FleetCommand, CtrlCEndsAllAndTellsWhatWasDone) {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : {Interrupt, Terminate, HangUp}) {
     const auto recorder = StartPlainRecorder(Rug);
     SilentRecorder silent;
     WriteList({Row("A", TcpOf(*recorder), "RUG", "a.RUG"), Row("Silent", silent.Address(), "RUG", "b.RUG"),

@@ -1,33 +1,11 @@
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include "tests/paramtool/FleetTest.h"
+#include "tests/paramtool/LoopbackSockets.h"
 
 namespace loader::test {
 
 namespace {
 
 constexpr int Patience = 60000; // milliseconds
-
-sockaddr_in Loopback() {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
-}
-
-int BoundSocket(int& port) {
-  const int bound = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = Loopback();
-  socklen_t size = sizeof(address);
-  EXPECT_EQ(::bind(bound, reinterpret_cast<sockaddr*>(&address), size), 0);
-  EXPECT_EQ(::getsockname(bound, reinterpret_cast<sockaddr*>(&address), &size), 0);
-  port = ntohs(address.sin_port);
-  return bound;
-}
 
 std::vector<std::string> EachOne(const QJsonObject& report, const char* key) {
   std::vector<std::string> texts;
@@ -39,13 +17,13 @@ std::vector<std::string> EachOne(const QJsonObject& report, const char* key) {
 
 } // namespace
 
-SilentRecorder::SilentRecorder() : listener_(BoundSocket(port_)) {
-  EXPECT_EQ(::listen(listener_, 8), 0);
+SilentRecorder::SilentRecorder() : listener_(BindToFreePort(port_)) {
+  EXPECT_TRUE(ListenOn(listener_));
 }
 
 SilentRecorder::~SilentRecorder() {
-  ::close(listener_);
-  ::close(client_);
+  CloseSocket(listener_);
+  CloseSocket(client_);
 }
 
 std::string SilentRecorder::Address() const {
@@ -53,28 +31,24 @@ std::string SilentRecorder::Address() const {
 }
 
 void SilentRecorder::WaitForClient() {
-  pollfd wait{listener_, POLLIN, 0};
-  ASSERT_EQ(::poll(&wait, 1, Patience), 1) << "nobody connects";
-  client_ = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+  ASSERT_TRUE(WaitForNews(listener_, Patience)) << "nobody connects";
+  client_ = AcceptOn(listener_);
   ASSERT_GE(client_, 0);
 }
 
 bool SilentRecorder::ClientHasGone() const {
-  while (true) {
-    pollfd wait{client_, POLLIN, 0};
-    char byte = 0;
-    if (::poll(&wait, 1, Patience) != 1) {
-      return false;
-    }
-    if (::read(client_, &byte, 1) <= 0) {
+  while (WaitForNews(client_, Patience)) {
+    std::uint8_t byte = 0;
+    if (ReceiveFrom(client_, &byte, 1) <= 0) {
       return true;
     }
   }
+  return false;
 }
 
 std::string NobodyThere() {
   int port = 0;
-  ::close(BoundSocket(port));
+  CloseSocket(BindToFreePort(port));
   return "tcp:127.0.0.1:" + std::to_string(port);
 }
 

@@ -33,8 +33,9 @@ private:
   int recorderPort_;
   int hold_;
   Held held_;
-  int listener_ = -1;
   int port_ = 0;
+  int listener_; // after the port, which it sets
+  std::atomic<bool> ending_ = false;
   std::atomic<int> requests_ = 0;
   std::atomic<int> open_ = -1;
   std::promise<void> holding_;

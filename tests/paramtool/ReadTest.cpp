@@ -42,7 +42,7 @@ TEST_P(ReadOf, SavesTheWholeSetUpOverTcpAndSerialAlike) {
   if (GetParam() == "V40A" || GetParam() == "V12W") {
     EXPECT_EQ(MovedLines(Read("tcp")), MovedLines(PlantFile(model)));
   }
-  EXPECT_EQ(Files(), (std::vector<std::string>{"line", "serial", "tcp"}));
+  EXPECT_EQ(Files(), (std::vector<std::string>{"serial", "tcp"}));
 }
 
 TEST_P(ReadOf, TheReportIsAsItWas) {
@@ -85,7 +85,7 @@ TEST_F(ReadCommand, ARecorderIsASetUpOfEveryCommand) {
   const auto recorder = StartRecorder("V40A");
   ASSERT_EQ(Tool({"read", TcpOf(*recorder), "-o", File("it.KOV")}).status, ExitDifferent);
   const Ended ofFile = Tool({"show", File("it.KOV"), "CH3", "--lang", "en"});
-  for (const std::string& address : {TcpOf(*recorder), SerialOf(), "usb:" + File("line")}) {
+  for (const std::string& address : {TcpOf(*recorder), SerialOf(), "usb:" + LineFile()}) {
     const Ended shown = Tool({"show", address, "CH3", "--lang", "en"});
     EXPECT_EQ(shown.status, ExitGood) << shown.errors;
     EXPECT_EQ(shown.output, ofFile.output) << address;
@@ -152,7 +152,7 @@ TEST_F(ReadCommand, ARequestThatFailsIsToldWithSectionRegistersReasonAndBox) {
             std::string::npos)
       << ended.errors;
   EXPECT_NE(ended.errors.find("[タイムアウトエラー]"), std::string::npos) << ended.errors;
-  EXPECT_EQ(Files(), std::vector<std::string>{"line"});
+  EXPECT_EQ(Files(), std::vector<std::string>{});
 }
 
 TEST_F(ReadCommand, AFormerFileStaysWholeWhenTheDiskIsFull) {
@@ -162,7 +162,7 @@ TEST_F(ReadCommand, AFormerFileStaysWholeWhenTheDiskIsFull) {
   const Ended ended = Tool({"read", TcpOf(*recorder), "-o", File("it")});
   EXPECT_EQ(ended.status, ExitFailed);
   EXPECT_EQ(Read("it"), "the former one");
-  EXPECT_EQ(Files(), (std::vector<std::string>{"it", "line"}));
+  EXPECT_EQ(Files(), std::vector<std::string>{"it"});
 }
 
 TEST_F(ReadCommand, CtrlCAtAnyRequestLeavesNoFileAndSaysWhere) {
@@ -179,7 +179,7 @@ TEST_F(ReadCommand, CtrlCAtAnyRequestLeavesNoFileAndSaysWhere) {
       EXPECT_EQ(std::ranges::count(ended.errors, '\n'), 1) << ended.errors;
     }
   }
-  EXPECT_EQ(Files(), std::vector<std::string>{"line"});
+  EXPECT_EQ(Files(), std::vector<std::string>{});
 }
 
 TEST_F(ReadCommand, ATerminalShowsHowFarItIs) {

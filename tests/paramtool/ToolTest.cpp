@@ -9,9 +9,19 @@
 #include "core/modMain.h"
 #include "files/ParameterFile.h"
 #include "simulator/Plant.h"
+#include "tests/paramtool/SerialLine.h"
 #include "tests/support/ScriptedPlatform.h"
 
 namespace loader::test {
+
+namespace {
+
+std::string Utf8Of(const std::filesystem::path& path) {
+  const std::u8string text = path.generic_u8string();
+  return {text.begin(), text.end()};
+}
+
+} // namespace
 
 Ended Tool(std::vector<std::string> arguments, const ProcessOptions& options) {
   return RunProcess(ToolProgram(), std::move(arguments), options);
@@ -57,22 +67,30 @@ void ExpectGolden(const std::string& name, const std::string& text) {
   EXPECT_TRUE(same) << printed << " is not " << golden;
 }
 
+std::filesystem::path ToolTest::PathOf(std::string_view name) const {
+  return folder_.Path() / std::u8string(name.begin(), name.end());
+}
+
+std::string ToolTest::File(std::string_view name) const {
+  return Utf8Of(PathOf(name));
+}
+
 std::string ToolTest::Write(std::string_view name, std::string_view bytes) const {
-  std::ofstream(folder_ / name, std::ios::binary) << bytes;
+  std::ofstream(PathOf(name), std::ios::binary) << bytes;
   return File(name);
 }
 
 std::vector<std::string> ToolTest::Files() const {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
-    names.push_back(entry.path().filename().string());
+    names.push_back(Utf8Of(entry.path().filename()));
   }
   std::ranges::sort(names);
   return names;
 }
 
 std::string ToolTest::WithoutFolder(std::string text) const {
-  const std::string folder = folder_.Path().string();
+  const std::string folder = Utf8Of(folder_.Path());
   for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder, at)) {
     text.replace(at, folder.size(), "FOLDER");
   }
@@ -82,10 +100,11 @@ std::string ToolTest::WithoutFolder(std::string text) const {
 std::unique_ptr<simulator::RunningSimulator> ToolTest::StartRecorder(const std::string& versionTag,
                                                                      std::vector<std::string> more) const {
   std::vector<std::string> arguments{
-      "--model", ModelOfTag(versionTag), "--firmware", versionTag,  "--tcp", "0",
-      "--rtu",   File("line"),           "--dump",     File("dump")};
+      "--model", ModelOfTag(versionTag), "--firmware", versionTag, "--tcp", "0", "--dump", File("dump")};
+  const std::vector<std::string> serial = SerialLineOfRecorder(LineFile());
+  arguments.insert(arguments.end(), serial.begin(), serial.end());
   arguments.insert(arguments.end(), more.begin(), more.end());
-  return std::make_unique<simulator::RunningSimulator>(std::move(arguments), 2);
+  return std::make_unique<simulator::RunningSimulator>(std::move(arguments), serial.empty() ? 1 : 2);
 }
 
 std::string ToolTest::TcpOf(const simulator::RunningSimulator& recorder) {

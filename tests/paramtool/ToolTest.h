@@ -38,25 +38,30 @@ void ExpectGolden(const std::string& name, const std::string& text);
 
 class ToolTest : public testing::Test {
 protected:
-  [[nodiscard]] std::string File(std::string_view name) const { return (folder_ / name).string(); }
+  // In UTF-8 and with "/" on each system.
+  [[nodiscard]] std::string File(std::string_view name) const;
   // Writes it and returns its path.
   std::string Write(std::string_view name, std::string_view bytes) const; // NOLINT(modernize-use-nodiscard)
-  [[nodiscard]] std::string Read(std::string_view name) const { return ContentOf(folder_ / name); }
-  [[nodiscard]] bool Exists(std::string_view name) const { return std::filesystem::exists(folder_ / name); }
+  [[nodiscard]] std::string Read(std::string_view name) const { return ContentOf(PathOf(name)); }
+  [[nodiscard]] bool Exists(std::string_view name) const { return std::filesystem::exists(PathOf(name)); }
   // The names in the test's folder, sorted.
   [[nodiscard]] std::vector<std::string> Files() const;
   // `text` with the test's folder as "FOLDER", for comparisons.
   [[nodiscard]] std::string WithoutFolder(std::string text) const;
 
-  // A recorder on TCP (the first line) and on a pseudo-terminal "line" in the test's folder; it dumps its
-  // memory to "dump" at its end.
+  // A recorder on TCP (the first line) and, where the system has pseudo-terminals, on one of them; it dumps
+  // its memory to "dump" at its end.
   [[nodiscard]] std::unique_ptr<simulator::RunningSimulator>
   StartRecorder(const std::string& versionTag, std::vector<std::string> more = {}) const;
   [[nodiscard]] static std::string TcpOf(const simulator::RunningSimulator& recorder);
-  [[nodiscard]] std::string SerialOf() const { return "serial:" + File("line"); }
+  [[nodiscard]] std::string LineFile() const { return (line_ / "line").string(); }
+  [[nodiscard]] std::string SerialOf() const { return "serial:" + LineFile(); }
 
 private:
+  [[nodiscard]] std::filesystem::path PathOf(std::string_view name) const;
+
   TemporaryFolder folder_{"paramtool-test-"};
+  TemporaryFolder line_{"paramtool-line-"};
 };
 
 } // namespace loader::test

@@ -62,8 +62,8 @@ TEST_F(WriteFault, KilledAtAnyMomentTheBackupIsWholeAndTheNextWriteRepairs) {
       HoldingProxy proxy(recorder->Port(), at, held);
       RunningProcess tool(ToolProgram(), Call(proxy.Address(), backup));
       ASSERT_TRUE(proxy.WaitUntilHeld()) << at;
-      tool.Signal(SIGKILL);
-      EXPECT_EQ(tool.Wait().status, 128 + SIGKILL);
+      tool.Signal(Kill);
+      EXPECT_EQ(tool.Wait().status, 128 + Kill);
       EXPECT_EQ(Read(backup), clean.backup) << at;
       ExpectRepaired(*recorder, clean, "killed at " + std::to_string(at));
     }

@@ -25,6 +25,10 @@ ModbusClient ConnectTcp(int port) {
   return Connected(modbus_new_tcp("127.0.0.1", port));
 }
 
+ModbusClient ConnectRtu(const std::string& device) {
+  return Connected(modbus_new_rtu(device.c_str(), 19200, 'O', 8, 1));
+}
+
 RegisterMemory ReadAll(modbus_t* client) {
   RegisterMemory memory;
   for (int at = 0; at < TableRegisters; at += Piece) {

@@ -18,7 +18,6 @@ using ModbusClient = std::unique_ptr<modbus_t, decltype(&modbus_free)>;
 // Connected, for station 1; a failed connection fails the test.
 [[nodiscard]] ModbusClient Connected(modbus_t* context);
 [[nodiscard]] ModbusClient ConnectTcp(int port);
-// RTU where there are pseudo-terminals.
 [[nodiscard]] ModbusClient ConnectRtu(const std::string& device);
 
 // All registers of both tables, read in pieces; a failed read fails the test.

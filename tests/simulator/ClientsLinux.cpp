@@ -13,10 +13,6 @@
 
 namespace loader::simulator {
 
-ModbusClient ConnectRtu(const std::string& device) {
-  return Connected(modbus_new_rtu(device.c_str(), 19200, 'O', 8, 1));
-}
-
 RawClient RawClient::Tcp(int port) {
   RawClient client(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_in address{};

@@ -189,9 +189,8 @@ PROCESS_INFORMATION Start(std::wstring command, std::wstring environment, std::a
   start.StartupInfo.hStdOutput = handles[1];
   start.StartupInfo.hStdError = handles[2];
   start.lpAttributeList = list;
-  // A group of its own: a Ctrl+Break for it is for nobody else.
-  constexpr DWORD Flags =
-      CREATE_NEW_PROCESS_GROUP | CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT;
+  // Of the test's own group: in a new one Ctrl+C is switched off, under Wine Ctrl+Break with it.
+  constexpr DWORD Flags = CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT;
   if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, Flags, environment.data(), nullptr,
                        &start.StartupInfo, &process) == 0) {
     process = {};
