@@ -118,14 +118,14 @@ for mode in CurrentUser AllUsers; do
   if [ "$mode" = AllUsers ]; then
     installed="$WINEPREFIX/drive_c/Program Files/Parameter Loader"
   else
-    installed=$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local/"Parameter Loader")
+    installed=$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local/Programs/"Parameter Loader")
   fi
   [ -e "$installed/parameter-loader.exe" ] || fail "nothing is installed for $mode"
   exec_tour "installed-$mode" "$installed"
   touch "$installed/mine.RUG"
-  cp "$installed/uninstall.exe" "$work/"
-  # Started from its own place the uninstaller copies itself and returns at once; told where it is it stays until it is done.
-  wine "$work/uninstall.exe" /S "/$mode" "_?=$(windows_name "$installed")" || fail "the uninstaller fails for $mode"
+  # It copies itself away and returns at once: the end of all programs is its end.
+  wine "$installed/uninstall.exe" /S "/$mode" || fail "the uninstaller fails for $mode"
+  /usr/lib/wine/wineserver64 -w
   [ -e "$installed/mine.RUG" ] || fail "the uninstaller has removed a file of the user's"
   [ ! -e "$installed/parameter-loader.exe" ] || fail "the uninstaller has left the program"
   rm -rf "$installed"
