@@ -50,14 +50,21 @@ QtSocket::QtSocket(PortMap portMap) : portMap_(std::move(portMap)) {
                        TellFailure();
                        return;
                      }
-                     // Nobody waits for it yet: from the event loop, as everything that becomes of it.
+                     // Nobody waits for it yet: from the event loop, as everything that becomes of it, unless
+                     // the socket has been closed or connected anew by then.
                      QMetaObject::invokeMethod(
-                         &socket_, [this] { TellFailure(); }, Qt::QueuedConnection);
+                         &socket_,
+                         [this] {
+                           if (inUse_ && socket_.state() == QAbstractSocket::UnconnectedState) {
+                             TellFailure();
+                           }
+                         },
+                         Qt::QueuedConnection);
                    });
 }
 
 void QtSocket::TellFailure() const {
-  if (onFailure && inUse_ && socket_.state() == QAbstractSocket::UnconnectedState) {
+  if (onFailure) {
     onFailure();
   }
 }

@@ -182,6 +182,37 @@ TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
   socket.onFailure = nullptr;
 }
 
+// Whoever waits for a reply need not sit its time-out out. The connection still counts as one at that moment.
+TEST_F(WithoutWindow, AConnectionThatTheRecorderBreaksIsToldAtOnceToWhoAsksForIt) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  SocketControl& socket = ThePlatform().winSock;
+  socket.RemoteHost = u"127.0.0.1";
+  socket.RemotePort = server.serverPort();
+  bool connected = false;
+  bool failed = false;
+  socket.onConnect = [&] { connected = true; };
+  socket.onFailure = [&] { failed = true; };
+  Timer limit;
+  bool over = false;
+  limit.onTimer = [&] { over = true; };
+  StartTimer(limit, 5000);
+  socket.Connect();
+  while (!(connected && server.hasPendingConnections()) && !over) {
+    DoEvents();
+  }
+  ASSERT_FALSE(over);
+  delete server.nextPendingConnection();
+  while (!failed && !over) {
+    DoEvents();
+  }
+  StopTimer(limit);
+  EXPECT_TRUE(failed);
+  socket.Close();
+  socket.onConnect = nullptr;
+  socket.onFailure = nullptr;
+}
+
 TEST(ChosenDevices, AreThoseThatTheUserNamesWithTheirSpeed) {
   const SerialLine serial;
   const SerialLine usb;
