@@ -104,6 +104,12 @@ exec_tour() { # NAME FOLDER-OF-THE-PROGRAM...: the tour with the programs of tha
 }
 cmake --build --preset release --target recorder-tour
 scripts/tour.sh build/release/bin/recorder-tour build/tour >/dev/null
+# The same registers, and the same outputs and files, on both systems.
+for comparison in registers companion; do
+  "scripts/windows-$comparison.sh" build/release/bin build/windows/bin >"$work/$comparison" 2>&1 ||
+    { tail -20 "$work/$comparison" >&2; fail "the $comparison are not the same on both systems"; }
+  passed "$(tail -1 "$work/$comparison")"
+done
 place="$work/携帯 用 フォルダ"
 mkdir "$place"
 (cd "$place" && unzip -q "$OLDPWD/build/packages/$name-portable.zip")
