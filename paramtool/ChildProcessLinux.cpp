@@ -9,7 +9,7 @@ struct ChildProcess::Inside {
   QProcess& process;
 };
 
-ChildProcess::ChildProcess(QProcess& process) : inside_(std::make_unique<Inside>(process)) {
+ChildProcess::ChildProcess(QProcess& process) : inside_(new Inside{process}) {
   process.setChildProcessModifier([] { ::setpgid(0, 0); });
 }
 

@@ -12,7 +12,9 @@ namespace {
 class ParameterFlows : public ParameterFiles {
 protected:
   // Answers the next dialog with a file of the program folder.
-  void Choose(std::string_view name) { platform.fileDialogs.answers.push_back(platform.folder / PathOf(FromUtf8(name))); }
+  void Choose(std::string_view name) {
+    platform.fileDialogs.answers.push_back(platform.folder / PathOf(FromUtf8(name)));
+  }
   void Cancel() { platform.fileDialogs.answers.emplace_back(); }
   void Open() {
     OpenParameterFile([this] { ++refreshes; });
