@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
+#include "core/Text.h"
 #include "platform/RunTimeFailure.h"
 
 namespace loader {
 
 namespace {
-
-std::string Printable(std::u16string_view name) {
-  std::string text;
-  std::transform(name.begin(), name.end(), std::back_inserter(text),
-                 [](char16_t unit) { return unit < 0x80 ? static_cast<char>(unit) : '?'; });
-  return text;
-}
 
 BYTE ParityByte(Parity parity) {
   switch (parity) {
@@ -98,12 +92,12 @@ ComPort::ComPort(std::u16string_view name, const SerialSettings& settings, bool 
   if (Lost() || !SetUp(settings, hardwareHandshake)) {
     Tell(GetLastError());
     Close();
-    throw RunTimeFailure("the port " + Printable(name_) + " can't be opened");
+    throw RunTimeFailure("the port " + Narrow(name_) + " can't be opened");
   }
   read_.bytes.resize(4096);
   StartRead();
   if (Lost()) {
-    throw RunTimeFailure("the port " + Printable(name_) + " can't be opened");
+    throw RunTimeFailure("the port " + Narrow(name_) + " can't be opened");
   }
 }
 

@@ -387,10 +387,7 @@ bool MayBeSavedTo(const std::filesystem::path& path) {
   if (status.type() != std::filesystem::file_type::regular) {
     return status.type() == std::filesystem::file_type::not_found;
   }
-  using std::filesystem::perms; // of a file that was made read-only: they do not bind the superuser, but are
-                                // meant
-  return (status.permissions() & (perms::owner_write | perms::group_write | perms::others_write)) !=
-         perms::none;
+  return !IsMadeReadOnly(status);
 }
 
 } // namespace

@@ -30,10 +30,8 @@ std::optional<std::filesystem::path> FileBehindLinks(std::filesystem::path file)
 }
 
 // A new file in the place of a pipe or a device would take it away; opening a pipe that nobody reads would
-// not return. A file that was made read-only stays as it is: a new one in its place would go past that. The
-// bits are asked too, since they do not bind the superuser.
+// not return. A file that was made read-only stays as it is: a new one in its place would go past that.
 Replacement Obstacle(const std::filesystem::path& file) {
-  using std::filesystem::perms;
   std::error_code error;
   const std::filesystem::file_status status = std::filesystem::status(file, error);
   if (status.type() == std::filesystem::file_type::not_found) {
@@ -42,9 +40,7 @@ Replacement Obstacle(const std::filesystem::path& file) {
   if (status.type() != std::filesystem::file_type::regular) {
     return Replacement::NoFile;
   }
-  constexpr perms Writers = perms::owner_write | perms::group_write | perms::others_write;
-  const bool writable =
-      (status.permissions() & Writers) != perms::none && std::ofstream(file, std::ios::app).is_open();
+  const bool writable = !IsMadeReadOnly(status) && std::ofstream(file, std::ios::app).is_open();
   return writable ? Replacement::Done : Replacement::ReadOnly;
 }
 
@@ -122,6 +118,12 @@ Replacement Replace(const std::filesystem::path& file, std::string_view bytes, N
 }
 
 } // namespace
+
+bool IsMadeReadOnly(const std::filesystem::file_status& file) {
+  using std::filesystem::perms;
+  constexpr perms Writers = perms::owner_write | perms::group_write | perms::others_write;
+  return (file.permissions() & Writers) == perms::none;
+}
 
 bool FileHolds(const std::filesystem::path& file, std::string_view bytes) {
   std::ifstream in(file, std::ios::binary);

@@ -31,6 +31,10 @@ enum class Replacement {
 [[nodiscard]] bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes,
                                Neighbours neighbours);
 
+// Whether nobody may write the file. Asked beside the opening of a file, which the bits do not keep the
+// superuser from: they are meant all the same.
+[[nodiscard]] bool IsMadeReadOnly(const std::filesystem::file_status& file);
+
 // Whether the file is there, can be read and holds these bytes and no others.
 [[nodiscard]] bool FileHolds(const std::filesystem::path& file, std::string_view bytes);
 

@@ -12,18 +12,9 @@
 #   - the name of the program in its help, and whole names of files (C:\... in place of /...);
 #   - what the system itself says of a connection that fails, behind the words of paramtool's own.
 set -euo pipefail
-linux=$(cd "$1" && pwd)
-windows=$(cd "$2" && pwd)
+source "$(dirname "$0")/both-systems.sh" companion "$1" "$2"
 # Names in a command line get to Wine by the locale of this machine; a terminal is none of this.
-export WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
-work=$(mktemp -d "${TMPDIR:-/tmp}/windows-companion.XXXXXX")
-running=()
-stop() {
-  local process
-  for process in "${running[@]}"; do kill -INT "$process" 2>/dev/null && wait "$process" || true; done
-  running=()
-}
-trap 'stop; rm -rf "$work"' EXIT
+export LC_ALL=C.UTF-8
 
 # A folder of each system, with a name that is not of ASCII.
 for system in linux windows; do mkdir -p "$work/$system/設定 と 予備" "$work/told/$system"; done

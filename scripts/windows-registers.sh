@@ -5,17 +5,7 @@
 #
 #   scripts/windows-registers.sh LINUX_BIN WINDOWS_BIN   the folders of the programs (build/release/bin, build/windows/bin)
 set -euo pipefail
-linux=$(cd "$1" && pwd)
-windows=$(cd "$2" && pwd)
-export WINEDEBUG=${WINEDEBUG:--all}
-work=$(mktemp -d "${TMPDIR:-/tmp}/windows-registers.XXXXXX")
-running=()
-stop() {
-  local process
-  for process in "${running[@]}"; do kill -INT "$process" 2>/dev/null && wait "$process" || true; done
-  running=()
-}
-trap 'stop; rm -rf "$work"' EXIT
+source "$(dirname "$0")/both-systems.sh" registers "$1" "$2"
 
 # start FOLDER PROGRAM... -- starts a recorder whose files go to FOLDER, and leaves its port in `port`.
 start() {

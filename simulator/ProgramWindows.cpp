@@ -16,21 +16,6 @@
 
 namespace loader::simulator {
 
-namespace {
-
-std::string Utf8(const wchar_t* text) {
-  const std::wstring_view whole(text);
-  const int length = static_cast<int>(whole.size());
-  std::string bytes(
-      static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, text, length, nullptr, 0, nullptr, nullptr)),
-      '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, text, length, bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                        nullptr);
-  return bytes;
-}
-
-} // namespace
-
 void PrepareOutput() {
   for (std::FILE* output : {stdout, stderr}) {
     ::_setmode(::_fileno(output), _O_BINARY);
@@ -48,7 +33,8 @@ std::vector<std::string> ProgramArguments(int, char**) {
       ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
   std::vector<std::string> arguments;
   for (int i = 1; words != nullptr && i < count; ++i) {
-    arguments.push_back(Utf8(words.get()[i]));
+    const std::wstring_view word(words.get()[i]);
+    arguments.push_back(ToUtf8(std::u16string(word.begin(), word.end())));
   }
   return arguments;
 }

@@ -7,21 +7,13 @@
 #include <string>
 
 #include "core/Text.h"
+#include "tests/core/HexText.h"
 
 namespace loader {
 namespace {
 
 constexpr std::string_view TableFile = LOADER_SOURCE_DIR "/tests/core/golden/CodePage932.txt";
 constexpr unsigned RowLength = 16;
-
-std::string Hex(unsigned value, int digits) {
-  static constexpr std::string_view Digits = "0123456789ABCDEF";
-  std::string text;
-  for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4) {
-    text += Digits[value >> shift & 0xFU];
-  }
-  return text;
-}
 
 std::string HexOf(std::u16string_view text) {
   std::string hex;

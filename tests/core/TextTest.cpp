@@ -1,4 +1,5 @@
 #include "core/Text.h"
+#include "tests/core/HexText.h"
 
 #include <gtest/gtest.h>
 
@@ -45,15 +46,6 @@ bool IsAssigned(const std::string& code) {
 // character) in ascending order.
 constexpr std::size_t AssignedCodes = 9800;
 constexpr std::uint64_t AssignedSum = 0xA457A38E640D7198U;
-
-std::string Hex(unsigned value, int digits) {
-  static constexpr std::string_view Digits = "0123456789ABCDEF";
-  std::string text;
-  for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4) {
-    text += Digits[value >> shift & 0xFU];
-  }
-  return text;
-}
 
 TEST(CodePage, DecodesEveryCodeAsAnotherConverterDoes) {
   std::size_t count = 0;

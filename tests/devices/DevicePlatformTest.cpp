@@ -6,6 +6,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <array>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -34,6 +35,18 @@ struct WithoutWindow : testing::Test {
       DoEvents();
     }
     return rounds;
+  }
+  // Runs the event loop until it has come, for some seconds at most.
+  static bool Comes(const std::function<bool()>& come) {
+    Timer limit;
+    bool over = false;
+    limit.onTimer = [&] { over = true; };
+    StartTimer(limit, 5000);
+    while (!come() && !over) {
+      DoEvents();
+    }
+    StopTimer(limit);
+    return come();
   }
   DevicePlatform platform;
 };
@@ -129,15 +142,7 @@ TEST_F(WithoutWindow, TheSocketConnectsFromTheEventLoop) {
   socket.onConnect = [&] { connected = true; };
   socket.Connect();
   EXPECT_FALSE(connected);
-  Timer limit;
-  bool over = false;
-  limit.onTimer = [&] { over = true; };
-  StartTimer(limit, 5000);
-  while (!connected && !over) {
-    DoEvents();
-  }
-  StopTimer(limit);
-  EXPECT_TRUE(connected);
+  EXPECT_TRUE(Comes([&] { return connected; }));
   EXPECT_EQ(socket.State(), 7);
   socket.Close();
   socket.onConnect = nullptr;
@@ -168,15 +173,7 @@ TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
   socket.onFailure = [&] { failed = true; };
   socket.Connect();
   EXPECT_FALSE(failed) << "nobody waits for it yet";
-  Timer limit;
-  bool over = false;
-  limit.onTimer = [&] { over = true; };
-  StartTimer(limit, 5000);
-  while (!failed && !over) {
-    DoEvents();
-  }
-  StopTimer(limit);
-  EXPECT_TRUE(failed);
+  EXPECT_TRUE(Comes([&] { return failed; }));
   EXPECT_EQ(socket.State(), 9);
   socket.Close();
   socket.onFailure = nullptr;
@@ -193,21 +190,10 @@ TEST_F(WithoutWindow, AConnectionThatTheRecorderBreaksIsToldAtOnceToWhoAsksForIt
   bool failed = false;
   socket.onConnect = [&] { connected = true; };
   socket.onFailure = [&] { failed = true; };
-  Timer limit;
-  bool over = false;
-  limit.onTimer = [&] { over = true; };
-  StartTimer(limit, 5000);
   socket.Connect();
-  while (!(connected && server.hasPendingConnections()) && !over) {
-    DoEvents();
-  }
-  ASSERT_FALSE(over);
+  ASSERT_TRUE(Comes([&] { return connected && server.hasPendingConnections(); }));
   delete server.nextPendingConnection();
-  while (!failed && !over) {
-    DoEvents();
-  }
-  StopTimer(limit);
-  EXPECT_TRUE(failed);
+  EXPECT_TRUE(Comes([&] { return failed; }));
   socket.Close();
   socket.onConnect = nullptr;
   socket.onFailure = nullptr;

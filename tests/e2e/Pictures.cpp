@@ -352,25 +352,10 @@ void MakePictures(const QString& folder) {
   SocketAtHome socket(real.socket);
   Platform platform = WithParts(real.platform, {.clock = &clock, .winSock = &socket});
   SetPlatform(&platform);
-  QString failure;
-  real.screens.Run([&] {
-    if (!Main(OpenMainWindow)) {
-      failure = QStringLiteral("the program did not start");
-      return;
-    }
-    QMetaObject::invokeMethod(
-        qApp,
-        [&] {
-          try {
-            Album album(folder, real, port);
-            album.otherPort = rug.Port();
-            album.Make();
-          } catch (const TourFailure& stopped) {
-            failure = QString::fromStdString(stopped.what());
-            real.screens.EndProgram();
-          }
-        },
-        Qt::QueuedConnection);
+  const QString failure = FailureOf(real, [&] {
+    Album album(folder, real, port);
+    album.otherPort = rug.Port();
+    album.Make();
   });
   kov.End();
   rug.End();

@@ -446,26 +446,10 @@ void TourOf(const QString& folder, const Plant& plant) {
   int port = recorder.Port();
   options.portMap = [&](int) { return port; };
   QtPlatform platform(options);
-  QString failure;
-  platform.screens.Run([&] {
-    if (!Main(OpenMainWindow)) {
-      failure = QStringLiteral("the program did not start");
-      return;
-    }
-    // From the event loop, where everything that a user does comes from.
-    QMetaObject::invokeMethod(
-        qApp,
-        [&] {
-          try {
-            Tour tour(folder, plant, port);
-            tour.Take();
-            changed = tour.Changed();
-          } catch (const TourFailure& stopped) {
-            failure = QString::fromStdString(stopped.what());
-            platform.screens.EndProgram();
-          }
-        },
-        Qt::QueuedConnection);
+  const QString failure = FailureOf(platform, [&] {
+    Tour tour(folder, plant, port);
+    tour.Take();
+    changed = tour.Changed();
   });
   const Memory written = recorder.End();
   fs::remove_all(options.programFolder);

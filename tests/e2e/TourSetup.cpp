@@ -8,6 +8,8 @@
 #include <string>
 
 #include "core/Text.h"
+#include "core/modMain.h"
+#include "mainwindow/frmParamLoader.h"
 #include "platform/DataFolder.h"
 
 namespace loader::tour {
@@ -38,6 +40,28 @@ void CompareMemories(const Memory& untouched, const Memory& written, const Memor
   }
   std::printf("tour: %s: %d registers of the recorder hold what they have to, %zu of them changed\n",
               plant.model, compared, changed.size());
+}
+
+QString FailureOf(QtPlatform& platform, const std::function<void()>& visit) {
+  QString failure;
+  platform.screens.Run([&] {
+    if (!Main(OpenMainWindow)) {
+      failure = QStringLiteral("the program did not start");
+      return;
+    }
+    QMetaObject::invokeMethod(
+        qApp,
+        [&] {
+          try {
+            visit();
+          } catch (const TourFailure& stopped) {
+            failure = QString::fromStdString(stopped.what());
+            platform.screens.EndProgram();
+          }
+        },
+        Qt::QueuedConnection);
+  });
+  return failure;
 }
 
 QString MakeFolder(const QStringList& arguments) {

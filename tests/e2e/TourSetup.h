@@ -3,7 +3,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
+#include "qt/QtPlatform.h"
 #include "tests/e2e/Guest.h"
 #include "tests/e2e/RecorderProcess.h"
 
@@ -23,6 +25,9 @@ inline constexpr Plant Plants[] = {{"KOV", 18, u"1号炉 上段", u"K熱電対"}
 // changed may differ, and has to.
 void CompareMemories(const Memory& untouched, const Memory& written, const Memory& changed,
                      const Plant& plant);
+// Runs the program, and in its event loop, where everything that a user does comes from, the guest's visit,
+// which ends the program. Empty when all went as told, else what did not.
+[[nodiscard]] QString FailureOf(QtPlatform& platform, const std::function<void()>& visit);
 // The one folder that the program is told, made and by its whole name; empty where it is told none or cannot
 // make it.
 [[nodiscard]] QString MakeFolder(const QStringList& arguments);
