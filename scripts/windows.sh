@@ -3,6 +3,7 @@
 # programs, runs the tests and the tour under Wine, and leaves a portable zip and an installer in build/packages.
 # At its end it lists what was proved under Wine (docs/windows.md says what Wine cannot prove).
 #   scripts/windows.sh            everything
+#   scripts/windows.sh logic ...  what needs no Qt, built and tested; further words go to ctest
 #   scripts/windows.sh build      the programs only
 #   scripts/windows.sh test ...   programs and tests; further words go to ctest
 #   scripts/windows.sh pack       programs and packages, without the tests and without trying them
@@ -14,10 +15,42 @@ what=${1:-all}
 shift || true
 
 ./scripts/setup.sh
-./scripts/windows-setup.sh
+./scripts/windows-setup.sh "$what"
+
+# Wine's place, which ends with this script.
+work=$(mktemp -d)
+export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LC_ALL=C.UTF-8
+# Wine's desktop outlives the program that it was begun for; begun without a display it makes no window of a later
+# program the active one.
+end_wine() { /usr/lib/wine/wineserver64 -k 2>/dev/null || true; /usr/lib/wine/wineserver64 -w 2>/dev/null || true; }
+end_all() { end_wine; rm -rf "$work"; }
+trap end_all EXIT
 
 proved=()
 passed() { proved+=("$*"); echo "windows: $*"; }
+list_proved() {
+  printf 'windows: proved under Wine %s:\n' "$(wine --version)"
+  printf '  %s\n' "${proved[@]}"
+}
+run_tests() { # PRESET, words for ctest: each program, with the tests that it counted, goes on the list
+  local preset=$1 program tests
+  shift
+  ctest --test-dir "build/$preset" --output-on-failure --no-tests=error -j "$(nproc)" "$@"
+  while read -r program tests; do
+    proved+=("$program: $tests tests")
+  done < <(awk '/^[0-9]+\/[0-9]+ Test: / { program = $3 } /^\[  PASSED  \]/ { print program, $4 }' \
+    "build/$preset/Testing/Temporary/LastTest.log" | sort)
+}
+
+if [ "$what" = logic ]; then
+  cmake --preset windows-logic >/dev/null
+  cmake --build --preset windows-logic
+  wine wineboot --init >/dev/null 2>&1
+  run_tests windows-logic "$@"
+  list_proved
+  exit 0
+fi
+
 fail() { echo "windows: $*" >&2; exit 1; }
 
 # --- What the build needs of this machine: Qt and libmodbus for Windows, the tool that draws the icons.
@@ -34,19 +67,11 @@ else
 fi
 [ "$what" != build ] || exit 0
 
-# --- Under Wine, in a place of its own that ends with this script.
-work=$(mktemp -d)
-export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LC_ALL=C.UTF-8
-# Wine's desktop outlives the program that it was begun for; begun without a display it makes no window of a later
-# program the active one.
-end_wine() { /usr/lib/wine/wineserver64 -k 2>/dev/null || true; /usr/lib/wine/wineserver64 -w 2>/dev/null || true; }
+# --- Under Wine.
 windows_name() { printf "Z:%s" "${1//\//\\}"; } # of a file of this machine
-end_all() { end_wine; rm -rf "$work"; }
-trap end_all EXIT
 [ "$what" = pack ] || wine wineboot --init >/dev/null 2>&1
 if [ "$what" = all ] || [ "$what" = test ]; then
-  ctest --test-dir build/windows --output-on-failure --no-tests=error "$@" | tee "$work/tests"
-  passed "tests: $(grep 'tests passed' "$work/tests")"
+  run_tests windows "$@"
 fi
 [ "$what" != test ] || exit 0
 
@@ -138,5 +163,4 @@ for mode in CurrentUser AllUsers; do
   passed "installed, toured and uninstalled silently: $mode"
 done
 
-printf 'windows: proved under Wine %s:\n' "$(wine --version)"
-printf '  %s\n' "${proved[@]}"
+list_proved
