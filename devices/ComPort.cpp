@@ -117,8 +117,11 @@ bool ComPort::SetUp(const SerialSettings& settings, bool hardwareHandshake) {
   COMMTIMEOUTS timeouts = FirstByteEndsARead;
   constexpr DWORD QueueBytes = 4096;
   before_.DCBlength = sizeof before_;
-  return GetCommState(port_, &before_) != FALSE && SetupComm(port_, QueueBytes, QueueBytes) != FALSE &&
-         SetCommState(port_, &block) != FALSE && SetCommTimeouts(port_, &timeouts) != FALSE;
+  if (GetCommState(port_, &before_) == FALSE) {
+    return false;
+  }
+  (void)SetupComm(port_, QueueBytes, QueueBytes); // a recommendation: a driver may know better
+  return SetCommState(port_, &block) != FALSE && SetCommTimeouts(port_, &timeouts) != FALSE;
 }
 
 // For as many bytes as are there, at least for one: this ends with the first byte whatever a driver makes of
