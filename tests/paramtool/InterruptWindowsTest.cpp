@@ -3,6 +3,7 @@
 #include "paramtool/Interrupt.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -29,12 +30,20 @@ void TypeCtrlC() {
   std::_Exit(good ? 0 : 1);
 }
 
-// It comes on a thread of the system's own.
-void WaitUntilWoken(const int& woken) {
-  while (woken == 0) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+// What is typed comes on a thread of the system's own, and from there to the event loop. A loop that is told
+// to quit: one call of processEvents gives an event out and may sleep then.
+struct WokenLoop {
+  QEventLoop loop;
+  int woken = 0;
+  Interrupt interrupt{[this] {
+    ++woken;
+    loop.quit();
+  }};
+  void TypeCtrlCAndWait() {
+    TypeCtrlC();
+    loop.exec();
   }
-}
+};
 
 TEST(InterruptDeathTest, TheFirstOneWakesTheEventLoop) {
   EXPECT_EXIT(
@@ -42,13 +51,11 @@ TEST(InterruptDeathTest, TheFirstOneWakesTheEventLoop) {
         TakeConsole();
         int argc = 0;
         const QCoreApplication application(argc, nullptr);
-        int woken = 0;
-        const Interrupt interrupt([&woken] { ++woken; });
+        WokenLoop loop;
         const bool before = Interrupt::Asked();
-        TypeCtrlC();
-        WaitUntilWoken(woken);
+        loop.TypeCtrlCAndWait();
         QCoreApplication::processEvents();
-        EndWith(!before && Interrupt::Asked() && woken == 1);
+        EndWith(!before && Interrupt::Asked() && loop.woken == 1);
       },
       testing::ExitedWithCode(0), "");
 }
@@ -60,10 +67,8 @@ TEST(InterruptDeathTest, TheSecondOneEndsTheProgram) {
         TakeConsole();
         int argc = 0;
         const QCoreApplication application(argc, nullptr);
-        int woken = 0;
-        const Interrupt interrupt([&woken] { ++woken; });
-        TypeCtrlC();
-        WaitUntilWoken(woken);
+        WokenLoop loop;
+        loop.TypeCtrlCAndWait();
         TypeCtrlC();
         WaitForSingleObject(GetCurrentProcess(), LongEnough);
         EndWith(false);
