@@ -21,6 +21,11 @@ public:
   // So that it can put its things in order: SIGTERM, or on Windows the event that its Interrupt waits for.
   void AskToEnd();
 
+  // Whether a child that has given no report was ended by another program. A signal says so itself; on
+  // Windows all that is left of it is the exit code, which who ends a program chooses: the task manager
+  // takes 1.
+  [[nodiscard]] static bool WasEndedByAnother(int exit);
+
 private:
   struct Inside;
   std::unique_ptr<Inside> inside_;

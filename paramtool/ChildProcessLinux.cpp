@@ -23,4 +23,8 @@ void ChildProcess::AskToEnd() {
   }
 }
 
+bool ChildProcess::WasEndedByAnother(int /*exit*/) {
+  return false;
+}
+
 } // namespace loader::paramtool

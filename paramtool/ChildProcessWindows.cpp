@@ -63,4 +63,8 @@ void ChildProcess::AskToEnd() {
   SetEvent(inside_->stop);
 }
 
+bool ChildProcess::WasEndedByAnother(int exit) {
+  return exit == 1;
+}
+
 } // namespace loader::paramtool

@@ -112,7 +112,8 @@ private:
     for (const bool inside : {true, false}) {
       for (std::size_t i = 0; i < backups_.size(); ++i) {
         const std::filesystem::path file = PathOf(order_.recorders[i].file).lexically_normal();
-        if (inside != (file.is_relative() && *file.begin() != "..")) {
+        // "/x.RUG" of Windows is relative to a drive, and no name below another folder.
+        if (inside != (!file.has_root_path() && *file.begin() != "..")) {
           continue;
         }
         backups_[i] = order_.backups / (inside ? file : file.filename());

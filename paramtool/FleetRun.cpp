@@ -103,7 +103,8 @@ private:
     const bool done = status == QProcess::NormalExit && exit == 0 && !result.report.isEmpty();
     if (!done && child.why != ChildEnd::Ended) {
       result.end = child.why;
-    } else if (status == QProcess::CrashExit) {
+    } else if (status == QProcess::CrashExit ||
+               (result.report.isEmpty() && ChildProcess::WasEndedByAnother(exit))) {
       result.end = ChildEnd::Crashed;
     }
     End(job, std::move(result));

@@ -7,6 +7,7 @@
 #include "core/Text.h"
 #include "paramtool/Command.h"
 #include "paramtool/Json.h"
+#include "paramtool/Wildcards.h"
 #include "platform/RunTimeFailure.h"
 
 namespace loader::paramtool {
@@ -110,7 +111,7 @@ Exit RunCommand(const Command& command, QStringList arguments, qsizetype at, Lan
   }
   CheckLanguage(parser, language);
   Call call{.options = parser,
-            .arguments = parser.positionalArguments(),
+            .arguments = WithFiles(command, parser.positionalArguments()),
             .speech = {language, parser.isSet(QStringLiteral("secrets"))},
             .json = parser.isSet(QStringLiteral("json")),
             .model = CheckedModel(parser, language),

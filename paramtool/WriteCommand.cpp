@@ -11,6 +11,7 @@
 #include "paramtool/Command.h"
 #include "paramtool/Json.h"
 #include "paramtool/RecorderSession.h"
+#include "paramtool/ShellWord.h"
 #include "paramtool/TransferReport.h"
 #include "paramtool/WriteReport.h"
 
@@ -120,7 +121,7 @@ std::filesystem::path FreeBackupName(const Writing& writing) {
   for (int again = 2; Stands(file); ++again) {
     file = folder / PathOf(begin + u"-" + DecimalText(again) + ending);
   }
-  return file;
+  return file.make_preferred(); // the user's folder may be written with the other separator
 }
 
 // Nothing is ever put in the place of another file: it may be the last good backup.
@@ -161,18 +162,9 @@ void MakeBackup(Writing& writing) {
 
 // --- The end
 
-// What a shell takes as one word.
-std::u16string Quoted(std::u16string_view word) {
-  std::u16string quoted = u"'";
-  for (const char16_t character : word) {
-    quoted += character == u'\'' ? std::u16string(u"'\\''") : std::u16string(1, character);
-  }
-  return quoted + u"'";
-}
-
 std::u16string RepairCommand(const Writing& writing) {
   const std::u16string file = writing.backup.empty() ? writing.call.Argument(0) : writing.backup.u16string();
-  return u"paramtool write " + Quoted(file) + u" " + Quoted(writing.session.Line().address.text) +
+  return u"paramtool write " + ShellWord(file) + u" " + ShellWord(writing.session.Line().address.text) +
          u" --yes --no-backup";
 }
 

@@ -56,7 +56,7 @@ set(LOADER_NOT_ON_WINDOWS
   ProvedSave.LeavesTheOldFileWhenTheDiskIsFull
   ParameterFiles.AreShortenedWithoutAWordWhenTheDiskFills
   ReadCommand.AFormerFileStaysWholeWhenTheDiskIsFull
-  WriteCommand.WithoutABackupThatStandsNothingIsWritten
+  WriteCommand.WithoutRoomForABackupNothingIsWritten
   # A symbolic link: to make one takes a right that a user there does not have.
   Start.TakesASettingsFileThatCannotBeLookedAtAsMissing
   PrivateProfiles.ThatAreSymbolicLinksStayLinks
@@ -73,16 +73,11 @@ set(LOADER_NOT_ON_WINDOWS
   PrivateProfiles.ThatWereMadeReadOnlyStayAsTheyAre
   PrivateProfiles.KeepTheirPermissions
   # A pseudo-terminal: a serial line, or a screen.
-  *SavesTheWholeSetUpOverTcpAndSerialAlike*
-  ReadCommand.ARecorderIsASetUpOfEveryCommand
-  *WritesWithProofAndKeepsTheFormerSetUp*
-  *AtARequestThatWritesIsNeverCalledVerifiedWithAnotherMemory*
   DecodeCommand.KnowsTheLayoutOfAnOlderFirmware
   ReadCommand.ATerminalShowsHowFarItIs
   # A shell, a device or a tool of the system.
   Program.LoadsNoWidgets
   DecodeCommand.RefusesWhatHasNoEnd
-  WriteFault.TheCommandThatIsToldBringsTheFormerSetUpBack
   WriteCommand.WithClosedStreamsNothingStrayGoesAnywhere
   # Symbolic links once more.
   ConvertCommand.AFileIsConvertedInPlaceByItsOwnNameOnly

@@ -3,15 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
+#include <algorithm>
 #include <set>
 #include <sstream>
-#include <sys/stat.h>
 
 #include "core/Text.h"
 #include "paramtool/Fleet.h"
 #include "paramtool/FleetTable.h"
 #include "platform/BarePlatform.h"
+#include "tests/paramtool/FleetGate.h"
 #include "tests/paramtool/FleetTest.h"
 
 namespace loader::test {
@@ -26,10 +26,15 @@ using paramtool::RunChildren;
 
 class FleetRun : public ToolTest {
 protected:
-  // Children that run this script of sh, in the test's folder; what a job is stands in $1.
-  ChildResults Run(const std::string& script, const std::vector<ChildJob>& jobs) {
-    run.program = QString::fromStdString(Write("child", "#!/bin/sh\ncd '" + File("") + "'\n" + script));
-    std::filesystem::permissions(File("child"), std::filesystem::perms::owner_all);
+  FleetRun() { run.program = QStringLiteral(FLEET_CHILD_PROGRAM); }
+  ~FleetRun() override { qunsetenv("FLEET_CHILD"); }
+
+  // What the children do (FleetChild.h).
+  void Tell(const std::string& script) const {
+    qputenv("FLEET_CHILD", QByteArray::fromStdString(Write("script", script)));
+  }
+  ChildResults Run(const std::string& script, const std::vector<ChildJob>& jobs) const {
+    Tell(script);
     return RunChildren(jobs, run);
   }
   static std::vector<ChildEnd> EndsOf(const ChildResults& all) {
@@ -39,32 +44,29 @@ protected:
     }
     return ends;
   }
-  void MakePipe(const char* name) const { ASSERT_EQ(::mkfifo(File(name).c_str(), 0600), 0); }
 
   ChildRun run;
 };
 using Ends = std::vector<ChildEnd>;
 
 TEST_F(FleetRun, AChildGivesItsReportItsErrorsAndItsExitCode) {
-  const ChildResults all = Run("echo '{\"a\": 1}'; echo why >&2; exit 1", {{{"x"}, u"1"}});
+  const ChildResults all = Run("print {\"a\": 1}\ncomplain why\nexit 1", {{{"x"}, u"1"}});
   ASSERT_EQ(EndsOf(all), (Ends{ChildEnd::Ended}));
   EXPECT_EQ(all.results[0].exit, 1);
   EXPECT_EQ(all.results[0].report, (QJsonObject{{QStringLiteral("a"), 1}}));
-  EXPECT_EQ(all.results[0].errors, QStringLiteral("why\n"));
+  EXPECT_EQ(all.results[0].errors.trimmed(), QStringLiteral("why"));
   EXPECT_GT(all.results[0].seconds, 0);
   EXPECT_FALSE(all.interrupted);
-  EXPECT_TRUE(Run("echo no JSON", {{{"x"}, u"1"}}).results[0].report.isEmpty());
+  EXPECT_TRUE(Run("print no JSON", {{{"x"}, u"1"}}).results[0].report.isEmpty());
 }
 
 // The first one waits until the third one runs; the second one, on the wire of the first, begins when that
 // has ended.
 TEST_F(FleetRun, OneWireIsUsedByOneAtATimeAndOthersRunMeanwhile) {
-  MakePipe("pipe");
-  const ChildResults all = Run("case $1 in\n"
-                               "a1) read line <pipe; : >ended ;;\n"
-                               "a2) [ -e ended ] ;;\n"
-                               "b) echo >pipe ;;\n"
-                               "esac",
+  const FleetGate gate(File("gate"));
+  const ChildResults all = Run("job a1\nawait gate\nmark ended\n"
+                               "job a2\nneed ended\n"
+                               "job b\ntell gate\n",
                                {{{"a1"}, u"a"}, {{"a2"}, u"a"}, {{"b"}, u"b"}});
   EXPECT_EQ(EndsOf(all), (Ends{ChildEnd::Ended, ChildEnd::Ended, ChildEnd::Ended}));
   for (const ChildResult& result : all.results) {
@@ -80,12 +82,12 @@ TEST_F(FleetRun, NoMoreThanSoManyRunAtATime) {
   for (char16_t wire = u'a'; wire < u'k'; ++wire) {
     jobs.push_back({{"x"}, std::u16string(1, wire)});
   }
-  EXPECT_EQ(Run(":", jobs).results.size(), jobs.size());
+  EXPECT_EQ(Run("", jobs).results.size(), jobs.size());
   EXPECT_EQ(most, 3U);
 }
 
 TEST_F(FleetRun, WhatDoesNotStartAndWhatCrashesIsTold) {
-  EXPECT_EQ(EndsOf(Run("[ $1 = good ] || kill -SEGV $$", {{{"bad"}, u"a"}, {{"good"}, u"b"}})),
+  EXPECT_EQ(EndsOf(Run("job bad\ncrash", {{{"bad"}, u"a"}, {{"good"}, u"b"}})),
             (Ends{ChildEnd::Crashed, ChildEnd::Ended}));
   run.program = QString::fromStdString(File("absent"));
   EXPECT_EQ(EndsOf(RunChildren({{{"x"}, u"a"}, {{"y"}, u"a"}, {{"z"}, u"b"}}, run)),
@@ -95,9 +97,7 @@ TEST_F(FleetRun, WhatDoesNotStartAndWhatCrashesIsTold) {
 TEST_F(FleetRun, OneThatHangsIsEndedAlsoWhenItDoesNotListen) {
   run.timeout = 200;
   run.grace = 200;
-  MakePipe("never"); // nobody opens its other end
-  const std::string hang = "[ $1 = deaf ] && trap '' TERM; exec sh -c 'read line <never'";
-  EXPECT_EQ(EndsOf(Run(hang, {{{"deaf"}, u"a"}, {{"x"}, u"b"}})),
+  EXPECT_EQ(EndsOf(Run("job deaf\ndeaf\nhang\njob x\nhang", {{{"deaf"}, u"a"}, {{"x"}, u"b"}})),
             (Ends{ChildEnd::TimedOut, ChildEnd::TimedOut}));
 }
 
@@ -106,16 +106,16 @@ TEST_F(FleetRun, AnInterruptEndsThoseThatRunAndStartsNoMore) {
   run.jobs = 2;
   run.ended = [](std::size_t job, const ChildResult&) {
     if (job == 0) {
-      ::raise(SIGINT);
+      InterruptThisProgram();
     }
   };
-  MakePipe("pipe");
-  const ChildResults all =
-      Run("case $1 in\nfirst) echo >pipe ;;\nsecond) trap 'echo {\\\"x\\\":1}; exit 3' TERM; read line <pipe;"
-          " while :; do read line <pipe; done ;;\nesac",
-          {{{"first"}, u"a"}, {{"second"}, u"b"}, {{"third"}, u"b"}});
+  const FleetGate gate(File("gate"));
+  const ChildResults all = Run("job first\ntell gate\njob second\nstop 3 {\"x\":1}\nawait gate\nhang",
+                               {{{"first"}, u"a"}, {{"second"}, u"b"}, {{"third"}, u"b"}});
   EXPECT_TRUE(all.interrupted);
   EXPECT_EQ(EndsOf(all), (Ends{ChildEnd::Ended, ChildEnd::Interrupted, ChildEnd::NeverStarted}));
+  EXPECT_EQ(all.results[1].exit, 3);
+  EXPECT_EQ(all.results[1].report, (QJsonObject{{QStringLiteral("x"), 1}}));
 }
 
 TEST_F(FleetRun, TheSecondInterruptWaitsForNobody) {
@@ -123,23 +123,14 @@ TEST_F(FleetRun, TheSecondInterruptWaitsForNobody) {
   int ended = 0;
   run.ended = [&](std::size_t, const ChildResult&) {
     if (ended++ == 0) {
-      ::raise(SIGINT);
-      ::raise(SIGINT);
+      InterruptThisProgram();
+      InterruptThisProgram();
     }
   };
-  MakePipe("pipe");
-  const ChildResults all = Run("trap '' TERM; [ $1 = first ] && echo >pipe || { read line <pipe; cat pipe; }",
-                               {{{"first"}, u"a"}, {{"deaf"}, u"b"}});
+  const FleetGate gate(File("gate"));
+  const ChildResults all =
+      Run("job first\ntell gate\njob deaf\ndeaf\nawait gate\nhang", {{{"first"}, u"a"}, {{"deaf"}, u"b"}});
   EXPECT_EQ(EndsOf(all), (Ends{ChildEnd::Ended, ChildEnd::Interrupted}));
-}
-
-TEST_F(FleetRun, AfterItsEndASignalDoesWhatItDidBefore) {
-  struct sigaction before {};
-  sigaction(SIGINT, nullptr, &before);
-  (void)Run(":", {{{"x"}, u"a"}});
-  struct sigaction after {};
-  sigaction(SIGINT, nullptr, &after);
-  EXPECT_EQ(before.sa_handler, after.sa_handler);
 }
 
 // --- What the program is asked, and what is made of its answer
@@ -148,9 +139,8 @@ class FleetOrders : public FleetRun {
 protected:
   paramtool::FleetReport CarryOut(const std::string& script, const std::vector<std::u16string>& addresses) {
     order.run = run;
-    order.run.program = QString::fromStdString(
-        Write("child", "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + File("asked") + "'\n" + script));
-    std::filesystem::permissions(File("child"), std::filesystem::perms::owner_all);
+    order.run.jobs = 1; // all of them note their words in one file
+    Tell("note asked\n" + script);
     order.folder = File("");
     order.language = Language::English;
     order.recorders.clear();
@@ -170,6 +160,12 @@ protected:
     const paramtool::FleetReport report = CarryOut(script, {u"tcp:a"});
     return ToUtf8(report.results.at(0).text);
   }
+  // The words of all children, a line each, with "/" in names on every system.
+  std::string Asked() const {
+    std::string words = Read("asked");
+    std::ranges::replace(words, '\\', '/');
+    return WithoutFolder(words);
+  }
 
   BarePlatform platform{{.programFolder = LOADER_DATA_DIR}};
   paramtool::FleetOrder order;
@@ -178,22 +174,21 @@ protected:
 
 TEST_F(FleetOrders, AWriteIsAskedWithItsOptionsAndTold) {
   order.action = paramtool::FleetAction::Write;
-  EXPECT_EQ(TextOf("echo '{\"dryRun\": true, \"changes\": [1, 2], \"losses\": [{\"why\": \"notMoved\"}, "
-                   "{\"why\": \"zero\"}]}'; exit 1"),
+  EXPECT_EQ(TextOf("print {\"dryRun\": true, \"changes\": [1, 2], \"losses\": [{\"why\": \"notMoved\"}, "
+                   "{\"why\": \"zero\"}]}\nexit 1"),
             "dry run: parameters to change: 2, losses: 1");
-  EXPECT_EQ(WithoutFolder(Read("asked")),
-            "write\nFOLDER/file.RUG\ntcp:a\n--json\n--lang\nen\n--model\nRUG\n");
+  EXPECT_EQ(Asked(), "write\nFOLDER/file.RUG\ntcp:a\n--json\n--lang\nen\n--model\nRUG\n");
   order.passedOn = QStringList{"--yes", "--store"};
-  EXPECT_EQ(TextOf("echo '{\"end\": \"verified\"}'"), "written and verified");
-  EXPECT_TRUE(Read("asked").ends_with("RUG\n--yes\n--store\n"));
-  EXPECT_EQ(TextOf("echo '{\"end\": \"different\"}'; exit 1"), "not verified after writing");
-  EXPECT_EQ(TextOf("echo '{\"error\": \"tcp:a: no answer\"}'; exit 2"), "failed: no answer");
+  EXPECT_EQ(TextOf("print {\"end\": \"verified\"}"), "written and verified");
+  EXPECT_TRUE(Asked().ends_with("RUG\n--yes\n--store\n"));
+  EXPECT_EQ(TextOf("print {\"end\": \"different\"}\nexit 1"), "not verified after writing");
+  EXPECT_EQ(TextOf("print {\"error\": \"tcp:a: no answer\"}\nexit 2"), "failed: no answer");
   EXPECT_EQ(TextOf("exit 2"), "failed: its process gave no report (exit code 2)");
   // Nothing is believed that does not say so itself, whatever the exit code says.
-  EXPECT_EQ(TextOf("echo '{\"end\": \"mixture\"}'"), "failed: its process gave no report (exit code 0)");
+  EXPECT_EQ(TextOf("print {\"end\": \"mixture\"}"), "failed: its process gave no report (exit code 0)");
   EXPECT_EQ(TextOf("exit 0"), "failed: its process gave no report (exit code 0)");
-  EXPECT_EQ(TextOf("echo '{\"exit\": 64}'; exit 64"), "failed: its process gave no report (exit code 64)");
-  EXPECT_EQ(TextOf("echo '{\"recorder\": {\"model\": \"KOV\"}}'"),
+  EXPECT_EQ(TextOf("print {\"exit\": 64}\nexit 64"), "failed: its process gave no report (exit code 64)");
+  EXPECT_EQ(TextOf("print {\"recorder\": {\"model\": \"KOV\"}}"),
             "failed: the recorder is a KOV, and not a RUG as the list says");
 }
 
@@ -202,18 +197,15 @@ TEST_F(FleetOrders, WhatAChildSaysOfItsEndIsToldWhenItWasAskedToEnd) {
   order.action = paramtool::FleetAction::Write;
   order.recorders.clear();
   run.timeout = 300;
-  MakePipe("never");
-  EXPECT_EQ(TextOf("trap 'echo {\\\"error\\\": \\\"half of it\\\"}; exit 2' TERM\nread line <'" +
-                   File("never") + "'"),
-            "failed: ended after 0 s: half of it");
+  EXPECT_EQ(TextOf("stop 2 {\"error\": \"half of it\"}\nhang"), "failed: ended after 0 s: half of it");
 }
 
 TEST_F(FleetOrders, AWriteThatWasKilledMayHaveLeftHalf) {
   order.action = paramtool::FleetAction::Write;
-  EXPECT_EQ(TextOf("kill -9 $$"), "failed: its process has crashed");
+  EXPECT_EQ(TextOf("kill"), "failed: its process has crashed");
   order.passedOn = QStringList{"--yes"};
   EXPECT_EQ(
-      TextOf("kill -9 $$"),
+      TextOf("kill"),
       "failed: its process has crashed; the recorder may hold a mixture of both set-ups: write it again");
 }
 
@@ -224,10 +216,10 @@ TEST_F(FleetOrders, EachRecorderHasABackupOfItsOwn) {
   files = {u"../a/x.RUG", u"../b/x.RUG", u"/c/y.RUG", u"x.RUG", u"c/y.RUG", u"d/../x.RUG2"};
   static_cast<void>(CarryOut("exit 2", {u"tcp:1", u"tcp:2", u"tcp:3", u"tcp:4", u"tcp:5", u"tcp:6"}));
   std::set<std::string> backups;
-  std::istringstream asked(Read("asked"));
+  std::istringstream asked(Asked());
   for (std::string line; std::getline(asked, line);) {
     if (line == "--backup" && std::getline(asked, line)) {
-      backups.insert(WithoutFolder(line));
+      backups.insert(line);
     }
   }
   const std::string folder = "FOLDER/backups/";
@@ -236,7 +228,7 @@ TEST_F(FleetOrders, EachRecorderHasABackupOfItsOwn) {
 }
 
 TEST_F(FleetOrders, AReadThatSaysWellAndLeavesNoFileHasFailed) {
-  const std::string text = TextOf("echo '{\"exit\": 0}'");
+  const std::string text = TextOf("print {\"exit\": 0}");
   EXPECT_TRUE(text.starts_with("failed: ")) << text;
   EXPECT_FALSE(Exists("file.RUG"));
 }

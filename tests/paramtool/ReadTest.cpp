@@ -35,14 +35,16 @@ TEST_P(ReadOf, SavesTheWholeSetUpOverTcpAndSerialAlike) {
   EXPECT_EQ(tcp.status, expected) << tcp.output << tcp.errors;
   EXPECT_NE(tcp.errors.find(model + " " + GetParam()), std::string::npos) << tcp.errors;
   EXPECT_EQ(tcp.errors.find('\r'), std::string::npos) << "progress in a pipe";
-  EXPECT_EQ(Tool({"read", SerialOf(), "-o", File("serial")}).status, expected);
-  EXPECT_EQ(Read("tcp"), Read("serial"));
+  for (const std::string& address : AddressesOf(*recorder)) {
+    EXPECT_EQ(Tool({"read", address, "-o", File("again")}).status, expected) << address;
+    EXPECT_EQ(Read("tcp"), Read("again")) << address;
+  }
   EXPECT_TRUE(Read("tcp").starts_with("LOADER ,"));
   EXPECT_EQ(MovedLines(Read("tcp")).size(), MovedLines(PlantFile(model)).size());
   if (GetParam() == "V40A" || GetParam() == "V12W") {
     EXPECT_EQ(MovedLines(Read("tcp")), MovedLines(PlantFile(model)));
   }
-  EXPECT_EQ(Files(), (std::vector<std::string>{"serial", "tcp"}));
+  EXPECT_EQ(Files(), (std::vector<std::string>{"again", "tcp"}));
 }
 
 TEST_P(ReadOf, TheReportIsAsItWas) {
@@ -85,7 +87,11 @@ TEST_F(ReadCommand, ARecorderIsASetUpOfEveryCommand) {
   const auto recorder = StartRecorder("V40A");
   ASSERT_EQ(Tool({"read", TcpOf(*recorder), "-o", File("it.KOV")}).status, ExitDifferent);
   const Ended ofFile = Tool({"show", File("it.KOV"), "CH3", "--lang", "en"});
-  for (const std::string& address : {TcpOf(*recorder), SerialOf(), "usb:" + LineFile()}) {
+  std::vector<std::string> addresses = AddressesOf(*recorder);
+  if (addresses.size() > 1) {
+    addresses.push_back("usb:" + LineFile());
+  }
+  for (const std::string& address : addresses) {
     const Ended shown = Tool({"show", address, "CH3", "--lang", "en"});
     EXPECT_EQ(shown.status, ExitGood) << shown.errors;
     EXPECT_EQ(shown.output, ofFile.output) << address;
@@ -170,7 +176,8 @@ TEST_F(ReadCommand, CtrlCAtAnyRequestLeavesNoFileAndSaysWhere) {
   for (const int signal : {SIGINT, SIGTERM}) {
     for (const int at : {1, 2, 3, 40, 80}) {
       HoldingProxy proxy(recorder->Port(), at);
-      RunningProcess tool(ToolProgram(), {"read", proxy.Address(), "-o", File("it"), "--lang", "en"});
+      RunningProcess tool(ToolProgram(), {"read", proxy.Address(), "-o", File("it"), "--lang", "en"},
+                          {.console = true});
       ASSERT_TRUE(proxy.WaitUntilHeld());
       tool.Signal(signal);
       const Ended ended = tool.Wait();

@@ -16,9 +16,12 @@ namespace loader::test {
 
 namespace {
 
-std::string Utf8Of(const std::filesystem::path& path) {
-  const std::u8string text = path.generic_u8string();
+std::string TextOf(const std::u8string& text) {
   return {text.begin(), text.end()};
+}
+
+std::string Utf8Of(const std::filesystem::path& path) {
+  return TextOf(path.generic_u8string());
 }
 
 } // namespace
@@ -75,6 +78,10 @@ std::string ToolTest::File(std::string_view name) const {
   return Utf8Of(PathOf(name));
 }
 
+std::string ToolTest::NativeFile(std::string_view name) const {
+  return TextOf(PathOf(name).make_preferred().u8string());
+}
+
 std::string ToolTest::Write(std::string_view name, std::string_view bytes) const {
   std::ofstream(PathOf(name), std::ios::binary) << bytes;
   return File(name);
@@ -109,6 +116,14 @@ std::unique_ptr<simulator::RunningSimulator> ToolTest::StartRecorder(const std::
 
 std::string ToolTest::TcpOf(const simulator::RunningSimulator& recorder) {
   return "tcp:127.0.0.1:" + std::to_string(recorder.Port());
+}
+
+std::vector<std::string> ToolTest::AddressesOf(const simulator::RunningSimulator& recorder) const {
+  std::vector<std::string> addresses{TcpOf(recorder)};
+  if (recorder.Lines().size() > 1) {
+    addresses.push_back(SerialOf());
+  }
+  return addresses;
 }
 
 } // namespace loader::test

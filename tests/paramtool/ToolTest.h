@@ -40,6 +40,8 @@ class ToolTest : public testing::Test {
 protected:
   // In UTF-8 and with "/" on each system.
   [[nodiscard]] std::string File(std::string_view name) const;
+  // As the system itself writes it: with "\\" on Windows.
+  [[nodiscard]] std::string NativeFile(std::string_view name) const;
   // Writes it and returns its path.
   std::string Write(std::string_view name, std::string_view bytes) const; // NOLINT(modernize-use-nodiscard)
   [[nodiscard]] std::string Read(std::string_view name) const { return ContentOf(PathOf(name)); }
@@ -56,6 +58,8 @@ protected:
   [[nodiscard]] static std::string TcpOf(const simulator::RunningSimulator& recorder);
   [[nodiscard]] std::string LineFile() const { return (line_ / "line").string(); }
   [[nodiscard]] std::string SerialOf() const { return "serial:" + LineFile(); }
+  // Of a recorder on each line that the system has.
+  [[nodiscard]] std::vector<std::string> AddressesOf(const simulator::RunningSimulator& recorder) const;
 
 private:
   [[nodiscard]] std::filesystem::path PathOf(std::string_view name) const;

@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <algorithm>
 
+#include "tests/paramtool/Shell.h"
 #include "tests/paramtool/TransferTest.h"
 
 namespace loader::test {
@@ -86,7 +87,7 @@ TEST_F(WriteFault, CtrlCAtAnyMomentSaysWhatTheRecorderHolds) {
     const std::string backup = "backup" + std::to_string(++number);
     const auto recorder = StartRecorder("V40A");
     HoldingProxy proxy(recorder->Port(), at);
-    RunningProcess tool(ToolProgram(), Call(proxy.Address(), backup));
+    RunningProcess tool(ToolProgram(), Call(proxy.Address(), backup), {.console = true});
     ASSERT_TRUE(proxy.WaitUntilHeld()) << at;
     tool.Signal(SIGINT);
     const Ended ended = tool.Wait();
@@ -110,17 +111,16 @@ TEST_F(WriteFault, TheCommandThatIsToldBringsTheFormerSetUpBack) {
   const Undisturbed clean = Clean("V40A");
   const auto recorder = StartRecorder("V40A");
   HoldingProxy proxy(recorder->Port(), clean.readRequests + 30);
-  RunningProcess tool(ToolProgram(), Call(proxy.Address(), "backup"));
+  RunningProcess tool(ToolProgram(), Call(proxy.Address(), "the backup"));
   ASSERT_TRUE(proxy.WaitUntilHeld());
   tool.Signal(SIGINT);
   std::string repair = JsonOfOutput(tool.Wait())["repair"].toString().toStdString();
-  ASSERT_TRUE(repair.starts_with("paramtool write '")) << repair;
+  ASSERT_TRUE(repair.starts_with("paramtool write ")) << repair;
   // As a shell takes it; the proxy has gone, so by the recorder's own address.
   const std::size_t address = repair.find(proxy.Address());
   ASSERT_NE(address, std::string::npos) << repair;
   repair.replace(address, proxy.Address().size(), TcpOf(*recorder));
-  repair.replace(0, std::string("paramtool").size(), ToolProgram().string());
-  const Ended ended = RunProcess("/bin/sh", {"-c", repair});
+  const Ended ended = RunInShell(repair, ToolProgram().parent_path());
   EXPECT_EQ(ended.status, ExitGood) << ended.errors;
   static_cast<void>(Tool({"read", TcpOf(*recorder), "-o", File("back")}));
   EXPECT_EQ(With(With(Read("back"), "E00TTSM", "0"), "E00TTEM", "0"),
@@ -142,12 +142,13 @@ INSTANTIATE_TEST_SUITE_P(All, FaultKind,
 // The worst request: one that writes. Whether the program hears of it or not, it does not call it good.
 TEST_P(FaultKind, AtARequestThatWritesIsNeverCalledVerifiedWithAnotherMemory) {
   const Undisturbed clean = Clean("V05A");
-  for (const bool serial : {false, true}) {
+  const std::size_t lines = AddressesOf(*StartRecorder("V05A")).size();
+  for (std::size_t line = 0; line < lines; ++line) {
     const int at = clean.readRequests + 2 + 29 + 5; // of section C, which is read first
-    const std::string name = serial ? "backup-s" : "backup-t";
+    const std::string name = "backup" + std::to_string(line);
     const auto recorder =
         StartRecorder("V05A", {"--fault", std::string(GetParam()) + "@" + std::to_string(at)});
-    const Ended ended = Tool(Call(serial ? SerialOf() : TcpOf(*recorder), name));
+    const Ended ended = Tool(Call(AddressesOf(*recorder).at(line), name));
     EXPECT_EQ(Read(name), clean.backup);
     const QJsonObject report = JsonOfOutput(ended);
     const bool verified = report["end"].toString() == "verified";

@@ -39,10 +39,11 @@ TEST_P(WriteOf, ADryRunWritesNothing) {
 }
 
 TEST_P(WriteOf, WritesWithProofAndKeepsTheFormerSetUp) {
-  for (const bool serial : {false, true}) {
+  const std::size_t lines = AddressesOf(*StartRecorder(GetParam())).size();
+  for (std::size_t line = 0; line < lines; ++line) {
     const auto recorder = StartRecorder(GetParam());
-    const std::string address = serial ? SerialOf() : TcpOf(*recorder);
-    const std::string backup = serial ? "b2" : "b1";
+    const std::string address = AddressesOf(*recorder).at(line);
+    const std::string backup = "b" + std::to_string(line);
     static_cast<void>(Tool({"read", address, "-o", File("former")}));
     const Ended ended =
         Tool({"write", Plant(), address, "--yes", "--backup", File(backup), "--json", "--lang", "en"});
@@ -146,6 +147,11 @@ TEST_F(WriteCommand, WithoutABackupThatStandsNothingIsWritten) {
       Tool({"write", plant, TcpOf(*recorder), "--yes", "--backup", File("no/folder"), "--lang", "en"});
   EXPECT_EQ(nowhere.status, ExitFailed);
   EXPECT_NE(nowhere.errors.find("there is no backup, so nothing was written"), std::string::npos);
+  ExpectUntouched(*recorder);
+}
+
+TEST_F(WriteCommand, WithoutRoomForABackupNothingIsWritten) {
+  const auto recorder = StartRecorder("V40A");
   {
     const FullDisk full(8192);
     const Ended ended = Tool({"write", plant, TcpOf(*recorder), "--yes", "--lang", "en"});
@@ -159,7 +165,7 @@ TEST_F(WriteCommand, WithoutABackupThatStandsNothingIsWritten) {
 TEST_F(WriteCommand, TheBackupStandsBesideTheFileAndOverwritesNone) {
   const auto recorder = StartRecorder("V40A");
   ASSERT_EQ(Tool({"write", plant, TcpOf(*recorder), "--yes"}).status, ExitGood);
-  Ended second = Tool({"write", plant, TcpOf(*recorder), "--yes", "--lang", "en"});
+  const Ended second = Tool({"write", plant, TcpOf(*recorder), "--yes", "--lang", "en"});
   ASSERT_EQ(second.status, ExitGood);
   const auto backups = [this] {
     std::vector<std::string> names = Files();
@@ -171,8 +177,8 @@ TEST_F(WriteCommand, TheBackupStandsBesideTheFileAndOverwritesNone) {
     EXPECT_TRUE(name.starts_with("tcp_127.0.0.1_" + std::to_string(recorder->Port()) + "-20")) << name;
     EXPECT_EQ(Tool({"show", File(name), "CH3"}).status, ExitGood);
   }
-  std::ranges::replace(second.errors, '\\', '/');
-  EXPECT_NE(second.errors.find("the present set-up is saved to " + File("tcp_127.0.0.1_")), std::string::npos)
+  EXPECT_NE(second.errors.find("the present set-up is saved to " + NativeFile("tcp_127.0.0.1_")),
+            std::string::npos)
       << second.errors;
   ASSERT_EQ(Tool({"write", plant, TcpOf(*recorder), "--yes", "--no-backup"}).status, ExitGood);
   EXPECT_EQ(backups().size(), 2U);

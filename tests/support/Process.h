@@ -18,9 +18,11 @@ struct Ended {
 struct ProcessOptions {
   std::vector<std::string> environment = {}; // "NAME=VALUE", beside or in place of the test's own
   std::string input = {};                    // what stands on its standard input
+  bool console = false; // it has a console of its own, where Interrupt is a Ctrl+C; Windows needs it for that
 };
 
-// What a program can be told. On Windows Kill ends it at once and every other one is a Ctrl+Break.
+// What a program can be told. On Windows Kill ends it at once, and every other one is a Ctrl+Break, but for
+// the Interrupt of a program with a console.
 constexpr int HangUp = 1, Interrupt = 2, Kill = 9, Terminate = 15;
 
 class RunningProcess {

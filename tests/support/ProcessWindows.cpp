@@ -173,7 +173,8 @@ bool ReadOutput(HANDLE pipe, int lines, std::string& text) {
 }
 
 // Starts it with these three handles and no other one of the test's.
-PROCESS_INFORMATION Start(std::wstring command, std::wstring environment, std::array<HANDLE, 3> handles) {
+PROCESS_INFORMATION Start(std::wstring command, std::wstring environment, std::array<HANDLE, 3> handles,
+                          bool console) {
   PROCESS_INFORMATION process{};
   SIZE_T size = 0;
   ::InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
@@ -190,8 +191,9 @@ PROCESS_INFORMATION Start(std::wstring command, std::wstring environment, std::a
   start.StartupInfo.hStdError = handles[2];
   start.lpAttributeList = list;
   // Of the test's own group: in a new one Ctrl+C is switched off, under Wine Ctrl+Break with it.
-  constexpr DWORD Flags = CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT;
-  if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, Flags, environment.data(), nullptr,
+  const DWORD flags = CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT |
+                      (console ? DWORD{CREATE_NO_WINDOW} : DWORD{0}); // a console without a window
+  if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, flags, environment.data(), nullptr,
                        &start.StartupInfo, &process) == 0) {
     process = {};
   }
@@ -204,6 +206,7 @@ PROCESS_INFORMATION Start(std::wstring command, std::wstring environment, std::a
 struct RunningProcess::Parts {
   Handle process, output;
   DWORD id = 0;
+  bool console = false;
 };
 
 RunningProcess::RunningProcess(const std::filesystem::path& program, std::vector<std::string> arguments,
@@ -218,13 +221,14 @@ RunningProcess::RunningProcess(const std::filesystem::path& program, std::vector
   const Handle input = OpenInherited(folder_ / "input", GENERIC_READ, OPEN_EXISTING);
   const Handle errors = OpenInherited(folder_ / "errors", GENERIC_WRITE, CREATE_ALWAYS);
   const PROCESS_INFORMATION process = Start(std::move(command), Environment(options.environment),
-                                            {input.Get(), pipe.writing.Get(), errors.Get()});
+                                            {input.Get(), pipe.writing.Get(), errors.Get()}, options.console);
   if (process.hProcess == nullptr) {
     ADD_FAILURE() << program << " does not start: Windows error " << ::GetLastError();
   }
   ::CloseHandle(process.hThread);
   parts_->process = Handle(process.hProcess);
   parts_->id = process.dwProcessId;
+  parts_->console = options.console;
   parts_->output = std::move(pipe.reading);
 }
 
@@ -251,6 +255,8 @@ std::string RunningProcess::ErrorsSoFar() const {
 void RunningProcess::Signal(int signal) const {
   if (signal == Kill) {
     ::TerminateProcess(parts_->process.Get(), BySignal + Kill);
+  } else if (signal == Interrupt && parts_->console) {
+    EXPECT_EQ(RunProcess(SEND_CTRL_C, {std::to_string(parts_->id)}).status, 0);
   } else {
     EXPECT_TRUE(SendBreak(parts_->process.Get())) << "Windows error " << ::GetLastError();
   }
