@@ -65,8 +65,8 @@ LangString RUG_FILE ${LANG_ENGLISH} "Set-up of a RUG recorder"
 LangString GUIDE_FILE ${LANG_JAPANESE} "user-guide.ja.md"
 LangString GUIDE_FILE ${LANG_ENGLISH} "user-guide.md"
 
-LangString IN_USE ${LANG_JAPANESE} "次のファイルが使用中です。$\n$\n$R9$\n$\nパラメータローダ、paramtool、recorder-sim を終了してから［再試行］を押してください。$\n［キャンセル］を押すと、何も変更せずに終了します。"
-LangString IN_USE ${LANG_ENGLISH} "This file is in use:$\n$\n$R9$\n$\nClose Parameter Loader, paramtool and recorder-sim, then press Retry.$\nCancel ends here; nothing has been changed."
+LangString IN_USE ${LANG_JAPANESE} "次のファイルが使用中か、書き込みが許可されていません。$\n$\n$R9$\n$\nパラメータローダ、paramtool、recorder-sim を終了してから［再試行］を押してください。$\n［キャンセル］を押すと、何も変更せずに終了します。"
+LangString IN_USE ${LANG_ENGLISH} "This file is in use or may not be written:$\n$\n$R9$\n$\nClose Parameter Loader, paramtool and recorder-sim, then press Retry.$\nCancel ends here; nothing has been changed."
 LangString UNINSTALL_TEXT ${LANG_JAPANESE} "次のフォルダからパラメータローダをアンインストールします。LOADER.INI、パラメータファイルなど、インストール後に作られたファイルは残ります。"
 LangString UNINSTALL_TEXT ${LANG_ENGLISH} "Parameter Loader will be uninstalled from the following folder. LOADER.INI, parameter files and all other files made since stay there."
 
@@ -74,8 +74,17 @@ Function .onInit
   !insertmacro MULTIUSER_INIT
 FunctionEnd
 
+; The installation that it lies in is the one that it removes, however it was started.
 Function un.onInit
+  StrCpy $R7 $INSTDIR
   !insertmacro MULTIUSER_UNINIT
+  ReadRegStr $R8 HKLM "${UNINSTALL}" "InstallLocation"
+  ${If} $R8 == $R7
+    Call un.MultiUser.InstallMode.AllUsers
+  ${Else}
+    Call un.MultiUser.InstallMode.CurrentUser
+  ${EndIf}
+  StrCpy $INSTDIR $R7
 FunctionEnd
 
 ; By the desktop, which has the user's own rights: this installer may have those of an administrator, with which the window
