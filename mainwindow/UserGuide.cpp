@@ -11,6 +11,8 @@
 
 namespace loader {
 
+std::filesystem::path InstalledGuides;
+
 namespace {
 
 constexpr std::array<std::string_view, 4> Guides{"docs/user-guide.ja.html", "user-guide.ja.html",
@@ -33,10 +35,14 @@ std::optional<std::filesystem::path> FindUserGuide(const std::filesystem::path& 
 }
 
 void ShowUserGuide() {
-  const std::filesystem::path& folder = ThePlatform().programFolder;
-  const std::optional<std::filesystem::path> guide = FindUserGuide(folder);
+  const std::filesystem::path& own = ThePlatform().programFolder;
+  const std::filesystem::path& installed = InstalledGuides.empty() ? own : InstalledGuides;
+  std::optional<std::filesystem::path> guide = FindUserGuide(own);
   if (!guide) {
-    TellWhere(OwnTextId::NoUserGuide, folder / Guides.front());
+    guide = FindUserGuide(installed);
+  }
+  if (!guide) {
+    TellWhere(OwnTextId::NoUserGuide, installed / Guides.front());
   } else if (!ThePlatform().screens.ShowDocument(*guide)) {
     TellWhere(OwnTextId::NoViewer, *guide);
   }
