@@ -55,6 +55,7 @@ TEST_F(ProgramFolders, AFolderThatCannotBeMadeIsToldAndTheDataIsUsedWhereItIs) {
 TEST_F(ProgramFolders, ACopyOfAnotherFileThanTheInstalledOneIsMadeAnewHoweverOldThatIs) {
   const fs::path own = home / "parameter-loader";
   for (const std::string_view adapted : {"", "my own sheet"}) {
+    fs::remove_all(own);
     Put(share, "the next version");
     Put(own, adapted.empty() ? "the version before" : adapted);
     for (const char* name : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
