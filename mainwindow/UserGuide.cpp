@@ -19,7 +19,8 @@ constexpr std::array<std::string_view, 4> Guides{"docs/user-guide.ja.html", "use
                                                  "docs/user-guide.ja.md", "user-guide.ja.md"};
 
 void TellWhere(OwnTextId text, const std::filesystem::path& file) {
-  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(file)), BoxIcon::Exclamation);
+  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(std::filesystem::path(file).make_preferred())),
+              BoxIcon::Exclamation);
 }
 
 } // namespace

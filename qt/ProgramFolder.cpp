@@ -141,7 +141,7 @@ ProgramFolder ChooseProgramFolder(const fs::path& executableFolder, const fs::pa
 }
 
 ProgramFolder ChooseProgramFolder() {
-  const auto path = [](const QString& text) { return fs::path(text.toStdU16String()); };
+  const auto path = [](const QString& text) { return fs::path(text.toStdU16String()).make_preferred(); };
   return ChooseProgramFolder(path(QCoreApplication::applicationDirPath()),
                              path(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)));
 }

@@ -71,9 +71,12 @@ struct NativeFileDialog : SampleTest {
   CommonDialog asked;
   int shown = 0;
   QTimer look; // for the dialog
+  std::function<void(HWND, HWND)> step;
+  HWND answered = nullptr;
 
   void SetUp() override {
     ShowSample();
+    QObject::connect(&look, &QTimer::timeout, [this] { Look(); });
     asked.Filter = KovFilter;
     asked.DialogTitle = u"パラメータファイルの保存";
     asked.Flags = AskBeforeOverwrite;
@@ -88,17 +91,26 @@ struct NativeFileDialog : SampleTest {
   }
   void MakeFile(const char16_t* name) const { std::ofstream(Path(name)) << "x"; }
   // What the user does with the dialog as soon as it is up. It runs a loop of its own, which gives the
-  // program's timers their turn.
-  void WhileShown(std::function<void(HWND dialog, HWND name)> step) {
-    QObject::disconnect(&look, nullptr, nullptr, nullptr);
-    QObject::connect(&look, &QTimer::timeout, [this, step = std::move(step)] {
-      if (const HWND name = NameFieldThatShows(); name != nullptr) {
-        look.stop();
-        ++shown;
-        step(DialogThatShows(), name);
-      }
-    });
+  // program's timers their turn. One that nobody expects is given up.
+  void WhileShown(std::function<void(HWND dialog, HWND name)> then) {
+    step = std::move(then);
     look.start(std::chrono::milliseconds(20));
+  }
+  void Look() {
+    const HWND dialog = DialogThatShows();
+    if (dialog == nullptr || dialog == answered) {
+      return;
+    }
+    if (!step) {
+      answered = dialog;
+      ADD_FAILURE() << "a dialog too many: " << TextOf(dialog).toStdString();
+      Press(dialog, IDNO);
+      Press(dialog, IDCANCEL);
+    } else if (const HWND name = NameFieldThatShows(); name != nullptr) {
+      answered = dialog;
+      ++shown;
+      std::exchange(step, nullptr)(dialog, name);
+    }
   }
   static void Press(HWND dialog, WPARAM button) { PostMessageW(dialog, WM_COMMAND, button, 0); }
   void ChooseName(const wchar_t* typed) {
