@@ -3,6 +3,7 @@
 
 #include "core/Text.h"
 #include "core/modMain.h"
+#include "mainwindow/UserGuide.h"
 #include "mainwindow/frmParamLoader.h"
 #include "platform/Platform.h"
 #include "qt/Application.h"
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
   loader::PrepareDesktop();
   loader::Application application(argc, argv);
   const loader::ProgramFolder folder = loader::ChooseProgramFolder();
+  loader::InstalledGuides = folder.guides;
   loader::WhenDeviceFails = PrintDeviceFailure;
   loader::QtPlatform platform({.programFolder = folder.path});
   bool started = false;

@@ -11,13 +11,16 @@
 
 namespace loader {
 
+std::filesystem::path InstalledGuides;
+
 namespace {
 
 constexpr std::array<std::string_view, 4> Guides{"docs/user-guide.ja.html", "user-guide.ja.html",
                                                  "docs/user-guide.ja.md", "user-guide.ja.md"};
 
 void TellWhere(OwnTextId text, const std::filesystem::path& file) {
-  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(file)), BoxIcon::Exclamation);
+  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(std::filesystem::path(file).make_preferred())),
+              BoxIcon::Exclamation);
 }
 
 } // namespace
@@ -33,10 +36,14 @@ std::optional<std::filesystem::path> FindUserGuide(const std::filesystem::path& 
 }
 
 void ShowUserGuide() {
-  const std::filesystem::path& folder = ThePlatform().programFolder;
-  const std::optional<std::filesystem::path> guide = FindUserGuide(folder);
+  const std::filesystem::path& own = ThePlatform().programFolder;
+  const std::filesystem::path& installed = InstalledGuides.empty() ? own : InstalledGuides;
+  std::optional<std::filesystem::path> guide = FindUserGuide(own);
   if (!guide) {
-    TellWhere(OwnTextId::NoUserGuide, folder / Guides.front());
+    guide = FindUserGuide(installed);
+  }
+  if (!guide) {
+    TellWhere(OwnTextId::NoUserGuide, installed / Guides.front());
   } else if (!ThePlatform().screens.ShowDocument(*guide)) {
     TellWhere(OwnTextId::NoViewer, *guide);
   }

@@ -6,6 +6,10 @@
 
 namespace loader {
 
+// Where the guide is looked for when the program folder has none; the program says it as it starts. Empty:
+// nowhere else.
+extern std::filesystem::path InstalledGuides;
+
 // The guide in the program's folder, or in its folder docs: a page for a browser before a plain text. Empty
 // when there is none.
 [[nodiscard]] std::optional<std::filesystem::path> FindUserGuide(const std::filesystem::path& programFolder);

@@ -36,13 +36,17 @@ bool HasQuote(const QFileDialog& dialog) {
 QString Ask(const CommonDialog& asked, Purpose purpose, const QString& lastPath) {
   const FileFilter filter = FilterOf(asked.Filter);
   const FrontWindow front;
-  QFileDialog dialog(front.Window(), ToQt(asked.DialogTitle), QDir::currentPath());
+  // Asked again, it begins where the name belongs: a platform's own dialog takes the last part of it only.
+  const QString folder = lastPath.isEmpty() ? FolderForFiles() : QFileInfo(lastPath).absolutePath();
+  QFileDialog dialog(front.Window(), ToQt(asked.DialogTitle), folder);
   dialog.setObjectName(QStringLiteral("fileDialog"));
   dialog.setAcceptMode(purpose == Purpose::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked below, about the whole name
   dialog.setNameFilter(filter.nameFilter);
+  // A platform's own dialog would take one from the filter's caption, up to its first blank.
+  dialog.setDefaultSuffix(purpose == Purpose::Save ? filter.extension : QString());
   if (!lastPath.isEmpty()) {
     dialog.selectFile(lastPath);
   }

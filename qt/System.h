@@ -23,6 +23,9 @@ namespace loader {
 // Whether this user may make files in the folder.
 [[nodiscard]] bool FolderCanBeWritten(const std::filesystem::path& folder);
 
+// Where a file dialog begins.
+[[nodiscard]] QString FolderForFiles();
+
 // Qt's file dialog keeps its history among the user's settings. The program persists nothing but its two
 // files: from the making of this to its end, what the dialog keeps is kept nowhere else.
 class ForgottenHistory {

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFileInfo>
 #include <QPainter>
 #include <QSettings>
@@ -25,6 +26,10 @@ QImage DrawProgramIcon(std::string_view name, const QSize& size) {
 
 bool FolderCanBeWritten(const std::filesystem::path& folder) {
   return QFileInfo(ToQt(folder.u16string())).isWritable();
+}
+
+QString FolderForFiles() {
+  return QDir::currentPath();
 }
 
 // The settings of this process go to a folder that is gone with the dialog.

@@ -1,6 +1,9 @@
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QPalette>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTemporaryFile>
 #include <algorithm>
@@ -32,6 +35,16 @@ QImage DrawProgramIcon(std::string_view name, const QSize& size) {
 bool FolderCanBeWritten(const std::filesystem::path& folder) {
   QTemporaryFile file(ToQt(folder.u16string()) + QStringLiteral("/loader-XXXXXX.tmp"));
   return file.open();
+}
+
+// A program that is started with a double click or from the menu begins in its own folder or in the system's:
+// nobody looks there for a file of his.
+QString FolderForFiles() {
+  const QString current = QDir::currentPath();
+  const bool own = QFileInfo(current) == QFileInfo(QCoreApplication::applicationDirPath());
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return (own || !FolderCanBeWritten(current.toStdU16String())) && QFileInfo(documents).isDir() ? documents
+                                                                                                : current;
 }
 
 // The history is in the registry, where Qt leaves no other place for it: what was not there before goes

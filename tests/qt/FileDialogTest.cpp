@@ -94,6 +94,21 @@ TEST_F(FileDialog, ShowsTitleAndFilterAndNoName) {
   EXPECT_EQ(FileDialogCancelled, platform.fileDialogs.ShowSave(asked));
 }
 
+// A platform's own dialog would make one of the filter's caption.
+TEST_F(FileDialog, KnowsTheExtensionThatSaveAppends) {
+  WhileShown([](QFileDialog& dialog) {
+    EXPECT_EQ(QStringLiteral("KOV"), dialog.defaultSuffix());
+    dialog.reject();
+  });
+  EXPECT_EQ(FileDialogCancelled, platform.fileDialogs.ShowSave(asked));
+  WhileShown([](QFileDialog& dialog) {
+    EXPECT_EQ(QString(), dialog.defaultSuffix());
+    dialog.reject();
+  });
+  EXPECT_EQ(FileDialogCancelled, platform.fileDialogs.ShowOpen(asked));
+  EXPECT_EQ(2, shown);
+}
+
 TEST_F(FileDialog, SaveAppendsTheExtensionWhenThereIsNone) {
   ChooseName("plant");
   EXPECT_EQ(0, platform.fileDialogs.ShowSave(asked));

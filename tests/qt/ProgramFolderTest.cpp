@@ -1,56 +1,13 @@
 // The program folder of a portable folder, of an installation for all users, and of places that cannot be
 // written.
-#include "qt/ProgramFolder.h"
-
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <fstream>
-#include <iterator>
 
-#include "tests/support/TemporaryFolder.h"
-
-namespace fs = std::filesystem;
+#include "core/PathText.h"
+#include "qt/System.h"
+#include "tests/qt/ProgramFolders.h"
 
 namespace loader::test {
 namespace {
-
-class ProgramFolders : public testing::Test {
-protected:
-  static void Put(const fs::path& into, std::string_view content) {
-    fs::create_directories(into);
-    for (const char* name : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
-      std::ofstream(into / name) << content;
-    }
-  }
-  static std::string Content(const fs::path& file) {
-    std::ifstream in(file);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
-
-  // The choice of a user who may write no folder that is not his, whoever runs the tests: whether it is
-  // `path`, and whether there is a problem.
-  bool IsChosenByAnyone(const fs::path& path, bool problem) const {
-    fs::permissions(folder.Path(), fs::perms(0755));
-    const pid_t child = fork();
-    if (child == 0) {
-      constexpr uid_t Nobody = 65534;
-      const bool dropped = geteuid() != 0 || setuid(Nobody) == 0;
-      const ProgramFolder chosen = ChooseProgramFolder(bin, home);
-      _exit(dropped && chosen.path == path && chosen.problem.empty() != problem ? 0 : 1);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    return status == 0;
-  }
-
-  TemporaryFolder folder{"program-folder-test-"};
-  fs::path bin = folder / "プログラム 1/bin";
-  fs::path share = folder / "プログラム 1/share/parameter-loader";
-  fs::path home = folder / "data";
-};
 
 TEST_F(ProgramFolders, APortableFolderIsItsOwn) {
   Put(bin, "portable");
@@ -72,29 +29,6 @@ TEST_F(ProgramFolders, InstalledEachUserHasOneWithTheInstalledData) {
   EXPECT_EQ(Content(chosen.path / "InitSet.Ini"), "a newer version");
 }
 
-TEST_F(ProgramFolders, InstalledTheGuidesAreFoundFromTheUsersFolder) {
-  Put(share, "installed");
-  const fs::path guides = folder / "プログラム 1/share/doc/parameter-loader/docs";
-  fs::create_directories(guides);
-  std::ofstream(guides / "user-guide.ja.md") << "guide";
-  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
-  fs::remove(home / "parameter-loader/docs");
-  fs::create_directory_symlink("/gone/docs", home / "parameter-loader/docs");
-  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
-}
-
-TEST_F(ProgramFolders, ALinkToAnEarlierInstallationIsMadeAnewAndAFileOfTheUsersStays) {
-  Put(share, "installed");
-  fs::create_directories(home / "parameter-loader");
-  fs::create_symlink("/gone/InitSet.Ini", home / "parameter-loader/InitSet.Ini");
-  std::ofstream(home / "parameter-loader/TextKOV.Ini") << "my own sheet";
-  fs::last_write_time(home / "parameter-loader/TextKOV.Ini",
-                      fs::last_write_time(share / "TextKOV.Ini") - std::chrono::hours(1));
-  const ProgramFolder chosen = ChooseProgramFolder(bin, home);
-  EXPECT_EQ(Content(chosen.path / "InitSet.Ini"), "installed");
-  EXPECT_EQ(Content(chosen.path / "TextKOV.Ini"), "my own sheet");
-}
-
 TEST_F(ProgramFolders, ACopyIsMadeAnewWhenTheInstalledFileIsNewer) {
   Put(share, "newer");
   const fs::path own = home / "parameter-loader";
@@ -110,26 +44,85 @@ TEST_F(ProgramFolders, ACopyIsMadeAnewWhenTheInstalledFileIsNewer) {
 
 TEST_F(ProgramFolders, AFolderThatCannotBeMadeIsToldAndTheDataIsUsedWhereItIs) {
   Put(share, "installed");
-  const ProgramFolder chosen = ChooseProgramFolder(bin, "/dev/null/no folder");
+  std::ofstream(folder / "file") << "no folder";
+  const ProgramFolder chosen = ChooseProgramFolder(bin, folder / "file");
   EXPECT_EQ(chosen.path, share);
-  EXPECT_NE(chosen.problem.find(u"/dev/null/no folder/parameter-loader"), std::u16string::npos);
+  EXPECT_NE(chosen.problem.find(PathText(folder / "file" / "parameter-loader")), std::u16string::npos);
   EXPECT_EQ(chosen.problem.find(u'@'), std::u16string::npos);
 }
 
-TEST_F(ProgramFolders, APortableFolderThatCannotBeWrittenGivesEachUserOneOfHisOwn) {
-  Put(bin, "portable");
-  fs::create_directories(home);
-  fs::permissions(bin, fs::perms(0555));
-  fs::permissions(home, fs::perms(0777));
-  EXPECT_TRUE(IsChosenByAnyone(home / "parameter-loader", false));
-  EXPECT_EQ(Content(home / "parameter-loader/TextKOV.Ini"), "portable");
-  // His own cannot be written either: the data stays where it is, and the program says so.
-  fs::remove_all(home / "parameter-loader");
-  fs::permissions(home, fs::perms(0555));
-  EXPECT_TRUE(IsChosenByAnyone(bin, true));
-  for (const fs::path& locked : {bin, home}) {
-    fs::permissions(locked, fs::perms(0755)); // so that the test can take them away
+// A package's files are as old as the package: newer ones may be older than the copies of the ones before.
+TEST_F(ProgramFolders, ACopyOfAnotherFileThanTheInstalledOneIsMadeAnewHoweverOldThatIs) {
+  const fs::path own = home / "parameter-loader";
+  for (const std::string_view adapted : {"", "my own sheet"}) {
+    fs::remove_all(own);
+    Put(share, "the next version");
+    Put(own, adapted.empty() ? "the version before" : adapted);
+    for (const char* name : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
+      std::ofstream(own / (std::string(name) + ".copied")) << "the version before";
+      fs::last_write_time(share / name, fs::last_write_time(own / name) - std::chrono::hours(24));
+    }
+    EXPECT_EQ(ChooseProgramFolder(bin, home).path, own);
+    EXPECT_EQ(Content(own / "TextKOV.Ini"), "the next version");
+    EXPECT_EQ(fs::exists(own / "TextKOV.Ini.old"), !adapted.empty()) << "what the user has made of a copy";
+    EXPECT_FALSE(fs::exists(own / "TextKOV.Ini.new"));
+    fs::remove(own / "InitSet.Ini"); // as if it had ended there
+    EXPECT_EQ(ChooseProgramFolder(bin, home).path, own);
+    EXPECT_EQ(Content(own / "InitSet.Ini"), "the next version");
   }
+  EXPECT_EQ(Content(own / "TextKOV.Ini.old"), "my own sheet");
+}
+
+TEST_F(ProgramFolders, ACopyThatTheUserHasAdaptedStaysUntilAnotherFileIsInstalled) {
+  const fs::path own = home / "parameter-loader";
+  Put(share, "installed");
+  Put(own, "my own sheet");
+  std::ofstream(own / "TextKOV.Ini.copied") << "installed";
+  fs::last_write_time(share / "TextKOV.Ini",
+                      fs::last_write_time(own / "TextKOV.Ini") + std::chrono::hours(24));
+  EXPECT_EQ(ChooseProgramFolder(bin, home).path, own);
+  EXPECT_EQ(Content(own / "TextKOV.Ini"), "my own sheet");
+}
+
+// As on a medium that cannot be written, and as of an installation for all users that has the data beside the
+// program.
+TEST_F(ProgramFolders, WhereTheExecutablesCannotBeWrittenEachUserHasHisOwnAndTheGuidesOfTheInstallation) {
+  Put(bin, "portable");
+  for (const char* name : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
+    fs::permissions(bin / name, fs::perms(0444));
+  }
+  fs::create_directory(bin / "docs");
+  std::ofstream(bin / "docs/user-guide.ja.html") << "guide";
+  const auto others = [this](const fs::path& asked) { return asked != bin && fs::is_directory(asked); };
+  const ProgramFolder chosen = ChooseProgramFolder(bin, home, others);
+  EXPECT_EQ(chosen.path, home / "parameter-loader");
+  EXPECT_TRUE(chosen.problem.empty());
+  EXPECT_EQ(chosen.guides, bin);
+  EXPECT_EQ(Content(chosen.path / "TextKOV.Ini"), "portable");
+  EXPECT_EQ(Content(chosen.guides / "docs/user-guide.ja.html"), "guide");
+  // His own cannot be written either: the data stays where it is, and the program says so.
+  const ProgramFolder none = ChooseProgramFolder(bin, home, [](const fs::path&) { return false; });
+  EXPECT_EQ(none.path, bin);
+  EXPECT_EQ(none.guides, bin);
+  EXPECT_NE(none.problem.find(PathText(home / "parameter-loader")), std::u16string::npos);
+}
+
+TEST_F(ProgramFolders, TheGuidesOfAnInstallationForAllUsersAreAmongItsDocuments) {
+  Put(share, "installed");
+  EXPECT_EQ(ChooseProgramFolder(bin, home).guides, share);
+  const fs::path documents = (share / "../doc/parameter-loader").lexically_normal();
+  fs::create_directories(documents / "docs");
+  EXPECT_EQ(ChooseProgramFolder(bin, home).guides, documents);
+}
+
+// Where the system itself refuses, whoever asks: the folder of the kernel's own files. Elsewhere there is no
+// such folder, which can be written as little.
+TEST_F(ProgramFolders, TheSystemSaysWhichOfThemCanBeWritten) {
+  fs::create_directories(home);
+  EXPECT_TRUE(FolderCanBeWritten(home));
+  EXPECT_TRUE(fs::is_empty(home)) << "nothing is left there";
+  EXPECT_FALSE(FolderCanBeWritten(fs::path(LOADER_REFUSED_FOLDER)));
+  EXPECT_FALSE(FolderCanBeWritten(home / "none"));
 }
 
 TEST_F(ProgramFolders, WithoutDataItIsThatOfTheExecutable) {
