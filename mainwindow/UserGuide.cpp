@@ -18,9 +18,9 @@ namespace {
 constexpr std::array<std::string_view, 4> Guides{"docs/user-guide.ja.html", "user-guide.ja.html",
                                                  "docs/user-guide.ja.md", "user-guide.ja.md"};
 
-void TellWhere(OwnTextId text, const std::filesystem::path& file) {
-  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(std::filesystem::path(file).make_preferred())),
-              BoxIcon::Exclamation);
+// With one kind of line between the folders, though the program's folder and the guide's name may have two.
+void TellWhere(OwnTextId text, std::filesystem::path file) {
+  ShowMessage(Replace(OwnText(text), u"@FILE@", PathText(file.make_preferred())), BoxIcon::Exclamation);
 }
 
 } // namespace

@@ -45,14 +45,15 @@ TEST_F(KovWindow, AGuideThatTheProgramFolderLacksIsThatOfTheInstallation) {
 }
 
 TEST_F(KovWindow, AGuideThatIsNotThereIsTold) {
-  const std::u16string place = FromUtf8((platform.folder / "docs/user-guide.ja.html").string());
-  platform.boxes.Expect(u"説明書が見つかりません。\n" + place);
+  const auto place = [this](const char* guide) {
+    return FromUtf8((platform.folder / guide).make_preferred().string());
+  };
+  platform.boxes.Expect(u"説明書が見つかりません。\n" + place("docs/user-guide.ja.html"));
   user.Click(Window().menuGuide);
   EXPECT_TRUE(platform.screens.documents.empty());
   platform.WriteFile("user-guide.ja.md", "# guide");
   platform.screens.hasViewer = false;
-  platform.boxes.Expect(u"説明書を表示するプログラムがありません。\n" +
-                        FromUtf8((platform.folder / "user-guide.ja.md").string()));
+  platform.boxes.Expect(u"説明書を表示するプログラムがありません。\n" + place("user-guide.ja.md"));
   user.Click(Window().menuGuide);
 }
 

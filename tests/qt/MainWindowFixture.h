@@ -29,7 +29,7 @@ struct MainWindowTest : testing::Test {
     const std::filesystem::path program = folder.path().toStdString();
     std::filesystem::copy_file(std::filesystem::path(LOADER_DATA_DIR) / "InitSet.Ini",
                                program / "InitSet.Ini");
-    std::ofstream(program / "LOADER.INI") << "[LOADER]\r\nTYPE=" << model << "\r\n";
+    std::ofstream(program / "LOADER.INI", std::ios::binary) << "[LOADER]\r\nTYPE=" << model << "\r\n";
     platform = std::make_unique<QtPlatform>(
         QtPlatformOptions{.programFolder = program, .makeForm = MakeForm, .portMap = {}});
     ASSERT_TRUE(Main(OpenMainWindow));

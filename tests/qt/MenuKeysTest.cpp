@@ -2,6 +2,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QComboBox>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -121,7 +122,7 @@ TEST_F(MenuKeys, AWrongFieldIsCheckedFirst) {
 TEST_F(MenuKeys, TheGuideThatIsMissingIsTold) {
   Start("0");
   const QString place = folder.filePath(QStringLiteral("docs/user-guide.ja.html"));
-  boxes.Expect(u"説明書が見つかりません。\n" + FromQt(place));
+  boxes.Expect(u"説明書が見つかりません。\n" + FromQt(QDir::toNativeSeparators(place)));
   Press(Qt::Key_F1);
   EXPECT_EQ(1, boxes.Shown());
 }
@@ -168,7 +169,7 @@ struct Dragged : MenuKeys {
   void SetUp() override {
     Start("0");
     file = folder.filePath(QStringLiteral("BOILER.KOV"));
-    std::ofstream(file.toStdString()) << "LOADER ,V210\r\nC00TAG ,BOILER\r\n";
+    std::ofstream(file.toStdString(), std::ios::binary) << "LOADER ,V210\r\nC00TAG ,BOILER\r\n";
   }
   template <typename Event> bool Send(const QList<QUrl>& urls) {
     QMimeData dragged;
