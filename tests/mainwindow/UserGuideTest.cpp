@@ -10,6 +10,11 @@
 namespace loader::test {
 namespace {
 
+// As a box names it.
+std::u16string Told(std::filesystem::path file) {
+  return PathText(file.make_preferred());
+}
+
 TEST_F(KovWindow, TheHelpMenuHasTheGuide) {
   EXPECT_EQ(u"使い方(G)", Window().menuGuide.caption);
 }
@@ -33,7 +38,7 @@ TEST_F(KovWindow, AGuideThatTheProgramFolderLacksIsThatOfTheInstallation) {
   const TemporaryFolder installed{"installed-guides-"};
   std::filesystem::create_directory(installed / "docs");
   InstalledGuides = installed.Path();
-  platform.boxes.Expect(u"説明書が見つかりません。\n" + PathText(installed / "docs/user-guide.ja.html"));
+  platform.boxes.Expect(u"説明書が見つかりません。\n" + Told(installed / "docs/user-guide.ja.html"));
   user.Click(Window().menuGuide);
   std::ofstream(installed / "docs/user-guide.ja.html") << "<h1>guide</h1>";
   user.Click(Window().menuGuide);
@@ -45,15 +50,14 @@ TEST_F(KovWindow, AGuideThatTheProgramFolderLacksIsThatOfTheInstallation) {
 }
 
 TEST_F(KovWindow, AGuideThatIsNotThereIsTold) {
-  const auto place = [this](const char* guide) {
-    return FromUtf8((platform.folder / guide).make_preferred().string());
-  };
-  platform.boxes.Expect(u"説明書が見つかりません。\n" + place("docs/user-guide.ja.html"));
+  const std::u16string place = Told(platform.folder / "docs/user-guide.ja.html");
+  platform.boxes.Expect(u"説明書が見つかりません。\n" + place);
   user.Click(Window().menuGuide);
   EXPECT_TRUE(platform.screens.documents.empty());
   platform.WriteFile("user-guide.ja.md", "# guide");
   platform.screens.hasViewer = false;
-  platform.boxes.Expect(u"説明書を表示するプログラムがありません。\n" + place("user-guide.ja.md"));
+  platform.boxes.Expect(u"説明書を表示するプログラムがありません。\n" +
+                        Told(platform.folder / "user-guide.ja.md"));
   user.Click(Window().menuGuide);
 }
 
