@@ -39,9 +39,11 @@ bool SendFrame(LoopbackSocket socket, const std::vector<std::uint8_t>& frame) {
   return SendTo(socket, frame.data(), frame.size());
 }
 
+// Not for ever: a receive that has begun is not always told under Wine that the other side was killed.
 void WaitForEnd(LoopbackSocket socket) {
+  constexpr int LongEnough = 60000; // milliseconds
   std::array<std::uint8_t, 256> ignored{};
-  while (ReceiveFrom(socket, ignored.data(), ignored.size()) > 0) {
+  while (WaitForNews(socket, LongEnough) && ReceiveFrom(socket, ignored.data(), ignored.size()) > 0) {
   }
 }
 
