@@ -42,8 +42,8 @@ ForgottenHistory::~ForgottenHistory() = default;
 
 void PrepareDesktop() {}
 
-QStyle* BaseStyle() {
-  return nullptr;
+QString BaseStyle() {
+  return {};
 }
 
 } // namespace loader

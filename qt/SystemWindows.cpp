@@ -1,7 +1,6 @@
 #include <QApplication>
 #include <QPalette>
 #include <QSettings>
-#include <QStyleFactory>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <array>
@@ -75,11 +74,11 @@ void PrepareDesktop() {
 }
 
 // The system's own style draws light parts on any ground.
-QStyle* BaseStyle() {
+QString BaseStyle() {
   const QPalette palette = QGuiApplication::palette();
   const bool dark =
       palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-  return dark ? QStyleFactory::create(QStringLiteral("fusion")) : nullptr;
+  return dark ? QStringLiteral("fusion") : QString();
 }
 
 } // namespace loader
