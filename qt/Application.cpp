@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QLibraryInfo>
+#include <QStyleFactory>
 #include <QWidget>
 #include <algorithm>
 
@@ -45,7 +46,7 @@ QFont JapaneseFont(QFont chosen) {
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
-  setStyle(new ProgramStyle(BaseStyle())); // belongs to the application from here on
+  TakeStyle(BaseStyle());
   setFont(JapaneseFont(font()));
   KeepReadable();
   // The file dialog speaks Japanese where Qt's translations are installed.
@@ -66,9 +67,19 @@ bool Application::event(QEvent* event) {
   if (event->type() == QEvent::ApplicationFontChange && !WritesJapanese(font())) {
     setFont(JapaneseFont(font()));
   } else if (event->type() == QEvent::ApplicationPaletteChange) {
+    // A desktop that turns dark while the program runs may need another style to be read on.
+    if (const QString base = BaseStyle(); base != base_) {
+      TakeStyle(base);
+    }
     KeepReadable();
   }
   return QApplication::event(event);
+}
+
+void Application::TakeStyle(const QString& base) {
+  base_ = base;
+  // Belongs to the application from here on.
+  setStyle(new ProgramStyle(base.isEmpty() ? nullptr : QStyleFactory::create(base)));
 }
 
 void Application::KeepReadable() {

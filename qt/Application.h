@@ -30,8 +30,10 @@ protected:
   bool event(QEvent* event) override;
 
 private:
+  void TakeStyle(const QString& base);
   void KeepReadable();
 
+  QString base_; // the style below the program's own; empty: the desktop's
   std::uint64_t eventsGiven_ = 0;
   QTranslator translator_;
 };

@@ -8,8 +8,6 @@
 #include <memory>
 #include <string_view>
 
-class QStyle;
-
 namespace loader {
 
 // Families with Japanese letters that the pages are laid out for, the first choice first: one family for all
@@ -43,7 +41,8 @@ private:
 // Before the application object is made: what it takes from the environment.
 void PrepareDesktop();
 
-// The style that the program's own builds upon, with the application object there; none: the desktop's.
-[[nodiscard]] QStyle* BaseStyle();
+// The style that the program's own builds upon in the palette that the application has now; empty: the
+// desktop's.
+[[nodiscard]] QString BaseStyle();
 
 } // namespace loader

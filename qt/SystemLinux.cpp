@@ -47,8 +47,8 @@ ForgottenHistory::~ForgottenHistory() = default;
 
 void PrepareDesktop() {}
 
-QStyle* BaseStyle() {
-  return nullptr;
+QString BaseStyle() {
+  return {};
 }
 
 } // namespace loader

@@ -4,7 +4,6 @@
 #include <QPalette>
 #include <QSettings>
 #include <QStandardPaths>
-#include <QStyleFactory>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <array>
@@ -88,11 +87,11 @@ void PrepareDesktop() {
 }
 
 // The system's own style draws light parts on any ground.
-QStyle* BaseStyle() {
+QString BaseStyle() {
   const QPalette palette = QGuiApplication::palette();
   const bool dark =
       palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-  return dark ? QStyleFactory::create(QStringLiteral("fusion")) : nullptr;
+  return dark ? QStringLiteral("fusion") : QString();
 }
 
 } // namespace loader

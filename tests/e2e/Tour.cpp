@@ -240,9 +240,7 @@ private:
       throw TourFailure(QStringLiteral("a wrong value does not take the focus back"));
     }
     // For a tenth of a second after a refusal no field is checked; nobody types that fast.
-    while (WaitTimer2.Enabled) {
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+    test::WaitUntil([] { return !WaitTimer2.Enabled; });
     Guest::TypeInto(hysteresis, QStringLiteral("12"));
     QTest::keyClick(&hysteresis, Qt::Key_Tab);
     NoteChange(changed_, "H", 0, "ALMH", 12);

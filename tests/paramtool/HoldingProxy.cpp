@@ -39,12 +39,12 @@ bool SendFrame(LoopbackSocket socket, const std::vector<std::uint8_t>& frame) {
   return SendTo(socket, frame.data(), frame.size());
 }
 
-// Not for ever: a receive that has begun is not always told under Wine that the other side was killed.
-void WaitForEnd(LoopbackSocket socket) {
-  constexpr int LongEnough = 60000; // milliseconds
+// Of the client, or until the next one comes: Wine may keep the connection of a killed program open.
+void WaitForEnd(LoopbackSocket client, LoopbackSocket listener) {
   std::array<std::uint8_t, 256> ignored{};
-  while (WaitForNews(socket, LongEnough) && ReceiveFrom(socket, ignored.data(), ignored.size()) > 0) {
-  }
+  do {
+    WaitForEither(client, listener);
+  } while (!WaitForNews(listener, 0) && ReceiveFrom(client, ignored.data(), ignored.size()) > 0);
 }
 
 } // namespace
@@ -100,7 +100,7 @@ void HoldingProxy::Serve(int client) {
     }
     if (held) {
       holding_.set_value();
-      WaitForEnd(client);
+      WaitForEnd(client, listener_);
       break;
     }
   }

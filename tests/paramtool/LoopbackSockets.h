@@ -22,6 +22,8 @@ using LoopbackSocket = int;
 [[nodiscard]] bool SendTo(LoopbackSocket socket, const std::uint8_t* bytes, std::size_t count);
 // Whether there are bytes, a client or the end within so many milliseconds.
 [[nodiscard]] bool WaitForNews(LoopbackSocket socket, int milliseconds);
+// Until there is such a thing on one of them.
+void WaitForEither(LoopbackSocket one, LoopbackSocket other);
 
 // Whoever waits for its bytes gets the end of the connection.
 void EndConnection(LoopbackSocket socket);

@@ -5,6 +5,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
+
 #include "tests/paramtool/LoopbackSockets.h"
 
 namespace loader::test {
@@ -69,6 +72,12 @@ bool SendTo(LoopbackSocket socket, const std::uint8_t* bytes, std::size_t count)
 bool WaitForNews(LoopbackSocket socket, int milliseconds) {
   pollfd wait{socket, POLLIN, 0};
   return ::poll(&wait, 1, milliseconds) == 1;
+}
+
+void WaitForEither(LoopbackSocket one, LoopbackSocket other) {
+  std::array<pollfd, 2> wait{{{one, POLLIN, 0}, {other, POLLIN, 0}}};
+  while (::poll(wait.data(), wait.size(), -1) < 0 && errno == EINTR) {
+  }
 }
 
 void EndConnection(LoopbackSocket socket) {

@@ -87,6 +87,15 @@ bool WaitForNews(LoopbackSocket socket, int milliseconds) {
   return ::select(0, &reading, nullptr, nullptr, &wait) == 1;
 }
 
+void WaitForEither(LoopbackSocket one, LoopbackSocket other) {
+  fd_set reading;
+  FD_ZERO(&reading);
+  reading.fd_array[0] = Of(one);
+  reading.fd_array[1] = Of(other);
+  reading.fd_count = 2;
+  ::select(0, &reading, nullptr, nullptr, nullptr);
+}
+
 void EndConnection(LoopbackSocket socket) {
   ::shutdown(Of(socket), SD_BOTH);
 }

@@ -1,11 +1,22 @@
-// Waiting until a window is the one that the user's keys go to.
+// Waiting for what the events of the program bring.
 #pragma once
 
 #include <QApplication>
 #include <QTimer>
 #include <QWidget>
 
+#include "devices/EventWait.h"
+
 namespace loader::test {
+
+// Gives out events until it is so. As the program itself waits: Qt's own wait may sleep behind what it has
+// just given out.
+template <typename Condition> void WaitUntil(const Condition& isSo) {
+  EventWait wait;
+  while (!isSo()) {
+    wait.Wait();
+  }
+}
 
 // True as soon as the window is the active one, false after some seconds. Qt's own question passes too early:
 // for it a dialog is active as soon as the window is that it belongs to, and the window while a dialog of its
@@ -15,9 +26,7 @@ namespace loader::test {
   QTimer patience; // its event ends the wait
   patience.setSingleShot(true);
   patience.start(Patience);
-  while (QApplication::activeWindow() != &window && patience.isActive()) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
+  WaitUntil([&] { return QApplication::activeWindow() == &window || !patience.isActive(); });
   return QApplication::activeWindow() == &window;
 }
 

@@ -11,6 +11,7 @@
 #include "channel/modUtil.h"
 #include "core/TextTable.h"
 #include "qt/GridView.h"
+#include "tests/qt/ActiveWindow.h"
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
 #include "tests/support/Store.h"
@@ -33,10 +34,8 @@ struct MainWindowKeys : MainWindowTest {
     edit.selectAll();
     QTest::keyClicks(&edit, QStringLiteral("bad"));
   }
-  void GuardEnds() {
-    while (WaitTimer2.Enabled) {
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+  static void GuardEnds() {
+    test::WaitUntil([] { return !WaitTimer2.Enabled; });
   }
 };
 
