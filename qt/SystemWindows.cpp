@@ -36,14 +36,20 @@ bool FolderCanBeWritten(const std::filesystem::path& folder) {
   return file.open();
 }
 
-// A program that is started with a double click or from the menu begins in its own folder or in the system's:
-// nobody looks there for a file of his.
+namespace {
+// The folder in which a double click or the menu starts the program.
+bool IsInstallation(const QString& folder) {
+  return QFileInfo(folder) == QFileInfo(QCoreApplication::applicationDirPath()) &&
+         QFileInfo::exists(folder + QStringLiteral("/uninstall.exe"));
+}
+} // namespace
+
+// Nobody looks for a file of his where programs are installed. On a stick the files stay with the program.
 QString FolderForFiles() {
   const QString current = QDir::currentPath();
-  const bool own = QFileInfo(current) == QFileInfo(QCoreApplication::applicationDirPath());
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  return (own || !FolderCanBeWritten(current.toStdU16String())) && QFileInfo(documents).isDir() ? documents
-                                                                                                : current;
+  const bool unsuited = IsInstallation(current) || !FolderCanBeWritten(current.toStdU16String());
+  return unsuited && QFileInfo(documents).isDir() ? documents : current;
 }
 
 // The history is in the registry, where Qt leaves no other place for it: what was not there before goes

@@ -1,5 +1,6 @@
 // The dialogs for a file as Windows has them: what a user types there, and what the program makes of it.
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -196,13 +197,18 @@ TEST_F(NativeFileDialog, GivesTheWindowBackToTheUser) {
   EXPECT_EQ(1, shown);
 }
 
-// As a double click or the menu starts it.
-TEST_F(NativeFileDialog, BeginsAmongTheDocumentsWhenTheCurrentFolderIsThePrograms) {
+// A double click and the menu start it in its own folder.
+TEST_F(NativeFileDialog, BeginsAmongTheDocumentsWhereTheCurrentFolderIsTheInstallation) {
   EXPECT_EQ(QDir(folder.path()).canonicalPath(), QDir(FolderForFiles()).canonicalPath());
-  ASSERT_TRUE(QDir::setCurrent(QCoreApplication::applicationDirPath()));
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   ASSERT_TRUE(QDir().mkpath(documents));
+  const QString own = QCoreApplication::applicationDirPath();
+  ASSERT_TRUE(QDir::setCurrent(own));
+  EXPECT_EQ(QDir::currentPath(), FolderForFiles()); // as on a stick
+  QFile uninstaller(own + QStringLiteral("/uninstall.exe"));
+  ASSERT_TRUE(uninstaller.open(QIODevice::WriteOnly));
   EXPECT_EQ(documents, FolderForFiles());
+  EXPECT_TRUE(uninstaller.remove());
   ASSERT_TRUE(QDir::setCurrent(QStringLiteral(LOADER_REFUSED_FOLDER)));
   EXPECT_EQ(documents, FolderForFiles());
 }
