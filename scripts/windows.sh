@@ -144,14 +144,56 @@ grep -q "CH 1 Tag: CH 01" <<<"$text" || fail "paramtool of the zip says: $text"
 passed "paramtool of the zip, in a folder with a Japanese name and blanks"
 exec_tour portable "$folder"
 
+setup=build/packages/$name-setup.exe
+sums() { (cd "$1" && find . -type f -exec sha256sum {} + | sort); }
+# What the Start menu has of the program leads somewhere.
+check_menu() {
+  local entry target entries=0
+  while read -r entry; do
+    target=$(strings "$entry" | grep -m1 '^C:')
+    target=${target#C:}
+    [ -e "$WINEPREFIX/drive_c${target//\\//}" ] || fail "$(basename "$entry") in the Start menu leads to $target, which is not there"
+    entries=$((entries + 1))
+  done < <(find "$WINEPREFIX/drive_c" -path '*Start Menu*Parameter Loader*' -name '*.lnk')
+  [ "$entries" = 2 ] || fail "the Start menu has $entries entries and not 2"
+}
+# While a program of it runs, the installation stays as it is.
+check_in_use() {
+  local folder=$1 mode=$2 before after recorder status=0 line
+  exec {listening}< <(exec wine "$folder/recorder-sim.exe" --tcp 0)
+  recorder=$!
+  read -r line <&"$listening" || fail "the recorder does not start"
+  before=$(sums "$folder")
+  wine "$setup" /S "/$mode" || status=$?
+  after=$(sums "$folder")
+  kill "$recorder"
+  end_wine
+  exec {listening}<&-
+  [ "$status" = 2 ] || fail "with a program running the installer ends with $status"
+  [ "$before" = "$after" ] || fail "with a program running the installer changes files"
+}
+# Installed again, it keeps what the user has adapted.
+check_again() {
+  local folder=$1 mode=$2
+  echo "; mine" >>"$folder/TextKOV.Ini"
+  cp "$folder/TextKOV.Ini" "$work/adapted"
+  wine "$setup" /S "/$mode" || fail "the installer fails over an installation"
+  cmp -s "$folder/TextKOV.Ini" "$stage/TextKOV.Ini" || fail "an adapted data file is not replaced"
+  cmp -s "$folder/TextKOV.Ini.old" "$work/adapted" || fail "an adapted data file is not kept"
+  [ ! -e "$folder/InitSet.Ini.old" ] || fail "a data file is kept that nobody has adapted"
+}
 for mode in CurrentUser AllUsers; do
-  wine "build/packages/$name-setup.exe" /S "/$mode" || fail "the installer fails for $mode"
+  wine "$setup" /S "/$mode" || fail "the installer fails for $mode"
   if [ "$mode" = AllUsers ]; then
     installed="$WINEPREFIX/drive_c/Program Files/Parameter Loader"
   else
     installed=$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local/Programs/"Parameter Loader")
   fi
   [ -e "$installed/parameter-loader.exe" ] || fail "nothing is installed for $mode"
+  check_menu
+  check_in_use "$installed" "$mode"
+  check_again "$installed" "$mode"
+  passed "installed for $mode: menu, again over an adapted file, not while a program runs"
   exec_tour "installed-$mode" "$installed"
   touch "$installed/mine.RUG"
   # It copies itself away and returns at once: the end of all programs is its end.
@@ -159,8 +201,9 @@ for mode in CurrentUser AllUsers; do
   /usr/lib/wine/wineserver64 -w
   [ -e "$installed/mine.RUG" ] || fail "the uninstaller has removed a file of the user's"
   [ ! -e "$installed/parameter-loader.exe" ] || fail "the uninstaller has left the program"
+  [ -z "$(find "$WINEPREFIX/drive_c" -path '*Start Menu*Parameter Loader*')" ] || fail "the uninstaller has left its menu"
   rm -rf "$installed"
-  passed "installed, toured and uninstalled silently: $mode"
+  passed "installed for $mode: toured, removed silently, the user's files left"
 done
 
 list_proved
