@@ -113,6 +113,9 @@ QStringList FilesByWildcards(const QString& word) {
 QStringList WithFiles(const Command& command, const QStringList& operands) {
   const std::vector<std::string> words = ArgumentsOf(command.usage);
   QStringList files;
+  if (words.empty()) {
+    return operands; // too many, as the command will say
+  }
   for (qsizetype i = 0; i < operands.size(); ++i) {
     const auto at = std::min(static_cast<std::size_t>(i), words.size() - 1); // the last one may stand again
     files << (IsOfFiles(words.at(at)) ? FilesMeantBy(operands.at(i)) : QStringList{operands.at(i)});
