@@ -211,7 +211,8 @@ void ComPort::Write(std::span<const std::uint8_t> bytes) {
 
 Bytes ComPort::Take(int count) {
   const auto end = input_.begin() + std::clamp(count, 0, Waiting());
-  Bytes taken(input_.begin(), end);
+  Bytes taken;
+  taken.assign(input_.begin(), end);
   input_.erase(input_.begin(), end);
   return taken;
 }

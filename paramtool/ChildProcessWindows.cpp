@@ -29,6 +29,7 @@ QString NewEventName() {
 } // namespace
 
 struct ChildProcess::Inside {
+  explicit Inside(QProcess& child) : process(child) {}
   QProcess& process;
   HANDLE stop = nullptr;
 };

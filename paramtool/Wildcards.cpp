@@ -75,6 +75,7 @@ std::vector<std::u16string> NamesOf(const std::filesystem::path& folder, const s
     }
   }
   std::vector<std::u16string> sorted;
+  sorted.reserve(names.size());
   for (const auto& [order, name] : names) {
     sorted.push_back(name);
   }

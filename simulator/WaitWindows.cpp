@@ -30,8 +30,9 @@ void WaitForAny(std::vector<Wait>& waits, std::optional<std::chrono::nanoseconds
       owners.push_back(&wait);
     }
   }
+  constexpr INT Forever = -1;
   if (::WSAPoll(polled.data(), static_cast<ULONG>(polled.size()),
-                timeout ? WholeMilliseconds(*timeout) : INFINITE) == SOCKET_ERROR) {
+                timeout ? WholeMilliseconds(*timeout) : Forever) == SOCKET_ERROR) {
     throw RunTimeFailure("poll: Windows error " + std::to_string(::WSAGetLastError()));
   }
   for (std::size_t i = 0; i < owners.size(); ++i) {
