@@ -6,10 +6,11 @@
 namespace loader::paramtool {
 
 struct ChildProcess::Inside {
+  explicit Inside(QProcess& child) : process(child) {}
   QProcess& process;
 };
 
-ChildProcess::ChildProcess(QProcess& process) : inside_(new Inside{process}) {
+ChildProcess::ChildProcess(QProcess& process) : inside_(std::make_unique<Inside>(process)) {
   process.setChildProcessModifier([] { ::setpgid(0, 0); });
 }
 

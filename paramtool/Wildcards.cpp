@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
+#include <set>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -63,7 +63,7 @@ bool Matches(std::u16string_view pattern, std::u16string_view name) {
 
 // Of a folder, by their keys; empty where it cannot be read.
 std::vector<std::u16string> NamesOf(const std::filesystem::path& folder, const std::u16string& pattern) {
-  std::map<std::pair<std::u16string, std::u16string>, std::u16string> names;
+  std::set<std::pair<std::u16string, std::u16string>> names; // key and name
   const std::u16string key = FileKey(PathOf(pattern));
   std::error_code failed;
   std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failed);
@@ -71,12 +71,12 @@ std::vector<std::u16string> NamesOf(const std::filesystem::path& folder, const s
     const std::filesystem::path name = entry->path().filename();
     std::error_code none; // what it is cannot be told: its opening will
     if (MatchesWildcards(key, FileKey(name)) && !entry->is_directory(none)) {
-      names.emplace(std::pair(FileKey(name), PathText(name)), PathText(name));
+      names.emplace(FileKey(name), PathText(name));
     }
   }
   std::vector<std::u16string> sorted;
   sorted.reserve(names.size());
-  for (const auto& [order, name] : names) {
+  for (const auto& [keyOfName, name] : names) {
     sorted.push_back(name);
   }
   return sorted;

@@ -117,9 +117,8 @@ ProgramFolder ChooseProgramFolder(const fs::path& executableFolder, const fs::pa
   const fs::path guides = GuidesOf(installed);
   std::error_code error;
   if (!fs::exists(installed / InitialSettingsName, error)) {
-    return {executableFolder,
-            guides,
-            {}}; // nothing is installed: the program says that it has no initial settings
+    // Nothing is installed: the program says that it has no initial settings.
+    return {executableFolder, guides, {}};
   }
   if (installed == executableFolder && canBeWritten(executableFolder)) {
     return {executableFolder, guides, {}};

@@ -17,14 +17,7 @@ shift || true
 ./scripts/setup.sh
 ./scripts/windows-setup.sh "$what"
 
-# Wine's place, which ends with this script.
-work=$(mktemp -d)
-export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LC_ALL=C.UTF-8
-# Wine's desktop outlives the program that it was begun for; begun without a display it makes no window of a later
-# program the active one.
-end_wine() { /usr/lib/wine/wineserver64 -k 2>/dev/null || true; /usr/lib/wine/wineserver64 -w 2>/dev/null || true; }
-end_all() { end_wine; rm -rf "$work"; }
-trap end_all EXIT
+source scripts/wine.sh
 
 proved=()
 passed() { proved+=("$*"); echo "windows: $*"; }

@@ -3,10 +3,6 @@
 # there: one that was begun without a display shows no window of its programs. Ends with the program's status.
 set -euo pipefail
 folder=$(cd "$(dirname "$0")" && pwd)
-work=$(mktemp -d)
-export WINEPREFIX="$work/wine" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LC_ALL=C.UTF-8
-# Killed before its display goes: it would complain.
-end_wine() { /usr/lib/wine/wineserver64 -k 2>/dev/null || true; /usr/lib/wine/wineserver64 -w 2>/dev/null || true; }
-trap 'end_wine; rm -rf "$work"' EXIT
+source "$folder/wine.sh"
 export -f end_wine
 "$folder/on-display.sh" bash -c 'wine wineboot --init >/dev/null 2>&1; status=0; wine "$@" || status=$?; end_wine; exit $status' wine "$@"

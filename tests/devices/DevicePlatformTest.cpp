@@ -48,6 +48,12 @@ struct WithoutWindow : testing::Test {
     StopTimer(limit);
     return come();
   }
+  static SocketControl& SocketTo(int port) {
+    SocketControl& socket = ThePlatform().winSock;
+    socket.RemoteHost = u"127.0.0.1";
+    socket.RemotePort = port;
+    return socket;
+  }
   DevicePlatform platform;
 };
 
@@ -135,9 +141,7 @@ TEST_F(WithoutWindow, ALoopThatShowsNothingReturnsForEveryEvent) {
 TEST_F(WithoutWindow, TheSocketConnectsFromTheEventLoop) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  SocketControl& socket = ThePlatform().winSock;
-  socket.RemoteHost = u"127.0.0.1";
-  socket.RemotePort = server.serverPort();
+  SocketControl& socket = SocketTo(server.serverPort());
   bool connected = false;
   socket.onConnect = [&] { connected = true; };
   socket.Connect();
@@ -166,9 +170,7 @@ TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
   const int port = server.serverPort();
   server.close();
-  SocketControl& socket = ThePlatform().winSock;
-  socket.RemoteHost = u"127.0.0.1";
-  socket.RemotePort = port;
+  SocketControl& socket = SocketTo(port);
   bool failed = false;
   socket.onFailure = [&] { failed = true; };
   socket.Connect();
@@ -183,9 +185,7 @@ TEST_F(WithoutWindow, AConnectionThatIsRefusedIsToldAtOnceToWhoAsksForIt) {
 TEST_F(WithoutWindow, AConnectionThatTheRecorderBreaksIsToldAtOnceToWhoAsksForIt) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  SocketControl& socket = ThePlatform().winSock;
-  socket.RemoteHost = u"127.0.0.1";
-  socket.RemotePort = server.serverPort();
+  SocketControl& socket = SocketTo(server.serverPort());
   bool connected = false;
   bool failed = false;
   socket.onConnect = [&] { connected = true; };

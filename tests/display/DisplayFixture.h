@@ -17,6 +17,7 @@
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
 #include "tests/qt/ModalScript.h"
+#include "tests/qt/Waiting.h"
 
 namespace loader::test {
 
@@ -106,9 +107,7 @@ protected:
   }
   // For a moment after a refusal no field is checked; nobody types that fast.
   static void WaitForTheGuard() {
-    while (WaitTimer2.Enabled) {
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+    test::WaitUntil([] { return !WaitTimer2.Enabled; });
   }
   template <typename Widget> static Widget& In(QWidget& window, const char* name) {
     auto* widget = window.findChild<Widget*>(QString::fromLatin1(name));

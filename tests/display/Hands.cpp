@@ -14,6 +14,8 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
+#include "tests/qt/Waiting.h"
+
 namespace loader::test {
 
 namespace {
@@ -107,9 +109,7 @@ void Hands::WaitUntil(const std::function<bool()>& arrived) {
   patience.setSingleShot(true);
   patience.start(Patience);
   xcb_flush(display_);
-  while (!arrived() && patience.isActive()) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
+  test::WaitUntil([&] { return arrived() || !patience.isActive(); });
   EXPECT_TRUE(arrived()) << "a click or a key has not reached the program";
   QCoreApplication::processEvents();
 }
@@ -134,9 +134,7 @@ bool Hands::BecomesActive(const QWidget& window) {
   const auto active = [&] {
     return IsActiveForTheManager(window) && QApplication::activeWindow() == &window;
   };
-  while (!active() && patience.isActive()) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
+  test::WaitUntil([&] { return active() || !patience.isActive(); });
   return active();
 }
 

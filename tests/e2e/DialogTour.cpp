@@ -14,7 +14,7 @@
 #include "core/modMain.h"
 #include "qt/GridView.h"
 #include "qt/QtText.h"
-#include "tests/qt/ActiveWindow.h"
+#include "tests/qt/Waiting.h"
 
 namespace loader::tour {
 

@@ -20,7 +20,7 @@
 
 #include "qt/GridView.h"
 #include "qt/System.h"
-#include "tests/qt/ActiveWindow.h"
+#include "tests/qt/Waiting.h"
 
 namespace loader::tour {
 

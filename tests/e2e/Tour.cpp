@@ -34,7 +34,7 @@
 #include "tests/e2e/Guest.h"
 #include "tests/e2e/RecorderProcess.h"
 #include "tests/e2e/TourSetup.h"
-#include "tests/qt/ActiveWindow.h"
+#include "tests/qt/Waiting.h"
 
 namespace fs = std::filesystem;
 

@@ -1,9 +1,9 @@
-#include <cstdint>
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include "tests/paramtool/FleetGate.h"
 #include "tests/paramtool/GateNameWindows.h"
+#include "tests/support/BreakWindows.h"
 
 namespace loader::test {
 
@@ -20,13 +20,8 @@ FleetGate::~FleetGate() {
   ::CloseHandle(inside_->event);
 }
 
-// What Windows itself runs in a program on a Ctrl+Break.
 void InterruptThisProgram() {
-  const FARPROC routine = ::GetProcAddress(::GetModuleHandleW(L"kernelbase"), "CtrlRoutine");
-  ASSERT_NE(routine, nullptr);
-  const HANDLE thread =
-      ::CreateThread(nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(routine)),
-                     reinterpret_cast<void*>(std::uintptr_t{CTRL_BREAK_EVENT}), 0, nullptr);
+  const HANDLE thread = BeginBreak(::GetCurrentProcess());
   ASSERT_NE(thread, nullptr);
   ::WaitForSingleObject(thread, INFINITE);
   ::CloseHandle(thread);

@@ -11,9 +11,9 @@
 #include "channel/modUtil.h"
 #include "core/TextTable.h"
 #include "qt/GridView.h"
-#include "tests/qt/ActiveWindow.h"
 #include "tests/qt/Boxes.h"
 #include "tests/qt/MainWindowFixture.h"
+#include "tests/qt/Waiting.h"
 #include "tests/support/Store.h"
 
 namespace loader::test {

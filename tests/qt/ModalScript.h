@@ -8,7 +8,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
-#include "tests/qt/ActiveWindow.h"
+#include "tests/qt/Waiting.h"
 
 namespace loader::test {
 

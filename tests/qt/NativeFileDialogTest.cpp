@@ -22,13 +22,16 @@ const bool WithWindows = qputenv("QT_QPA_PLATFORM", "windows");
 
 constexpr auto KovFilter = u"*.KOV(パラメータファイル)|*.KOV";
 
+bool ShowsAs(HWND window, std::wstring_view kind) {
+  std::array<wchar_t, 16> name{};
+  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  return std::wstring_view(name.data()) == kind && IsWindowVisible(window);
+}
+
 BOOL CALLBACK TakeDialog(HWND window, LPARAM into) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
-  std::array<wchar_t, 16> name{};
-  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-  if (process != GetCurrentProcessId() || std::wstring_view(name.data()) != L"#32770" ||
-      !IsWindowVisible(window)) {
+  if (process != GetCurrentProcessId() || !ShowsAs(window, L"#32770")) {
     return TRUE;
   }
   *reinterpret_cast<HWND*>(into) = window;
@@ -37,9 +40,7 @@ BOOL CALLBACK TakeDialog(HWND window, LPARAM into) {
 
 // The field for the name is the one of its kind that shows.
 BOOL CALLBACK TakeNameField(HWND control, LPARAM into) {
-  std::array<wchar_t, 16> name{};
-  GetClassNameW(control, name.data(), static_cast<int>(name.size()));
-  if (std::wstring_view(name.data()) != L"Edit" || !IsWindowVisible(control)) {
+  if (!ShowsAs(control, L"Edit")) {
     return TRUE;
   }
   *reinterpret_cast<HWND*>(into) = control;

@@ -32,10 +32,10 @@ TEST_F(LinkedProgramFolders, InstalledTheGuidesAreFoundFromTheUsersFolder) {
   const fs::path guides = folder / "プログラム 1/share/doc/parameter-loader/docs";
   fs::create_directories(guides);
   std::ofstream(guides / "user-guide.ja.md") << "guide";
-  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
+  EXPECT_EQ(ContentOf(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
   fs::remove(home / "parameter-loader/docs");
   fs::create_directory_symlink("/gone/docs", home / "parameter-loader/docs");
-  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
+  EXPECT_EQ(ContentOf(ChooseProgramFolder(bin, home).path / "docs/user-guide.ja.md"), "guide");
 }
 
 TEST_F(LinkedProgramFolders, ALinkToAnEarlierInstallationIsMadeAnewAndAFileOfTheUsersStays) {
@@ -46,8 +46,8 @@ TEST_F(LinkedProgramFolders, ALinkToAnEarlierInstallationIsMadeAnewAndAFileOfThe
   fs::last_write_time(home / "parameter-loader/TextKOV.Ini",
                       fs::last_write_time(share / "TextKOV.Ini") - std::chrono::hours(1));
   const ProgramFolder chosen = ChooseProgramFolder(bin, home);
-  EXPECT_EQ(Content(chosen.path / "InitSet.Ini"), "installed");
-  EXPECT_EQ(Content(chosen.path / "TextKOV.Ini"), "my own sheet");
+  EXPECT_EQ(ContentOf(chosen.path / "InitSet.Ini"), "installed");
+  EXPECT_EQ(ContentOf(chosen.path / "TextKOV.Ini"), "my own sheet");
 }
 
 TEST_F(LinkedProgramFolders, APortableFolderThatCannotBeWrittenGivesEachUserOneOfHisOwn) {
@@ -56,7 +56,7 @@ TEST_F(LinkedProgramFolders, APortableFolderThatCannotBeWrittenGivesEachUserOneO
   fs::permissions(bin, fs::perms(0555));
   fs::permissions(home, fs::perms(0777));
   EXPECT_TRUE(IsChosenByAnyone(home / "parameter-loader", false));
-  EXPECT_EQ(Content(home / "parameter-loader/TextKOV.Ini"), "portable");
+  EXPECT_EQ(ContentOf(home / "parameter-loader/TextKOV.Ini"), "portable");
   // His own cannot be written either: the data stays where it is, and the program says so.
   fs::remove_all(home / "parameter-loader");
   fs::permissions(home, fs::perms(0555));

@@ -23,10 +23,10 @@ TEST_F(ProgramFolders, InstalledEachUserHasOneWithTheInstalledData) {
   const ProgramFolder chosen = ChooseProgramFolder(bin, home);
   EXPECT_EQ(chosen.path, home / "parameter-loader");
   EXPECT_TRUE(chosen.problem.empty());
-  EXPECT_EQ(Content(chosen.path / "TextRUG.Ini"), "installed");
+  EXPECT_EQ(ContentOf(chosen.path / "TextRUG.Ini"), "installed");
   Put(share, "a newer version");
   EXPECT_EQ(ChooseProgramFolder(bin, home).path, chosen.path);
-  EXPECT_EQ(Content(chosen.path / "InitSet.Ini"), "a newer version");
+  EXPECT_EQ(ContentOf(chosen.path / "InitSet.Ini"), "a newer version");
 }
 
 TEST_F(ProgramFolders, ACopyIsMadeAnewWhenTheInstalledFileIsNewer) {
@@ -35,11 +35,11 @@ TEST_F(ProgramFolders, ACopyIsMadeAnewWhenTheInstalledFileIsNewer) {
   fs::create_directories(own);
   std::ofstream(own / "InitSet.Ini") << "a copy";
   std::ofstream(own / "InitSet.Ini.copied") << "\n";
-  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "InitSet.Ini"), "a copy") << "it is not older";
+  EXPECT_EQ(ContentOf(ChooseProgramFolder(bin, home).path / "InitSet.Ini"), "a copy") << "it is not older";
   fs::last_write_time(own / "InitSet.Ini",
                       fs::last_write_time(share / "InitSet.Ini") - std::chrono::hours(1));
-  EXPECT_EQ(Content(ChooseProgramFolder(bin, home).path / "InitSet.Ini"), "newer");
-  EXPECT_EQ(Content(own / "InitSet.Ini.old"), "a copy");
+  EXPECT_EQ(ContentOf(ChooseProgramFolder(bin, home).path / "InitSet.Ini"), "newer");
+  EXPECT_EQ(ContentOf(own / "InitSet.Ini.old"), "a copy");
 }
 
 TEST_F(ProgramFolders, AFolderThatCannotBeMadeIsToldAndTheDataIsUsedWhereItIs) {
@@ -63,14 +63,14 @@ TEST_F(ProgramFolders, ACopyOfAnotherFileThanTheInstalledOneIsMadeAnewHoweverOld
       fs::last_write_time(share / name, fs::last_write_time(own / name) - std::chrono::hours(24));
     }
     EXPECT_EQ(ChooseProgramFolder(bin, home).path, own);
-    EXPECT_EQ(Content(own / "TextKOV.Ini"), "the next version");
+    EXPECT_EQ(ContentOf(own / "TextKOV.Ini"), "the next version");
     EXPECT_EQ(fs::exists(own / "TextKOV.Ini.old"), !adapted.empty()) << "what the user has made of a copy";
     EXPECT_FALSE(fs::exists(own / "TextKOV.Ini.new"));
     fs::remove(own / "InitSet.Ini"); // as if it had ended there
     EXPECT_EQ(ChooseProgramFolder(bin, home).path, own);
-    EXPECT_EQ(Content(own / "InitSet.Ini"), "the next version");
+    EXPECT_EQ(ContentOf(own / "InitSet.Ini"), "the next version");
   }
-  EXPECT_EQ(Content(own / "TextKOV.Ini.old"), "my own sheet");
+  EXPECT_EQ(ContentOf(own / "TextKOV.Ini.old"), "my own sheet");
 }
 
 TEST_F(ProgramFolders, ACopyThatTheUserHasAdaptedStaysUntilAnotherFileIsInstalled) {
@@ -81,7 +81,7 @@ TEST_F(ProgramFolders, ACopyThatTheUserHasAdaptedStaysUntilAnotherFileIsInstalle
   fs::last_write_time(share / "TextKOV.Ini",
                       fs::last_write_time(own / "TextKOV.Ini") + std::chrono::hours(24));
   EXPECT_EQ(ChooseProgramFolder(bin, home).path, own);
-  EXPECT_EQ(Content(own / "TextKOV.Ini"), "my own sheet");
+  EXPECT_EQ(ContentOf(own / "TextKOV.Ini"), "my own sheet");
 }
 
 // As on a medium that cannot be written, and as of an installation for all users that has the data beside the
@@ -98,8 +98,8 @@ TEST_F(ProgramFolders, WhereTheExecutablesCannotBeWrittenEachUserHasHisOwnAndThe
   EXPECT_EQ(chosen.path, home / "parameter-loader");
   EXPECT_TRUE(chosen.problem.empty());
   EXPECT_EQ(chosen.guides, bin);
-  EXPECT_EQ(Content(chosen.path / "TextKOV.Ini"), "portable");
-  EXPECT_EQ(Content(chosen.guides / "docs/user-guide.ja.html"), "guide");
+  EXPECT_EQ(ContentOf(chosen.path / "TextKOV.Ini"), "portable");
+  EXPECT_EQ(ContentOf(chosen.guides / "docs/user-guide.ja.html"), "guide");
   // His own cannot be written either: the data stays where it is, and the program says so.
   const ProgramFolder none = ChooseProgramFolder(bin, home, [](const fs::path&) { return false; });
   EXPECT_EQ(none.path, bin);

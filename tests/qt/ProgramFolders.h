@@ -6,11 +6,10 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <string>
 #include <string_view>
 
 #include "qt/ProgramFolder.h"
+#include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace fs = std::filesystem;
@@ -24,10 +23,6 @@ protected:
     for (const char* name : {"InitSet.Ini", "TextKOV.Ini", "TextRUG.Ini"}) {
       std::ofstream(into / name) << content;
     }
-  }
-  static std::string Content(const fs::path& file) {
-    std::ifstream in(file);
-    return {std::istreambuf_iterator<char>(in), {}};
   }
 
   TemporaryFolder folder{"program-folder-test-"};

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cstdint>
 #include <fstream>
 #include <string_view>
 #include <utility>
 
+#include "tests/support/BreakWindows.h"
 #include "tests/support/Process.h"
 
 namespace loader::test {
@@ -117,19 +117,6 @@ Handle OpenInherited(const std::filesystem::path& file, DWORD access, DWORD how)
   SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
   return Handle(::CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                               &inherited, how, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-// What Windows itself runs in a program on a Ctrl+Break. A console would send it to programs of its own only,
-// and a test may have none.
-bool SendBreak(HANDLE process) {
-  const FARPROC routine = ::GetProcAddress(::GetModuleHandleW(L"kernelbase"), "CtrlRoutine");
-  if (routine == nullptr) {
-    return false;
-  }
-  const Handle thread(::CreateRemoteThread(
-      process, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(routine)),
-      reinterpret_cast<void*>(std::uintptr_t{CTRL_BREAK_EVENT}), 0, nullptr));
-  return thread.IsOpen();
 }
 
 enum class Got { Some, End, Nothing };
@@ -258,7 +245,7 @@ void RunningProcess::Signal(int signal) const {
   } else if (signal == Interrupt && parts_->console) {
     EXPECT_EQ(RunProcess(SEND_CTRL_C, {std::to_string(parts_->id)}).status, 0);
   } else {
-    EXPECT_TRUE(SendBreak(parts_->process.Get())) << "Windows error " << ::GetLastError();
+    EXPECT_TRUE(Handle(BeginBreak(parts_->process.Get())).IsOpen()) << "Windows error " << ::GetLastError();
   }
 }
 
